@@ -1,0 +1,16 @@
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# What every target of this project is compiled with; never exported to users of the library.
+add_library(pagerex_build_flags INTERFACE)
+target_compile_options(pagerex_build_flags INTERFACE -Wall -Wextra -Wshadow $<$<BOOL:${PAGEREX_WERROR}>:-Werror>)
+if(PAGEREX_SANITIZE)
+  target_compile_options(pagerex_build_flags INTERFACE -O1 -fno-omit-frame-pointer -fsanitize=address,undefined
+                         -fno-sanitize-recover=undefined)
+  target_link_options(pagerex_build_flags INTERFACE -fsanitize=address,undefined)
+endif()

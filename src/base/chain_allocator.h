@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+/// Memory source of the chain allocator: the C heap.
+struct StdLibAlloc {
+  static void* Alloc(size_t size) { return std::malloc(size); }
+  static void Free(void* memory) { std::free(memory); }
+};
+
+/// Runs the destructor of a T through an untyped pointer.
+template <class T>
+struct DestructorTraits {
+  static void Destruct(void* object) { static_cast<T*>(object)->~T(); }
+};
+
+/// Carves many small objects out of 2 KiB blocks and frees them in one sweep; nothing is freed singly.
+/// Memory and objects belong to the allocator and live until `Clear` or its destruction.
+/// Throws std::bad_alloc when memory is out; not safe for use from several threads.
+template <class Source>
+class TAutoFreeAlloc {
+ public:
+  TAutoFreeAlloc() = default;
+  TAutoFreeAlloc(const TAutoFreeAlloc&) = delete;
+  TAutoFreeAlloc& operator=(const TAutoFreeAlloc&) = delete;
+  ~TAutoFreeAlloc() { Clear(); }
+
+  /// `size` bytes, not cleared and not aligned.
+  void* Alloc(size_t size) {
+    if (size <= static_cast<size_t>(top_ - bottom_)) return top_ -= size;
+    if (size > kLargestShared) return AllocOwnBlock(size);
+    Block* block = NewBlock(kBlockSize);
+    block->next = blocks_;
+    blocks_ = block;
+    bottom_ = block->memory();
+    top_ = bottom_ + kBlockSize;
+    return top_ -= size;
+  }
+
+  /// `size` bytes, followed by a call of `destructor` on them when the allocator is cleared, newest first.
+  void* Alloc(size_t size, void (*destructor)(void*)) {
+    auto* link = static_cast<Link*>(AllocAligned(sizeof(Link) + size, alignof(std::max_align_t)));
+    link->next = destructors_;
+    link->destructor = destructor;
+    destructors_ = link;
+    return link + 1;
+  }
+
+  /// Replaces the destructor that goes with `memory`, which came from the destructor form of `Alloc`.
+  void SetDestructor(void* memory, void (*destructor)(void*)) {
+    (static_cast<Link*>(memory) - 1)->destructor = destructor;
+  }
+
+  /// `size` bytes at an address divisible by `alignment` (a power of two); records that hold pointers need
+  /// it.
+  void* AllocAligned(size_t size, size_t alignment) {
+    const auto address = reinterpret_cast<uintptr_t>(Alloc(size + alignment - 1));
+    return reinterpret_cast<void*>((address + alignment - 1) & ~(uintptr_t{alignment} - 1));
+  }
+
+  /// Destroys all objects, newest first, and frees every block. The allocator can be used again.
+  void Clear() {
+    while (Link* link = destructors_) {
+      destructors_ = link->next;
+      link->destructor(link + 1);
+    }
+    while (Block* block = blocks_) {
+      blocks_ = block->next;
+      Source::Free(block);
+    }
+    bottom_ = top_ = nullptr;
+  }
+
+ private:
+  struct Block {
+    Block* next;
+    uint8_t* memory() { return reinterpret_cast<uint8_t*>(this + 1); }
+  };
+  struct alignas(std::max_align_t) Link {
+    Link* next;
+    void (*destructor)(void*);
+  };
+  static constexpr size_t kBlockSize = 2044;      ///< free bytes of a fresh shared block
+  static constexpr size_t kLargestShared = 2043;  ///< more than this takes a block of its own
+
+  Block* NewBlock(size_t size) {
+    void* memory = size <= SIZE_MAX - sizeof(Block) ? Source::Alloc(sizeof(Block) + size) : nullptr;
+    if (!memory) throw std::bad_alloc();
+    return static_cast<Block*>(memory);
+  }
+
+  void* AllocOwnBlock(size_t size) {
+    Block* block = NewBlock(size);
+    if (blocks_) {
+      block->next = blocks_->next;
+      blocks_->next = block;
+    } else {
+      block->next = nullptr;
+      blocks_ = block;
+    }
+    return block->memory();
+  }
+
+  uint8_t* bottom_ = nullptr;  ///< first free byte of the current block
+  uint8_t* top_ = nullptr;     ///< allocation moves it down
+  Block* blocks_ = nullptr;
+  Link* destructors_ = nullptr;
+};
+
+using ChainAllocator = TAutoFreeAlloc<StdLibAlloc>;
+
+/// Constructs a T in `allocator`, which owns and one day destroys it.
+template <class T, class Source, class... Args>
+T* New(TAutoFreeAlloc<Source>& allocator, Args&&... args) {
+  static_assert(alignof(T) <= alignof(std::max_align_t));
+  if constexpr (std::is_trivially_destructible_v<T>) {
+    return new (allocator.AllocAligned(sizeof(T), alignof(T))) T(std::forward<Args>(args)...);
+  } else {
+    // The destructor is registered only once the object stands: a constructor that throws leaves nothing
+    // behind.
+    void* memory = allocator.Alloc(sizeof(T), [](void*) {});
+    T* object = new (memory) T(std::forward<Args>(args)...);
+    allocator.SetDestructor(memory, DestructorTraits<T>::Destruct);
+    return object;
+  }
+}

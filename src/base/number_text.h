@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+/// A short text in a buffer of its own, NUL-terminated: a formatted number, a class name, a colour.
+template <size_t N>
+class FixedText {
+ public:
+  const char* c_str() const { return text_; }
+  size_t size() const { return size_; }
+  operator std::string_view() const { return {text_, size_}; }
+
+  /// Appends; what does not fit is cut.
+  FixedText& append(std::string_view text) {
+    for (char c : text) append(c);
+    return *this;
+  }
+  FixedText& append(char c) {
+    if (size_ < N - 1) {
+      text_[size_++] = c;
+      text_[size_] = 0;
+    }
+    return *this;
+  }
+  FixedText& appendInt(long long value);
+  FixedText& appendUnsigned(unsigned long long value);
+  /// As "%.*f" in the C locale. NaN and infinity are written as 0.
+  FixedText& appendFixed(double value, int decimals = 6);
+  /// As "%02X" of the low byte.
+  FixedText& appendHexByte(unsigned value);
+
+ private:
+  char text_[N] = {};
+  size_t size_ = 0;
+};
+
+/// Room for every number that a CSS value or an attribute takes.
+using NumberText = FixedText<65>;
+
+/// "%lfpt" of `twips` / 20.0: a length from the Word file as a CSS length.
+NumberText points(int twips);
+/// "%lfpt" of a length in points.
+NumberText pointsOf(double length);
+/// "#%02X%02X%02X" of a Word colour, which has red in the low byte.
+NumberText wordColour(unsigned colour);
+/// "%d" and "prefix%d".
+NumberText number(int value);
+NumberText numbered(std::string_view prefix, int value);

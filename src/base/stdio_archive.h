@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdio>
+
+/// The empty root of all byte archives.
+class DsArchive {};
+
+/// One C file, owned; null when closed. Serves reading and writing alike.
+class StdioAdapter {
+ public:
+  StdioAdapter() = default;
+  explicit StdioAdapter(FILE* file) : file_(file) {}
+  StdioAdapter(const StdioAdapter&) = delete;
+  StdioAdapter& operator=(const StdioAdapter&) = delete;
+  ~StdioAdapter() { close(); }
+
+  /// Replaces the file without closing the old one.
+  void attach(FILE* file) { file_ = file; }
+  bool good() const { return file_ != nullptr; }
+  /// As fseek; -1 without a file.
+  int seek(const long& offset, int whence) { return file_ ? std::fseek(file_, offset, whence) : -1; }
+  long tell() { return file_ ? std::ftell(file_) : -1; }
+  /// Length in bytes; the position stays where it was.
+  long size();
+  /// Count of bytes that could be read or written.
+  unsigned int get(char* buffer, unsigned int n);
+  unsigned int put(const char* data, unsigned int n);
+  void close();
+
+ private:
+  FILE* file_ = nullptr;
+};
+
+/// Write operations over an adapter.
+template <class Adapter>
+class DsWriteArchiveDelegate : public DsArchive {
+ public:
+  bool good() const { return adapter_.good(); }
+  unsigned int put(const void* data, unsigned int n) {
+    return adapter_.put(static_cast<const char*>(data), n);
+  }
+  void close() { adapter_.close(); }
+
+ protected:
+  Adapter adapter_;
+};
+
+/// Writes the file named by a path, which is created or truncated (mode "wb+").
+class DsWriteArchive : public DsWriteArchiveDelegate<StdioAdapter> {
+ public:
+  DsWriteArchive() = default;
+  explicit DsWriteArchive(const char* path) { open(path); }
+  explicit DsWriteArchive(const wchar_t* path) { open(path); }
+  /// True if the file is open. A file that was open before is closed first.
+  bool open(const char* path);
+  /// The path goes through the locale "zh_CN.UTF-8", which stays set.
+  bool open(const wchar_t* path);
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "base/byte_view.h"
+#include "wordreader/plcf.h"
+
+/// The property lists that apply to one paragraph or run, undecoded, in place: the list of the FKP and that
+/// of the piece. A paragraph's FKP list begins with its 16-bit style index.
+struct KDRMergePropx {
+  uint16_t fkpSize = 0;    ///< bytes, 0 if none
+  uint16_t pieceSize = 0;  ///< bytes; filled and read by nobody
+  const uint8_t* fkpData = nullptr;
+  const uint8_t* pieceData = nullptr;
+
+  ByteView fkp() const { return ByteView(fkpData, fkpSize); }
+};
+
+/// The position table that the scanner fills: n records and n + 1 positions, the last of which is the end of
+/// the sub-document once finalised.
+template <class T>
+class KDWPlcfNormal {
+ public:
+  void NewItem(uint32_t position, const T& item) {
+    sorted_ = sorted_ && (records_.empty() || position >= positions_[records_.size() - 1]);
+    positions_.back() = position;
+    positions_.push_back(position);
+    records_.push_back(item);
+  }
+  void Finalize(uint32_t position) { positions_.back() = position; }
+
+  uint32_t Count() const { return static_cast<uint32_t>(records_.size()); }
+  /// Both ends of entry i if a further position exists, else the start and 0; zeros outside the table.
+  KDWRange Range(uint32_t i) const {
+    if (i + 1 < positions_.size()) return {positions_[i], positions_[i + 1]};
+    return {i < positions_.size() ? positions_[i] : 0, 0};
+  }
+  /// The record of entry i; null outside the table.
+  const T* Data(uint32_t i) const { return i < records_.size() ? &records_[i] : nullptr; }
+  struct ItemType {
+    KDWRange range;
+    T data;
+  };
+  ItemType Item(uint32_t i) const { return {Range(i), i < records_.size() ? records_[i] : T{}}; }
+
+  /// Index of the first entry that starts at or behind `position`; `Count()` if there is none.
+  uint32_t FirstFrom(uint32_t position) const;
+
+ private:
+  std::vector<uint32_t> positions_{0xFFFFFFFFu};
+  std::vector<T> records_;
+  bool sorted_ = true;  ///< the starts ascend, as they do unless the document is damaged
+};
+
+using KPropxTable = KDWPlcfNormal<KDRMergePropx>;
+
+template <class T>
+uint32_t KDWPlcfNormal<T>::FirstFrom(uint32_t position) const {
+  uint32_t low = 0;
+  if (!sorted_) {
+    while (low < Count() && positions_[low] < position) ++low;
+    return low;
+  }
+  uint32_t high = Count();
+  while (low < high) {
+    const uint32_t middle = low + (high - low) / 2;
+    if (positions_[middle] < position) {
+      low = middle + 1;
+    } else {
+      high = middle;
+    }
+  }
+  return low;
+}
