@@ -19,9 +19,9 @@ class StdioAdapter {
   bool good() const { return file_ != nullptr; }
   /// As fseek; -1 without a file.
   int seek(const long& offset, int whence) { return file_ ? std::fseek(file_, offset, whence) : -1; }
-  long tell() { return file_ ? std::ftell(file_) : -1; }
+  long tell() const { return file_ ? std::ftell(file_) : -1; }
   /// Length in bytes; the position stays where it was.
-  long size();
+  long size() const;
   /// Count of bytes that could be read or written.
   unsigned int get(char* buffer, unsigned int n);
   unsigned int put(const char* data, unsigned int n);

@@ -1,0 +1,41 @@
+#include "base/stdio_archive.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <cwchar>
+#include <string>
+
+long StdioAdapter::size() const {
+  if (!file_) return 0;
+  const long position = std::ftell(file_);
+  std::fseek(file_, 0, SEEK_END);
+  const long length = std::ftell(file_);
+  std::fseek(file_, position, SEEK_SET);
+  return length;
+}
+
+unsigned int StdioAdapter::get(char* buffer, unsigned int n) {
+  return file_ ? static_cast<unsigned int>(std::fread(buffer, 1, n, file_)) : 0;
+}
+
+unsigned int StdioAdapter::put(const char* data, unsigned int n) {
+  return file_ ? static_cast<unsigned int>(std::fwrite(data, 1, n, file_)) : 0;
+}
+
+void StdioAdapter::close() {
+  if (file_) std::fclose(file_);
+  file_ = nullptr;
+}
+
+bool DsWriteArchive::open(const char* path) {
+  close();
+  adapter_.attach(path ? std::fopen(path, "wb+") : nullptr);
+  return good();
+}
+
+bool DsWriteArchive::open(const wchar_t* path) {
+  if (!path || !std::setlocale(LC_ALL, "zh_CN.UTF-8")) return open(static_cast<const char*>(nullptr));
+  std::string narrow(4 * std::wcslen(path) + 1, '\0');
+  const size_t length = std::wcstombs(narrow.data(), path, narrow.size());
+  return open(length == static_cast<size_t>(-1) ? nullptr : narrow.c_str());
+}

@@ -1,0 +1,58 @@
+#include "storage/byte_archives.h"
+
+#include "storage/com_interfaces.h"
+
+size_t wcslen_2bit(const unsigned short* text) {
+  size_t length = 0;
+  while (text[length]) ++length;
+  return length;
+}
+
+void IStreamAdapter::attach(IStream* stream) {
+  // The reference comes first, so that attaching the stream that is held keeps it alive.
+  if (stream) stream->AddRef();
+  close();
+  stream_ = stream;
+}
+
+void IStreamAdapter::close() {
+  if (stream_) stream_->Release();
+  stream_ = nullptr;
+}
+
+unsigned int IStreamAdapter::tell() const {
+  _ULARGE_INTEGER position{};
+  if (stream_) stream_->Seek({}, STREAM_SEEK_CUR, &position);
+  return position.LowPart;
+}
+
+unsigned int IStreamAdapter::size() const {
+  tagSTATSTG stat{};
+  if (stream_) stream_->Stat(&stat, STATFLAG_NONAME);
+  return stat.cbSize.LowPart;
+}
+
+unsigned int IStreamAdapter::bytesLeft() const {
+  return stream_ ? stream_->BytesLeft() : 0;
+}
+
+unsigned int IStreamAdapter::get(char* buffer, unsigned int n) {
+  unsigned long count = 0;
+  if (stream_) stream_->Read(buffer, n, &count);
+  return static_cast<unsigned int>(count);
+}
+
+void IStreamAdapter::seek(const unsigned long& offset, int whence) {
+  const KULargeInt move(offset);
+  const Status status = stream_ ? stream_->Seek({ToUInt(move), 0}, static_cast<unsigned int>(whence), nullptr)
+                                : Status::kFailure;
+  if (failed(status)) ThrowIOError(static_cast<int>(status));
+}
+
+void IStreamAdapter::ThrowIOError(int code) {
+  throw code;
+}
+
+DsReadArchive::DsReadArchive(const char* path) {
+  if (path) adapter_.attach(std::fopen(path, "rb+"));
+}
