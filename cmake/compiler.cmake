@@ -8,7 +8,8 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 # What every target of this project is compiled with; never exported to users of the library.
 add_library(pagerex_build_flags INTERFACE)
-target_compile_options(pagerex_build_flags INTERFACE -Wall -Wextra -Wshadow $<$<BOOL:${PAGEREX_WERROR}>:-Werror>)
+target_compile_options(pagerex_build_flags INTERFACE -Wall -Wextra -Wshadow $<$<BOOL:${PAGEREX_WERROR}>:-Werror>
+                       -ffunction-sections -fdata-sections)
 if(PAGEREX_SANITIZE)
   target_compile_options(pagerex_build_flags INTERFACE -O1 -fno-omit-frame-pointer -fsanitize=address,undefined
                          -fno-sanitize-recover=undefined)

@@ -39,6 +39,7 @@ template class FixedText<32>;
 template class FixedText<64>;
 template class FixedText<65>;
 template class FixedText<260>;
+template class FixedText<340>;
 
 NumberText points(int twips) {
   // A twentieth has two decimals at most, so that the exact digits need no floating point.
@@ -66,4 +67,16 @@ NumberText number(int value) {
 
 NumberText numbered(std::string_view prefix, int value) {
   return NumberText().append(prefix).appendInt(value);
+}
+
+LongNumberText fixedNumber(double value) {
+  if (std::isfinite(value)) return LongNumberText().appendFixed(value);
+  const char* const word = std::isnan(value) ? "nan" : "inf";
+  return LongNumberText().append(std::signbit(value) ? "-" : "").append(word);
+}
+
+NumberText generalNumber(double value) {
+  char digits[64];
+  const auto result = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 18);
+  return NumberText().append(std::string_view(digits, static_cast<size_t>(result.ptr - digits)));
 }

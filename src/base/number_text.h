@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 /// A short text in a buffer of its own, NUL-terminated: a formatted number, a class name, a colour.
@@ -13,14 +14,14 @@ class FixedText {
 
   /// Appends; what does not fit is cut.
   FixedText& append(std::string_view text) {
-    for (char c : text) append(c);
+    const size_t left = N - 1 - size_;
+    const size_t count = text.size() < left ? text.size() : left;
+    if (count > 0) std::memcpy(text_ + size_, text.data(), count);
+    size_ += count;
     return *this;
   }
   FixedText& append(char c) {
-    if (size_ < N - 1) {
-      text_[size_++] = c;
-      text_[size_] = 0;
-    }
+    if (size_ < N - 1) text_[size_++] = c;
     return *this;
   }
   FixedText& appendInt(long long value);
@@ -31,12 +32,15 @@ class FixedText {
   FixedText& appendHexByte(unsigned value);
 
  private:
-  char text_[N] = {};
+  char text_[N] = {};  ///< only ever grows, so that a NUL always follows
   size_t size_ = 0;
 };
 
 /// Room for every number that a CSS value or an attribute takes.
 using NumberText = FixedText<65>;
+
+/// Room for every double as "%lf".
+using LongNumberText = FixedText<340>;
 
 /// "%lfpt" of `twips` / 20.0: a length from the Word file as a CSS length.
 NumberText points(int twips);
@@ -47,3 +51,7 @@ NumberText wordColour(unsigned colour);
 /// "%d" and "prefix%d".
 NumberText number(int value);
 NumberText numbered(std::string_view prefix, int value);
+/// "%lf" in the C locale, NaN and infinity included.
+LongNumberText fixedNumber(double value);
+/// "%.18g" in the C locale.
+NumberText generalNumber(double value);

@@ -1,9 +1,10 @@
 #include "base/stdio_archive.h"
 
-#include <clocale>
 #include <cstdlib>
 #include <cwchar>
 #include <string>
+
+#include "base/encoding.h"
 
 long StdioAdapter::size() const {
   if (!file_) return 0;
@@ -34,7 +35,7 @@ bool DsWriteArchive::open(const char* path) {
 }
 
 bool DsWriteArchive::open(const wchar_t* path) {
-  if (!path || !std::setlocale(LC_ALL, "zh_CN.UTF-8")) return open(static_cast<const char*>(nullptr));
+  if (!path || !KEncoding::SetLocale("zh_CN.UTF-8")) return open(static_cast<const char*>(nullptr));
   std::string narrow(4 * std::wcslen(path) + 1, '\0');
   const size_t length = std::wcstombs(narrow.data(), path, narrow.size());
   return open(length == static_cast<size_t>(-1) ? nullptr : narrow.c_str());

@@ -1,0 +1,428 @@
+#include "entry/html_writer_archive.h"
+
+#include <algorithm>
+
+#include "base/encoding.h"
+#include "base/number_text.h"
+
+namespace {
+
+/// What document text becomes, by its ASCII characters; those without a text stand for themselves. The
+/// space's row is for one that follows another space. The missing semicolon of the last row is what readers
+/// of these pages get.
+struct Escapes {
+  std::string_view of[128];
+  bool plain[128] = {};
+  constexpr Escapes() {
+    for (bool& each : plain) each = true;
+    for (unsigned char dropped : {0, 7, 13}) set(dropped, "");
+    set('\t', "&nbsp;&nbsp;&nbsp;&nbsp;");
+    set('\v', "<br>");
+    set(' ', "&nbsp;");
+    set('&', "&amp;");
+    set('<', "&lt;");
+    set('>', "&gt");
+  }
+  constexpr void set(unsigned char byte, std::string_view text) {
+    of[byte] = text;
+    plain[byte] = false;
+  }
+};
+constexpr Escapes kEscapes;
+constexpr size_t kLongestEscape = 24;
+constexpr size_t kEscapeBlock = 512;
+
+template <class Unit>
+bool standsForItself(Unit unit, uint8_t previous) {
+  return unit < 128 && (kEscapes.plain[unit] || (unit == ' ' && previous != ' '));
+}
+
+/// The count of units that `length` stands for: up to the NUL, and no more than `length` if that is not
+/// negative.
+size_t unitsOf(const unsigned short* text, int length) {
+  size_t n = 0;
+  while ((length < 0 || n < static_cast<size_t>(length)) && text[n]) ++n;
+  return n;
+}
+
+std::string_view boolWord(bool value) {
+  return value ? "true" : "false";
+}
+
+/// 0xRRGGBB as "#RRGGBB".
+NumberText rgbText(unsigned int colour) {
+  return NumberText()
+      .append('#')
+      .appendHexByte(colour >> 16)
+      .appendHexByte(colour >> 8)
+      .appendHexByte(colour);
+}
+
+}  // namespace
+
+Status CreateHtmlWriterArchive(IWriteArchive** archive, const char* path, unsigned int, unsigned int, char*) {
+  if (!archive) return Status::kInvalidArgument;
+  auto made = std::make_unique<KHtmlWriterArchive>();
+  if (made->Open(path) != Status::kOk) return Status::kInvalidArgument;
+  *archive = made.release();
+  return Status::kOk;
+}
+
+void DeleteHtmlWriterArchive(IWriteArchive* archive) {
+  delete archive;
+}
+
+KHtmlWriterArchive::KHtmlWriterArchive() {}
+
+KHtmlWriterArchive::~KHtmlWriterArchive() {
+  Close();
+}
+
+// Markup.
+
+void KHtmlWriterArchive::BeginElement(const char* name, const char* ns) {
+  EnsureWriteRight();
+  Write("<", 1);
+  WriteName(name, ns);
+  tagOpen_ = true;
+}
+
+void KHtmlWriterArchive::EndElement(bool empty) {
+  Write(empty ? std::string_view("/>") : std::string_view(">"));
+  tagOpen_ = false;
+}
+
+void KHtmlWriterArchive::EndElement(const char* name, const char* ns) {
+  EnsureWriteRight();
+  Write("</", 2);
+  WriteName(name, ns);
+  Write(">", 1);
+  tagOpen_ = false;
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name, const char* value, const char* ns,
+                                      const char* quote) {
+  WriteAttribute(name, value ? value : "", ns, quote);
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name, int value, const char* ns, const char* quote) {
+  WriteAttribute(name, number(value), ns, quote);
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name, double value, const char* ns, const char* quote) {
+  WriteAttribute(name, fixedNumber(value), ns, quote);
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name, bool value, const char* ns, const char* quote) {
+  WriteAttribute(name, boolWord(value), ns, quote);
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name, unsigned int value, const char* ns,
+                                      const char* quote) {
+  WriteAttribute(name, rgbText(value), ns, quote);
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name, const wchar_t* value, const char* ns,
+                                      const char* quote) {
+  WriteAttribute(name, Narrow(value, -1), ns, quote);
+}
+
+void KHtmlWriterArchive::AddAttribute(const wchar_t* name, const wchar_t* value, const wchar_t* ns,
+                                      const wchar_t* quote) {
+  Write(" ", 1);
+  if (ns) {
+    Write(Narrow(ns, -1));
+    Write(":", 1);
+  }
+  Write(Narrow(name, -1));
+  Write("=", 1);
+  Write(Narrow(quote, -1));
+  Write(Narrow(value, -1));
+  Write(Narrow(quote, -1));
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name, const unsigned short* value, const char* ns,
+                                      const wchar_t* quote) {
+  const std::string narrowQuote = Narrow(quote, -1);
+  WriteAttribute(name, Narrow(value), ns, narrowQuote.c_str());
+}
+
+void KHtmlWriterArchive::AddAttribute(const char* name) {
+  Write(" ", 1);
+  WriteText(name);
+}
+
+// Document text.
+
+void KHtmlWriterArchive::AddContentEx(const char* text) {
+  if (!text) return;
+  EnsureWriteRight();
+  Escape(reinterpret_cast<const unsigned char*>(text), std::strlen(text));
+}
+
+void KHtmlWriterArchive::AddContentEx(const wchar_t* text) {
+  if (text) AddContentEx(Narrow(text, -1).c_str());
+}
+
+void KHtmlWriterArchive::AddContentEx(const unsigned short* text) {
+  if (!text) return;
+  EnsureWriteRight();
+  EscapeUnits(text, unitsOf(text, -1));
+}
+
+void KHtmlWriterArchive::AddTextEx(const unsigned short* text, unsigned int length) {
+  if (!text || std::all_of(text, text + length, [](unsigned short unit) { return unit == 0; })) return;
+  EnsureWriteRight();
+  EscapeUnits(text, length);
+}
+
+void KHtmlWriterArchive::EscapeUnits(const unsigned short* text, size_t length) {
+  if (webEncoding_ == WebEncoding::kUtf8) {
+    Escape(text, length);
+  } else {
+    AddContentEx(NarrowNext(text, length).c_str());
+  }
+}
+
+/// The one loop that all document text goes through. Text gathers in a small block, which is handed on when
+/// it could not take another character in its longest form.
+template <class Unit>
+void KHtmlWriterArchive::Escape(const Unit* text, size_t length) {
+  char block[kEscapeBlock];
+  char* const full = block + kEscapeBlock - kLongestEscape;
+  char* out = block;
+  const Unit* const end = text + length;
+  uint8_t previous = pendingSpace_;
+  while (text != end) {
+    if (out >= full) {
+      Write(block, static_cast<size_t>(out - block));
+      out = block;
+    }
+    const Unit* const plain = text;
+    const Unit* const stop = text + std::min(full - out, end - text);
+    while (text != stop && standsForItself(*text, previous)) {
+      previous = static_cast<uint8_t>(*text++);
+      *out++ = static_cast<char>(previous);
+    }
+    if constexpr (sizeof(Unit) > 1) {
+      if (text != plain) joiner_.Reset();
+    }
+    if (text != stop) out = EscapeOne(*text++, out, previous);
+  }
+  Write(block, static_cast<size_t>(out - block));
+  pendingSpace_ = previous;
+}
+
+/// Writes what stands for one character that is not plain, and returns the place behind it.
+char* KHtmlWriterArchive::EscapeOne(unsigned char byte, char* out, uint8_t& previous) {
+  previous = byte;
+  if (byte >= 128) {
+    *out = static_cast<char>(byte);
+    return out + 1;
+  }
+  const std::string_view text = kEscapes.of[byte];
+  std::memcpy(out, text.data(), text.size());
+  return out + text.size();
+}
+
+char* KHtmlWriterArchive::EscapeOne(unsigned short unit, char* out, uint8_t& previous) {
+  if (unit == 0) return out;
+  const char32_t character = joiner_.Join(unit);
+  if (character < 128) return EscapeOne(static_cast<unsigned char>(character), out, previous);
+  const size_t size = encodeUtf8(character, out);
+  if (size > 0) previous = static_cast<uint8_t>(out[size - 1]);
+  return out + size;
+}
+
+// Text as it stands.
+
+void KHtmlWriterArchive::AddContent(const char* text, int length, bool breaks) {
+  if (text) AddContentBytes({text, length < 0 ? std::strlen(text) : static_cast<size_t>(length)}, breaks);
+}
+
+void KHtmlWriterArchive::AddContent(const wchar_t* text, int length, bool breaks) {
+  if (text) AddContentBytes(Narrow(text, length), breaks);
+}
+
+void KHtmlWriterArchive::AddContent(const unsigned short* text, int length, bool breaks) {
+  if (text) AddContentBytes(NarrowNext(text, unitsOf(text, length)), breaks);
+}
+
+void KHtmlWriterArchive::AddContentBytes(std::string_view text, bool breaks) {
+  EnsureWriteRight();
+  for (size_t lineEnd; breaks && (lineEnd = text.find('\n')) != text.npos;) {
+    Write(text.substr(0, lineEnd));
+    Write("<br>");
+    text.remove_prefix(lineEnd + 1);
+  }
+  Write(text);
+}
+
+void KHtmlWriterArchive::AddContent(int value) {
+  AddContentBytes(number(value), false);
+}
+
+void KHtmlWriterArchive::AddContent(bool value) {
+  AddContentBytes(boolWord(value), false);
+}
+
+void KHtmlWriterArchive::AddContent(long value) {
+  AddContentBytes(NumberText().appendInt(value), false);
+}
+
+void KHtmlWriterArchive::AddContent(double value) {
+  AddContentBytes(generalNumber(value), false);
+}
+
+void KHtmlWriterArchive::AddContent(float value) {
+  AddContent(static_cast<double>(value));
+}
+
+void KHtmlWriterArchive::AddContent(unsigned int value) {
+  AddContentBytes(rgbText(value), false);
+}
+
+void KHtmlWriterArchive::PutNewLine() {
+  Write("\r\n", 2);
+}
+
+void KHtmlWriterArchive::Put(const char* text) {
+  WriteText(text);
+}
+
+void KHtmlWriterArchive::Put(const wchar_t* text, int length) {
+  Write(Narrow(text, length));
+}
+
+void KHtmlWriterArchive::Put(const unsigned short* text, int length) {
+  if (text) Write(NarrowNext(text, unitsOf(text, length)));
+}
+
+std::string KHtmlWriterArchive::Narrow(const wchar_t* text, int length) const {
+  return KEncoding::WCharToString(static_cast<unsigned int>(webEncoding_), text, length);
+}
+
+/// A 16-bit text that is whole in itself: the value of an attribute or of a property.
+std::string KHtmlWriterArchive::Narrow(const unsigned short* text) const {
+  return KEncoding::WCHAR2BitToString(static_cast<unsigned int>(webEncoding_), text);
+}
+
+/// The next part of a 16-bit text that goes on over several calls.
+std::string KHtmlWriterArchive::NarrowNext(const unsigned short* text, size_t length) {
+  std::wstring characters;
+  for (size_t i = 0; i < length; ++i) {
+    const char32_t character = joiner_.Join(text[i]);
+    if (character != 0 && (character & 0xFFFFF800) != 0xD800) characters += static_cast<wchar_t>(character);
+  }
+  return Narrow(characters.c_str(), -1);
+}
+
+// CSS.
+
+void KHtmlWriterArchive::StartCssBlock(const char* selector) {
+  if (!selector) return;
+  EnsureWriteRight();
+  EnsureEndCss();
+  WriteText(selector);
+  PutNewLine();
+  Write("{", 1);
+  cssInBlock_ = true;
+  cssOpen_ = true;
+}
+
+void KHtmlWriterArchive::EndCssBlock() {
+  if (!cssOpen_) return;
+  Write("}", 1);
+  PutNewLine();
+  cssOpen_ = false;
+}
+
+void KHtmlWriterArchive::StartCssStyle() {
+  EnsureEndCss();
+  Write(" style=\"");
+  cssInBlock_ = false;
+  cssOpen_ = true;
+}
+
+void KHtmlWriterArchive::EndCssStyle() {
+  if (!cssOpen_) return;
+  Write("\"", 1);
+  cssOpen_ = false;
+}
+
+void KHtmlWriterArchive::EnsureEndCss() {
+  if (!cssOpen_) return;
+  if (cssInBlock_) {
+    EndCssBlock();
+  } else {
+    EndCssStyle();
+  }
+}
+
+void KHtmlWriterArchive::AddCssProp(const char* name, const char* value, const char* quote) {
+  WriteCssProp(name, value ? value : "", quote);
+}
+
+void KHtmlWriterArchive::AddCssProp(const char* name, const wchar_t* value, const char* quote) {
+  WriteCssProp(name, Narrow(value, -1), quote);
+}
+
+void KHtmlWriterArchive::AddCssProp(const char* name, const unsigned short* value, const char* quote) {
+  WriteCssProp(name, Narrow(value), quote);
+}
+
+// The file.
+
+Status KHtmlWriterArchive::Open(const wchar_t* path) {
+  return OpenFile(path);
+}
+
+Status KHtmlWriterArchive::Open(const char* path) {
+  return OpenFile(path);
+}
+
+/// A file that is still open gets what is its own first.
+template <class Path>
+Status KHtmlWriterArchive::OpenFile(const Path* path) {
+  Close();
+  const bool first = !file_;
+  if (first) file_ = std::make_unique<DsWriteArchive>();
+  if (path && file_->open(path)) {
+    capacity_ = kBufferSize;
+    return Status::kOk;
+  }
+  if (first) file_.reset();
+  return Status::kNothing;
+}
+
+void KHtmlWriterArchive::Close() {
+  if (!file_) return;
+  WriteOut();
+  file_->close();
+  capacity_ = 0;
+}
+
+void KHtmlWriterArchive::_Put(const char* data, int length) {
+  if (data && length > 0) Write(data, static_cast<size_t>(length));
+}
+
+/// What did not fit: fills the buffer up and begins it anew, or goes past it.
+void KHtmlWriterArchive::WriteSlowly(const char* data, size_t length) {
+  if (capacity_ == 0) return;
+  if (length > kBufferSize) {
+    WriteOut();
+    file_->put(data, static_cast<unsigned int>(length));
+    return;
+  }
+  const size_t fits = capacity_ - used_;
+  std::memcpy(buffer_ + used_, data, fits);
+  used_ = capacity_;
+  WriteOut();
+  std::memcpy(buffer_, data + fits, length - fits);
+  used_ = static_cast<uint32_t>(length - fits);
+}
+
+void KHtmlWriterArchive::WriteOut() {
+  if (used_ > 0) file_->put(buffer_, used_);
+  used_ = 0;
+}
