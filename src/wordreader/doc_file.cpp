@@ -1,0 +1,144 @@
+#include "wordreader/doc_file.h"
+
+#include <algorithm>
+
+#include "storage/com_interfaces.h"
+
+namespace {
+
+constexpr unsigned int kExclusiveRead = 16;
+constexpr size_t kFirstSubDocLength = 3;  // place of the main text's length in rglw
+
+/// Opens a stream of `storage` for `archive`, which then holds the only reference.
+Status attachStream(IStorage* storage, const wchar_t* name, DsMemReadArchive& archive) {
+  IStream* stream = nullptr;
+  const Status status = storage->OpenStream(name, nullptr, kExclusiveRead, 0, &stream);
+  if (!stream) return failed(status) ? status : Status::kStreamNotFound;
+  archive.attach(stream);
+  stream->Release();
+  return status;
+}
+
+}  // namespace
+
+ByteView ReadBytes(DsMemReadArchive& archive, uint32_t size, ChainAllocator& allocator) {
+  const uint32_t available = std::min(size, archive.bytesLeft());
+  if (available == 0) return {};
+  void* buffer = allocator.AllocAligned(available, 4);
+  return ByteView(buffer, archive.get(buffer, available));
+}
+
+// KDRDocFile
+
+Status KDRDocFile::open(IStorage* storage, ChainAllocator& allocator) {
+  if (!storage) return Status::kInvalidArgument;
+  storage->AddRef();
+  close();
+  storage_ = storage;
+
+  Status status = attachStream(storage_, L"WordDocument", word_);
+  if (failed(status)) return status;
+  const mso_word::FIB_HEADER& header = table_.ReadHeader(word_);
+  if (header.flags & mso_word::FIB_HEADER::kEncrypted) return Status::kEncrypted;
+
+  const bool isTable1 = (header.flags & mso_word::FIB_HEADER::kTable1) != 0;
+  IStream* table = nullptr;
+  status = storage_->OpenStream(isTable1 ? L"1Table" : L"0Table", nullptr, kExclusiveRead, 0, &table);
+  if (failed(status)) return status;
+  status = table_.init(table, word_, allocator);
+  if (table) table->Release();
+  return status;
+}
+
+void KDRDocFile::close() {
+  if (!storage_) return;
+  // A stream does not keep its storage alive, so the storage goes last.
+  data_.close();
+  table_.close();
+  word_.close();
+  storage_->Release();
+  storage_ = nullptr;
+}
+
+DsMemReadArchive& KDRDocFile::getDataStrm() const {
+  if (!data_.good() && storage_) attachStream(storage_, L"Data", data_);
+  return data_;
+}
+
+// KDRTableStrm
+
+const mso_word::FIB_HEADER& KDRTableStrm::ReadHeader(DsMemReadArchive& word) {
+  header_ = {};
+  word.get_struct(header_);
+  return header_;
+}
+
+Status KDRTableStrm::init(IStream* table, DsMemReadArchive& word, ChainAllocator& allocator) {
+  table_.attach(table);
+  ReadCounts(word, allocator);
+  if (failed(ReadPairs(word, allocator))) {
+    close();
+    return Status::kReadFault;
+  }
+  ReadTail(word, allocator);
+  return Status::kOk;
+}
+
+Status KDRTableStrm::ReadPairs(DsMemReadArchive& word, ChainAllocator& allocator) {
+  const Status status = word.get16u(cfclcb_);
+  if (failed(status)) return status;
+  const uint32_t size = cfclcb_ * uint32_t{sizeof(mso_word::FCLCB)};
+  rgfclcb_ = ReadBytes(word, size, allocator);
+  return rgfclcb_.size() == size ? Status::kOk : Status::kReadFault;
+}
+
+void KDRTableStrm::close() {
+  cfclcb_ = 0;
+  cslw_ = 0;
+  csw_ = 0;
+  table_.close();
+}
+
+Status KDRTableStrm::getRecInfo(uint32_t index, mso_word::FCLCB* out) const {
+  if (index >= cfclcb_) return Status::kNothing;
+  *out = rgfclcb_.copyOf<mso_word::FCLCB>(size_t{index} * sizeof(mso_word::FCLCB));
+  return static_cast<int32_t>(out->lcb) < 1 ? Status::kNothing : Status::kOk;
+}
+
+Status KDRTableStrm::getRecord(const mso_word::FCLCB& record, void* buffer) const {
+  table_.seek(static_cast<long>(record.fc), STREAM_SEEK_SET);
+  return table_.get(buffer, record.lcb) == record.lcb ? Status::kOk : Status::kNothing;
+}
+
+Status KDRTableStrm::getRecord(KDRTableRecord* out, uint32_t index, ChainAllocator& allocator) const {
+  const Status status = getRecInfo(index, &out->place);
+  if (status != Status::kOk) return status;
+  table_.seek(static_cast<long>(out->place.fc), STREAM_SEEK_SET);
+  out->bytes = ReadBytes(table_, out->place.lcb, allocator);
+  return out->bytes.size() == out->place.lcb ? Status::kOk : Status::kNothing;
+}
+
+// KDRFib
+
+void KDRFib::ReadCounts(DsMemReadArchive& word, ChainAllocator& allocator) {
+  csw_ = cslw_ = 0;
+  word.get16u(csw_);
+  rgsw_ = ReadBytes(word, csw_ * uint32_t{2}, allocator);
+  word.get16u(cslw_);
+  rglw_ = ReadBytes(word, cslw_ * uint32_t{4}, allocator);
+
+  SubDocLengths lengths;
+  for (size_t i = 0; i < lengths.size(); ++i) lengths[i] = rglw_.u32((kFirstSubDocLength + i) * 4);
+  SetSubDocLengths(lengths);
+}
+
+void KDRFib::ReadTail(DsMemReadArchive& word, ChainAllocator& allocator) {
+  const auto size = static_cast<uint16_t>(header_.fcMin - word.tell());
+  tail_ = ReadBytes(word, size, allocator);
+}
+
+void KDRFib::SetSubDocLengths(const SubDocLengths& lengths) {
+  subDocLengths_ = lengths;
+  subDocStarts_[0] = 0;
+  for (size_t i = 0; i < lengths.size(); ++i) subDocStarts_[i + 1] = subDocStarts_[i] + lengths[i];
+}

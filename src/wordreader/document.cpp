@@ -1,0 +1,106 @@
+#include "wordreader/document.h"
+
+#include "storage/com_interfaces.h"
+#include "storage/compound_file.h"
+#include "wordreader/annotations.h"
+#include "wordreader/bookmarks.h"
+#include "wordreader/fields.h"
+#include "wordreader/font_table.h"
+#include "wordreader/list_table.h"
+#include "wordreader/notes.h"
+#include "wordreader/sections.h"
+#include "wordreader/style_sheet.h"
+
+Status KDRDocument::OpenDocument(const char* path, unsigned int /*flags*/) {
+  IStorage* storage = nullptr;
+  Status status = FreeOleOpenStorage(path, &storage);
+  if (failed(status)) return status;
+  status = OpenDocument(storage);
+  storage->Release();
+  return status;
+}
+
+Status KDRDocument::OpenDocument(IStorage* storage) {
+  Status status = docFile_.open(storage, allocator_);
+  if (!failed(status)) {
+    KDRTableRecord pieceTable;
+    status = GetTableRecord(&pieceTable, mso_word::FCLCB_CLX);
+    if (!failed(status)) status = KDRClx::Read(pieceTable);
+  }
+  if (failed(status)) Close();
+  return status;
+}
+
+void KDRDocument::Close() {
+  docFile_.close();
+}
+
+Status KDRDocument::GetRecInfo(uint32_t fibIndex, mso_word::FCLCB* out) const {
+  return docFile_.getTableStrm().getRecInfo(fibIndex, out);
+}
+
+Status KDRDocument::GetTableRecord(KDRTableRecord* out, uint32_t fibIndex) const {
+  return docFile_.getTableStrm().getRecord(out, fibIndex, allocator_);
+}
+
+Status KDRDocument::GetRecord(const mso_word::FCLCB& record, void* buffer) const {
+  return docFile_.getTableStrm().getRecord(record, buffer);
+}
+
+template <class T>
+const T& KDRPtr<T>::ref(const KDRDocument& document) const {
+  if (!object_) {
+    // Kept before it is read: a table whose reading failed, or threw, is not read again.
+    object_ = New<T>(document.GetAllocator());
+    object_->Read(document);
+  }
+  return *object_;
+}
+
+const KTextPool& KDRDocument::GetTextPool(mso_word::SUBDOC_TYPE type) const {
+  return textStream_.ref(*this).GetTextPool(type);
+}
+
+const KPropxTable& KDRDocument::GetPlcfPap(mso_word::SUBDOC_TYPE type) const {
+  return textStream_.ref(*this).GetPlcfPap(type);
+}
+
+const KPropxTable& KDRDocument::GetPlcfChp(mso_word::SUBDOC_TYPE type) const {
+  return textStream_.ref(*this).GetPlcfChp(type);
+}
+
+const KDRFieldContext& KDRDocument::GetFields(mso_word::SUBDOC_TYPE type) const {
+  return fields_.ref(*this).GetFields(type);
+}
+
+const KDRPlcfsed& KDRDocument::GetPlcfsed() const {
+  return sections_.ref(*this);
+}
+
+const KDRBookMarks& KDRDocument::GetBookMarks() const {
+  return bookmarks_.ref(*this);
+}
+
+const KDRAnnotations& KDRDocument::GetAnnotations() const {
+  return annotations_.ref(*this);
+}
+
+const KDRFootnotes& KDRDocument::GetFootnotes() const {
+  return footnotes_.ref(*this);
+}
+
+const KDREndnotes& KDRDocument::GetEndnotes() const {
+  return endnotes_.ref(*this);
+}
+
+const KDRFontTable& KDRDocument::GetFontTable() const {
+  return fonts_.ref(*this);
+}
+
+const KDRStyleSheet& KDRDocument::GetStyleSheet() const {
+  return styleSheet_.ref(*this);
+}
+
+const KDRListTable& KDRDocument::GetListTable() const {
+  return lists_.ref(*this);
+}
