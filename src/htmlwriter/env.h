@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -98,8 +99,10 @@ struct KEnv {
   uint32_t footnoteCount = 0;
   uint32_t endnoteCount = 0;
   mso_word::SUBDOC_TYPE subDocType = mso_word::SUBDOC_MAIN;
-  int32_t sectionLeftMargin = 0;                 ///< twips
-  std::map<unsigned int, float> styleFontSizes;  ///< points, by style index
+  int32_t sectionLeftMargin = 0;  ///< twips
+  /// Points, by style index. Filled before any page is written and shared by all copies.
+  std::shared_ptr<std::map<unsigned int, float>> styleFontSizes =
+      std::make_shared<std::map<unsigned int, float>>();
   std::vector<unsigned int> pendingAnnotations;  ///< note numbers whose content the page still owes
   std::vector<unsigned int> pendingFootnotes;
   std::vector<unsigned int> pendingEndnotes;

@@ -23,12 +23,16 @@ template <class T>
 class KDWPlcfNormal {
  public:
   void NewItem(uint32_t position, const T& item) {
-    sorted_ = sorted_ && (records_.empty() || position >= positions_[records_.size() - 1]);
+    sorted_ =
+        sorted_ && position <= INT32_MAX && (records_.empty() || position >= positions_[records_.size() - 1]);
     positions_.back() = position;
     positions_.push_back(position);
     records_.push_back(item);
   }
-  void Finalize(uint32_t position) { positions_.back() = position; }
+  void Finalize(uint32_t position) {
+    sorted_ = sorted_ && (records_.empty() || position >= positions_[records_.size() - 1]);
+    positions_.back() = position;
+  }
 
   uint32_t Count() const { return static_cast<uint32_t>(records_.size()); }
   /// Both ends of entry i if a further position exists, else the start and 0; zeros outside the table.
@@ -44,13 +48,17 @@ class KDWPlcfNormal {
   };
   ItemType Item(uint32_t i) const { return {Range(i), i < records_.size() ? records_[i] : T{}}; }
 
+  /// The starts ascend and are character positions of less than 2 GiB, as in every sound document.
+  bool ascends() const { return sorted_; }
   /// Index of the first entry that starts at or behind `position`; `Count()` if there is none.
   uint32_t FirstFrom(uint32_t position) const;
+  /// Index of the first entry from `from` on that ends at or behind `position`, in a table that ascends.
+  uint32_t FirstEndingFrom(uint32_t position, uint32_t from) const;
 
  private:
   std::vector<uint32_t> positions_{0xFFFFFFFFu};
   std::vector<T> records_;
-  bool sorted_ = true;  ///< the starts ascend, as they do unless the document is damaged
+  bool sorted_ = true;
 };
 
 using KPropxTable = KDWPlcfNormal<KDRMergePropx>;
@@ -66,6 +74,25 @@ uint32_t KDWPlcfNormal<T>::FirstFrom(uint32_t position) const {
   while (low < high) {
     const uint32_t middle = low + (high - low) / 2;
     if (positions_[middle] < position) {
+      low = middle + 1;
+    } else {
+      high = middle;
+    }
+  }
+  return low;
+}
+
+template <class T>
+uint32_t KDWPlcfNormal<T>::FirstEndingFrom(uint32_t position, uint32_t from) const {
+  uint32_t low = from;
+  uint32_t high = Count();
+  // The next entry is nearly always at hand: paragraphs come in order.
+  for (unsigned near = 0; near < 4 && low < high; ++near, ++low) {
+    if (positions_[low + 1] >= position) return low;
+  }
+  while (low < high) {
+    const uint32_t middle = low + (high - low) / 2;
+    if (positions_[middle + 1] < position) {
       low = middle + 1;
     } else {
       high = middle;

@@ -1,0 +1,41 @@
+#include "htmlwriter/bookmark_writer.h"
+
+#include "base/encoding.h"
+#include "base/number_text.h"
+#include "htmlwriter/navigation_writer.h"
+
+namespace pagerex {
+
+Status KHtmlBookmarkWriter::Init(KEnv* env) {
+  if (!env) return Status::kInvalidArgument;
+  env_ = env;
+  return Status::kOk;
+}
+
+Status KHtmlBookmarkWriter::Collect(unsigned int begin, unsigned int end) {
+  if (!env_) return Status::kInvalidArgument;
+  positions_.clear();
+  if (!env_->bookmarkCPStarts || !env_->bookmarkStarts || begin >= end) return Status::kOk;
+  const auto last = env_->bookmarkCPStarts->upper_bound(end - 1);
+  for (auto it = env_->bookmarkCPStarts->lower_bound(begin); it != last; ++it) {
+    if (env_->navigation) {
+      // Word's hidden bookmarks begin with an underscore.
+      const unsigned short* name = env_->bookmarkStarts->Item(static_cast<int>(it->second)).name.text;
+      if (name[0] == '_') continue;
+      const std::string text = KEncoding::WCHAR2BitToString(65001, name);
+      env_->navigation->CollectBookMarkCP(it->first, text.c_str());
+    }
+    positions_.push_back(it->first);
+  }
+  return Status::kOk;
+}
+
+Status KHtmlBookmarkWriter::Write(unsigned int position) {
+  if (!env_) return Status::kInvalidArgument;
+  env_->archive->BeginElement("a");
+  env_->archive->AddAttribute("name", numbered("BM_", static_cast<int>(position)).c_str());
+  env_->archive->EndElement("a");
+  return Status::kOk;
+}
+
+}  // namespace pagerex

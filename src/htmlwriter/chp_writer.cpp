@@ -1,0 +1,200 @@
+#include "htmlwriter/chp_writer.h"
+
+#include <algorithm>
+
+#include "base/encoding.h"
+#include "base/number_text.h"
+#include "htmlwriter/css_props.h"
+#include "htmlwriter/navigation_writer.h"
+
+namespace pagerex {
+
+Status KChpBase::Init(KEnv* env) {
+  if (!env) return Status::kInvalidArgument;
+  env_ = env;
+  return Status::kOk;
+}
+
+Status KChpBase::EnterRun(unsigned int index) {
+  if (!env_ || index >= env_->plcfChp->Count()) return Status::kInvalidArgument;
+  const KDWRange range = env_->plcfChp->Range(index);
+  runStart_ = std::max({range.start, env_->pap.papStart, env_->streamStart});
+  runEnd_ = std::min({range.end, env_->pap.papEnd, env_->streamEnd});
+  if (runEnd_ < runStart_) return Status::kNothing;
+  runEnd_ = std::min(runEnd_, std::max(runStart_, env_->textPool->size()));
+
+  // One character more is read to see whether a page break follows.
+  const uint32_t length = runEnd_ - runStart_;
+  runText_.assign(size_t{length} + 2, 0);
+  env_->textPool->read(runStart_, runText_.data(), length + 1);
+  endsWithPageBreak_ = runText_[length] == kPageBreakMark;
+  runText_[length] = 0;
+
+  const KDWSprmList sprms(env_->plcfChp->Data(index)->fkp());
+  currentIstd_ = sprms.GetCharIstd();
+  runSpan_.Reset();
+  return Sprms2SpanProp(sprms, &runSpan_);
+}
+
+void KChpBase::BeginChp() {
+  IWriteArchive* archive = env_->archive;
+  archive->BeginElement("span");
+  float baseSize = env_->pap.baseFontSize;
+  if (currentIstd_ != mso_word::kNoCharacterStyle) {
+    archive->AddAttribute("class", numbered("std", currentIstd_).c_str());
+    baseSize = GetBaseFontSize(env_, currentIstd_, baseSize);
+  }
+  archive->StartCssStyle();
+  WriteChProps(&runSpan_, archive, &env_->document->GetFontTable(), env_->pap.lineSpacing, baseSize);
+  archive->EndCssStyle();
+}
+
+void KChpBase::EndChp() {
+  env_->archive->EndElement("span");
+}
+
+Status KChpBase::WriteHyperLinkBegin() {
+  if (env_->hyperlinkState != 1) return Status::kInvalidArgument;
+  env_->hyperlinkState = 2;
+  env_->archive->BeginElement("a");
+  std::wstring url;
+  std::wstring title;
+  ParseHyperlinkFieldCode(fields_.takeCode(), url, title);
+  if (!url.empty()) env_->archive->AddAttribute("href", url.c_str());
+  if (!title.empty()) env_->archive->AddAttribute("title", title.c_str());
+  return Status::kOk;
+}
+
+bool KChpBase::ProcessMarks(bool links) {
+  const uint32_t length = runEnd_ - runStart_;
+  if (runSpan_.fSpec == 0) {
+    fields_.collect(runText_.data(), length);
+    return fields_.hidesText();
+  }
+  for (uint32_t i = 0; i < length; ++i) {
+    switch (runText_[i]) {
+      case kFieldBegin:
+        OnFieldBegin(runStart_ + i, links);
+        break;
+      case kFieldSeparator:
+        fields_.separator();
+        break;
+      case kFieldEnd:
+        OnFieldEnd(links);
+        break;
+      default:
+        OnObjectMark(runText_[i], runStart_ + i);
+    }
+  }
+  return true;
+}
+
+void KChpBase::OnObjectMark(uint16_t, uint32_t) {}
+
+void KChpBase::OnFieldBegin(uint32_t cp, bool links) {
+  const KDRFieldContext& marks = *env_->fields;
+  const uint32_t index = marks.Find(cp);
+  const bool known = index < marks.Count();
+  fields_.begin(known, known ? marks.Item(index).GetFieldType() : 0);
+  if (links && fields_.inHyperlink()) env_->hyperlinkState = 1;
+}
+
+void KChpBase::OnFieldEnd(bool links) {
+  if (links && fields_.inHyperlink()) env_->archive->EndElement("a");
+  env_->hyperlinkState = 0;
+  fields_.end();
+}
+
+void KChpBase::WriteText(uint32_t start, uint32_t end) {
+  const uint16_t* text = runText_.data() + (start - runStart_);
+  env_->archive->AddTextEx(text, end - start);
+  if (env_->pap.collectingTitle != 0 && env_->navigation) {
+    std::string title;
+    Utf16Joiner joiner;
+    for (uint32_t i = 0; i < end - start; ++i) {
+      if (text[i] != 0) appendUtf8(title, joiner.Join(text[i]));
+    }
+    env_->navigation->CollectTitle(title.c_str());
+  }
+}
+
+Status KChpNormalBase::Init(KEnv* env) {
+  const Status annotations = annotations_.Init(env);
+  if (failed(annotations)) return annotations;
+  const Status notes = notes_.Init(env);
+  return failed(notes) ? notes : KChpBase::Init(env);
+}
+
+/// Notes do not refer to notes of their own kind.
+void KChpNormalBase::OnObjectMark(uint16_t mark, uint32_t cp) {
+  constexpr uint16_t kNoteReference = 2;
+  constexpr uint16_t kAnnotationReference = 5;
+  const mso_word::SUBDOC_TYPE story = env_->subDocType;
+  if (mark == kNoteReference) {
+    if (story != mso_word::SUBDOC_FOOTNOTE && story != mso_word::SUBDOC_ENDNOTE) notes_.WriteAnchor(cp);
+  } else if (mark == kAnnotationReference) {
+    if (story != mso_word::SUBDOC_ANNOTATION) annotations_.WriteAnchor();
+  }
+}
+
+Status KHtmlChpWriterNormal::Init(KEnv* env) {
+  const Status bookmarks = bookmarks_.Init(env);
+  return failed(bookmarks) ? bookmarks : KChpNormalBase::Init(env);
+}
+
+Status KHtmlChpWriterNormal::Write(unsigned int index) {
+  const Status entered = EnterRun(index);
+  if (entered != Status::kOk) return entered;
+  if (ProcessField()) return Status::kOk;
+  BeginChp();
+  if (env_->hyperlinkState == 1) WriteHyperLinkBegin();
+  const Status status = WriteChpContent();
+  EndChp();
+  return status;
+}
+
+/// A mark in a run of its own, the common layout, gives an empty paragraph its height; one at the end of a
+/// longer run leaves no trace.
+Status KHtmlChpWriterNormal::WriteChpContent() {
+  IWriteArchive* archive = env_->archive;
+  bookmarks_.Collect(runStart_, runEnd_);
+  if (isWholePap(kPapMark)) {
+    WriteBookmarkAtStart();
+    archive->AddContent(kEmptyPap);
+  } else if (isWholePap(kCellMark)) {
+    WriteBookmarkAtStart();
+    if (failed(env_->pap.papx.FindSprm(kSprmPFTtp, nullptr))) archive->AddContent(kEmptyPap);
+  } else if (env_->pap.papHasContent == 0 && runText_[0] == kPapMark) {
+    WriteBookmarkAtStart();
+    archive->AddContent(kEmptyPap);
+  } else if (runText_[0] == kPageBreakMark) {
+    WriteBookmarkAtStart();
+    archive->AddContent(kPageBreak);
+  } else {
+    WriteTextWithBookmarks();
+  }
+  return Status::kOk;
+}
+
+void KHtmlChpWriterNormal::WriteBookmarkAtStart() {
+  if (!bookmarks_.positions().empty()) bookmarks_.Write(runStart_);
+}
+
+void KHtmlChpWriterNormal::WriteTextWithBookmarks() {
+  uint32_t done = runStart_;
+  for (const unsigned int position : bookmarks_.positions()) {
+    WriteChpContent(done, position);
+    bookmarks_.Write(position);
+    done = position;
+  }
+  WriteChpContent(done, runEnd_);
+}
+
+Status KHtmlChpWriterNormal::WriteChpContent(uint32_t start, uint32_t end) {
+  if (start == end) return Status::kNothing;
+  if (!isPart(start, end)) return Status::kInvalidArgument;
+  WriteText(start, end);
+  return Status::kOk;
+}
+
+}  // namespace pagerex

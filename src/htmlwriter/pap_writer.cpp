@@ -1,0 +1,180 @@
+#include "htmlwriter/pap_writer.h"
+
+#include "base/number_text.h"
+#include "htmlwriter/css_props.h"
+#include "htmlwriter/navigation_writer.h"
+#include "wordreader/list_table.h"
+
+namespace pagerex {
+
+Status KPapBase::Init(KEnv* env) {
+  if (!env) return Status::kInvalidArgument;
+  env_ = env;
+  return Status::kOk;
+}
+
+Status KPapBase::WriteElement(unsigned int index) {
+  const Status entered = EnterPap(index);
+  if (entered != Status::kOk) return entered;
+  env_->pap.papHasContent = 0;
+  const ByteView papx = env_->plcfPap->Data(index)->fkp();
+  if (papx.empty()) return Status::kOk;
+  env_->pap.papx.AssignPapx(papx);
+  StartTitle();
+  env_->pap.baseFontSize = GetBaseFontSize(env_, env_->pap.papx.GetParaIstd(), 10.5f);
+
+  unsigned int first = 0;
+  unsigned int last = 0;
+  if (failed(SearchChp({env_->pap.papStart, env_->pap.papEnd}, first, last))) return Status::kOk;
+  IStartNewPage* const startNewPage = env_->startNewPage;
+  const Status page = ChoosePage();
+  if (failed(page)) return page;
+  StartPap();
+  const Status status = WriteRuns(first, last);
+  EndPap();
+  env_->startNewPage = startNewPage;
+  if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->EndCollectTitle();
+  return status == Status::kOk || status == Status::kNothing ? Status::kOk : Status::kFailure;
+}
+
+/// A heading goes into the navigation tree, whose link leads to an anchor in front of the paragraph.
+void KPapBase::StartTitle() {
+  if (!env_->navigation) return;
+  const uint16_t istd = env_->pap.papx.GetParaIstd();
+  env_->pap.collectingTitle = IsTitle(istd);
+  if (env_->pap.collectingTitle == 0) return;
+  env_->navigation->StartCollectTitle(env_->pap.papStart, istd);
+  env_->navigation->WriteTitleAnchor(env_->pap.papStart, env_->archive);
+}
+
+Status KPapBase::EnterPap(unsigned int index) {
+  if (!env_) return Status::kInvalidArgument;
+  if (index >= env_->plcfPap->Count()) return Status::kNothing;
+  const KDWRange range = env_->plcfPap->Range(index);
+  if (range.start > range.end || range.start >= env_->streamEnd || env_->streamStart >= range.end) {
+    return Status::kNothing;
+  }
+  env_->pap.papStart = range.start;
+  env_->pap.papEnd = range.end;
+  env_->pap.papIndex = index;
+  return Status::kOk;
+}
+
+Status KPapBase::WriteRuns(unsigned int first, unsigned int last) {
+  Status status = Status::kOk;
+  for (unsigned int run = first; run < last && !failed(status); ++run) {
+    status = env_->writers.chp->Write(run);
+  }
+  return status;
+}
+
+Status KPapBase::StartPap() {
+  if (!env_) return Status::kInvalidArgument;
+  env_->archive->BeginElement("p");
+  WritePapxs();
+  return Status::kOk;
+}
+
+Status KPapBase::EndPap() {
+  if (!env_) return Status::kInvalidArgument;
+  env_->archive->EndElement("p");
+  env_->archive->PutNewLine();
+  return Status::kOk;
+}
+
+void KPapBase::WritePapxs() {
+  KPapEnv& pap = env_->pap;
+  IWriteArchive* archive = env_->archive;
+  const uint16_t istd = pap.papx.GetParaIstd();
+  if (istd != mso_word::kNoCharacterStyle) archive->AddAttribute("class", numbered("std", istd).c_str());
+  KDRParagraphProp prop;
+  Sprms2ParagraphProp(pap.papx, &prop, &env_->document->GetListTable(), env_->document);
+  hasList_ = prop.has(paragraph_mask::ilfo) && prop.has(paragraph_mask::ilvl);
+  if (hasList_) {
+    pap.listIlfo = prop.ilfo;
+    pap.listIlvl = prop.ilvl;
+  }
+  archive->StartCssStyle();
+  WritePapProps(&prop, archive, pap.lineSpacing);
+  archive->EndCssStyle();
+}
+
+bool HasIntersection(const KDWRange& a, const KDWRange& b) {
+  return static_cast<int32_t>(a.start) <= static_cast<int32_t>(b.end) &&
+         static_cast<int32_t>(b.start) <= static_cast<int32_t>(a.end);
+}
+
+/// Touching counts as overlap, so that a run which merely ends where the range begins is stepped over, and
+/// one which merely begins where it ends is left out. The cursor stays on the last run: the next range begins
+/// its search there.
+Status KPapBase::SearchChp(const KDWRange& range, unsigned int& first, unsigned int& last) {
+  const KPropxTable& runs = *env_->plcfChp;
+  if (!FindFirstChp(range, first)) return Status::kFailure;
+  last = first + 1;
+  if (runs.Range(first).end != range.end) {
+    for (; last < runs.Count(); ++last) {
+      const KDWRange run = runs.Range(last);
+      if (!HasIntersection(run, range)) break;
+      if (run.start == range.end && runs.Range(last - 1).end == range.end) break;
+    }
+  }
+  chpCursor_ = last - 1;
+  return Status::kOk;
+}
+
+bool KPapBase::FindFirstChp(const KDWRange& range, unsigned int& first) {
+  const KPropxTable& runs = *env_->plcfChp;
+  // Where the runs ascend, those that end before the range need no look; a damaged table is walked, but its
+  // walks may not add up to more than a document's worth of work.
+  constexpr uint64_t kMostWalks = 64;
+  if (chpCursor_ >= runs.Count()) return false;
+  if (runs.ascends()) {
+    first = runs.FirstEndingFrom(range.start, chpCursor_);
+  } else {
+    first = chpCursor_;
+    const uint64_t budget = kMostWalks * (uint64_t{runs.Count()} + 1000);
+    while (first < runs.Count() && !HasIntersection(runs.Range(first), range)) {
+      if (++searchSteps_ > budget) return false;
+      ++first;
+    }
+  }
+  for (; first < runs.Count(); ++first) {
+    const KDWRange run = runs.Range(first);
+    if (!HasIntersection(run, range)) {
+      if (runs.ascends()) return false;
+      continue;
+    }
+    if (range.start != run.end || runs.Range(first + 1).start != range.start) return true;
+  }
+  return false;
+}
+
+/// Keeps a paragraph whole where it ends little above the page size, and opens a page for one that does not
+/// fit any more. A longer one begins on this page, and the run writer cuts it.
+Status KPapMulpageBase::ChoosePage() {
+  if (env_->hyperlinkState != 0 || env_->inTable == 1) return Status::kOk;
+  const int64_t length = int64_t{env_->pap.papEnd} - env_->pap.papStart;
+  if (env_->charCount + length <= static_cast<int64_t>(env_->pageSize * 1.1)) {
+    env_->startNewPage = nullptr;
+  } else if (env_->startNewPage && env_->charCount > static_cast<int64_t>(env_->pageSize * 0.9)) {
+    const Status status = env_->startNewPage->StartNewPage(true);
+    if (failed(status)) return status;
+    env_->charCount = 0;
+  }
+  return Status::kOk;
+}
+
+Status KHtmlPapWriterPreview::Write(unsigned int index) {
+  const Status entered = EnterPap(index);
+  if (entered != Status::kOk) return entered;
+  unsigned int first = 0;
+  unsigned int last = 0;
+  if (failed(SearchChp({env_->pap.papStart, env_->pap.papEnd}, first, last))) return Status::kOk;
+  for (unsigned int run = first; run < last; ++run) {
+    const Status status = env_->writers.chp->Write(run);
+    if (status != Status::kOk) return status;
+  }
+  return Status::kOk;
+}
+
+}  // namespace pagerex
