@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "base/status.h"
+#include "pagerex/numformat.h"
 
 namespace {
 

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
-#include "pagerex/pagerex.h"
-
 /// Form of a number's text.
 enum FLOATTOTEXTFORMAT {
   kExponentForm = 0,  ///< one digit, the point, `precision` decimals, an exponent
@@ -52,14 +48,3 @@ double _GetDoulbeInt(double value);
 
 /// The greatest common divisor, never negative except where |LONG_MIN| is the answer; 0 of two zeros.
 long _GreatestCommonDivisor(long a, long b);
-
-extern "C" {
-/// __dbltostr with the locale's point in the general (`_ftog`), fixed (`_ftot`) and exponent form (`_ftoe`).
-/// Stores its result in `*length` unless that is null. Returns 0, or 0x80000008 if the result is negative.
-PAGEREX_API uint32_t _ftog(double value, int precision, wchar_t* buffer, int size, bool plus, bool trim,
-                           unsigned exponentFlags, int* length);
-PAGEREX_API uint32_t _ftot(double value, int precision, wchar_t* buffer, int size, bool plus, bool trim,
-                           unsigned exponentFlags, int* length);
-PAGEREX_API uint32_t _ftoe(double value, int precision, wchar_t* buffer, int size, bool plus, bool trim,
-                           unsigned exponentFlags, int* length);
-}
