@@ -118,6 +118,11 @@ Status KDRTableStrm::getRecord(KDRTableRecord* out, uint32_t index, ChainAllocat
   return out->bytes.size() == out->place.lcb ? Status::kOk : Status::kNothing;
 }
 
+uint32_t KDRTableStrm::bytesLeftAt(uint32_t position) const {
+  table_.seek(static_cast<long>(position), STREAM_SEEK_SET);
+  return table_.bytesLeft();
+}
+
 // KDRFib
 
 void KDRFib::ReadCounts(DsMemReadArchive& word, ChainAllocator& allocator) {

@@ -67,6 +67,8 @@ class KDRTableStrm : public KDRFib {
   /// Reads the table `index` into `allocator`. On a short read kNothing: the view is cut, so that what is
   /// missing reads as zero.
   Status getRecord(KDRTableRecord* out, uint32_t index, ChainAllocator& allocator) const;
+  /// Bytes that can be read from `position` on at most. Throws an int if it lies outside the stream.
+  uint32_t bytesLeftAt(uint32_t position) const;
 
  private:
   Status ReadPairs(DsMemReadArchive& word, ChainAllocator& allocator);

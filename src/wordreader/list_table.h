@@ -154,6 +154,8 @@ class KDRLfoDataTable {
   }
 
  private:
+  static ByteView ReadRecords(const KDRDocument& document, uint64_t cursor, uint32_t count);
+
   std::vector<const KDRListFormatOverride*> overrides_;
 };
 

@@ -17,8 +17,11 @@ struct KDRTab {
   int16_t deletePositions[kMax] = {};
   int16_t addPositions[kMax] = {};
   uint8_t descriptors[kMax] = {};  ///< of the added: bits 0-2 alignment, bits 3-5 leader
-  uint8_t defaultAlignment = 0;
+  uint8_t defaultAlignment = 0;    ///< of the stops between and behind those that are set
   uint8_t defaultLeader = 0;
+
+  void put_Nil() { *this = KDRTab(); }
+  void put_DefaultTBD() { defaultAlignment = defaultLeader = 0; }
 };
 
 /// Reads sprmPChgTabsPapx; counts above 64 are cut.
@@ -168,8 +171,14 @@ struct KDRParagraphProp : __ParagraphData {
   void setPresent(PropMask field) { mask.bytes[field.byte] |= field.bit; }
   void setAbsent(PropMask field) { mask.bytes[field.byte] &= static_cast<uint8_t>(~field.bit); }
   /// Clears the mask and sets the defaults.
-  void Reset() { *this = KDRParagraphProp(); }
+  void Reset();
 };
+
+inline constexpr KDRParagraphProp kDefaultParagraphProp{};
+
+inline void KDRParagraphProp::Reset() {
+  *this = kDefaultParagraphProp;
+}
 
 /// Decodes paragraph sprms over `out`, which is not reset. When the list has brought both list number and
 /// level, the level's indents and tabs take effect as defaults. `lists` may be null; a null `base` means

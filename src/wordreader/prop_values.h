@@ -11,16 +11,18 @@ struct PropMask {
   uint8_t bit;
 };
 
-/// Defaults of borders.
-struct KDRBrc {
+/// A border, and what no border is.
+struct KDRBrc : mso_word::BRCEX {
   static constexpr mso_word::BRCEX Nil() { return {mso_word::kAutomaticColour, 0, 0, 0, 0}; }
+  void put_Nil() { static_cast<mso_word::BRCEX&>(*this) = Nil(); }
 };
 
-/// Defaults of shadings.
-struct KDRShd {
+/// A shading, and what no shading is.
+struct KDRShd : mso_word::SHDEX {
   static constexpr mso_word::SHDEX Normal() {
     return {mso_word::kAutomaticColour, mso_word::kAutomaticColour, 0};
   }
+  void put_Normal() { static_cast<mso_word::SHDEX&>(*this) = Normal(); }
 };
 
 /// Copies a border, a shading or an East Asian layout from a sprm's operand; bytes that are missing are zero.

@@ -12,8 +12,14 @@ namespace mso_word {
 struct VtxOperandManuscript {
   uint8_t bytes[19];
 
-  VtxOperandManuscript();  ///< fills in the usual grid
-  static VtxOperandManuscript Cleared();
+  /// Fills in the usual grid.
+  constexpr VtxOperandManuscript()
+      : bytes{0xD0, 0x2F, 0xE0, 0x3D, 0, 20, 0, 20, 0, 0, 0, 0, 128, 0, 255, 0x02, 0, 0, 0} {}
+  static constexpr VtxOperandManuscript Cleared() {
+    VtxOperandManuscript cleared;
+    for (uint8_t& byte : cleared.bytes) byte = 0;
+    return cleared;
+  }
 };
 #pragma pack(pop)
 static_assert(sizeof(VtxOperandManuscript) == 19);
@@ -144,9 +150,21 @@ struct KDRSectionProp : __SectionData {
   /// Presence of the width or spacing of column n, below kColumns.
   bool hasColumnWidth(unsigned n) const { return mask.bytes[8 + n] != 0; }
   bool hasColumnSpacing(unsigned n) const { return mask.bytes[98 + n] != 0; }
+  /// The value of a field that a sprm set, else a fresh one of its type: for the document grid block that is
+  /// the usual grid, where the record itself holds zeros.
+  template <class T>
+  T GetValue(const T __SectionData::*field, PropMask presence) const {
+    return has(presence) ? this->*field : T();
+  }
   /// Clears the mask and sets the defaults.
-  void Reset() { *this = KDRSectionProp(); }
+  void Reset();
 };
+
+inline constexpr KDRSectionProp kDefaultSectionProp{};
+
+inline void KDRSectionProp::Reset() {
+  *this = kDefaultSectionProp;
+}
 
 /// Resets `out` and decodes section sprms into it. A column number of 90 or above is ignored.
 Status Sprms2ZeloSectionProp(const KDWSprmList& sprms, KDRSectionProp* out);

@@ -114,10 +114,16 @@ struct KDRSpanProp : __SpanData {
   bool has(PropMask field) const { return (mask.bytes[field.byte] & field.bit) != 0; }
   void setPresent(PropMask field) { mask.bytes[field.byte] |= field.bit; }
   /// Clears the mask and sets the defaults.
-  void Reset() { *this = KDRSpanProp(); }
+  void Reset();
   /// Takes over each field whose presence bit is set in `other`, with its bit; null does nothing.
   void OverwriteByAnother(const KDRSpanProp* other);
 };
+
+inline constexpr KDRSpanProp kDefaultSpanProp{};
+
+inline void KDRSpanProp::Reset() {
+  *this = kDefaultSpanProp;
+}
 
 /// Decodes character sprms over `out`, which is not reset. Toggles are judged against `base`; null means
 /// `out`.

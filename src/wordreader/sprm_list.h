@@ -42,6 +42,8 @@ class KDWSprmList {
   explicit KDWSprmList(ByteView sprms) : sprms_(sprms) {}
 
   void Assign(ByteView sprms) { *this = KDWSprmList(sprms); }
+  /// A run's properties: the bare list.
+  void AssignChpx(ByteView chpx) { Assign(chpx); }
   /// A paragraph's properties: a 16-bit style index, then the list.
   void AssignPapx(ByteView papx) {
     sprms_ = papx.part(2);

@@ -3,10 +3,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "wordreader/document.h"
+
 using mso_word::STYLE_SGC;
 
-Status KDRStyleSheet::Read(const KDRDocument&) {
-  return Status::kNothing;
+Status KDRStyleSheet::Read(const KDRDocument& document) {
+  KDRTableRecord record;
+  const Status status = document.GetTableRecord(&record, mso_word::FCLCB_STYLE_SHEET);
+  return status == Status::kOk ? ReadRecord(record.bytes, document.GetAllocator()) : status;
 }
 
 Status KDRStyleSheet::ReadRecord(ByteView bytes, ChainAllocator& allocator) {
