@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 /// Helpers that make the bytes of test files. Integers are little-endian, as they are on every target.
