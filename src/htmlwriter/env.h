@@ -29,6 +29,7 @@ class IPapWriter;
 class IChpWriter;
 class ISectionWriter;
 class ITextStreamWriter;
+class KTableScans;
 
 /// How the document comes out.
 enum VIEW : int {
@@ -95,6 +96,7 @@ struct KEnv {
   uint32_t streamStart = 0xFFFFFFFFu;  ///< character positions of the text stream being written
   uint32_t streamEnd = 0xFFFFFFFFu;
   uint8_t inTable = 0;
+  std::shared_ptr<KTableScans> tableScans;  ///< of the document; made by the first table writer
   uint32_t annotationCount = 0;
   uint32_t footnoteCount = 0;
   uint32_t endnoteCount = 0;

@@ -218,6 +218,28 @@ struct SHDEX {
 };
 static_assert(sizeof(SHDEX) == 10);
 
+/// Shading of Word 97.
+struct SHD {
+  uint16_t value;  ///< bits 5 to 9: colour index of the background
+};
+static_assert(sizeof(SHD) == 2);
+
+/// Cell of a table row.
+struct TC {
+  uint8_t flags0;  // 0: horizontal merge, kVerticalMerge, low bit of the vertical alignment
+  uint8_t flags1;  // 1: high bit of the vertical alignment
+  uint8_t unused2[2];
+  BRC top;  // 4: word 0, not set; all ones, none
+  BRC left;
+  BRC bottom;
+  BRC right;
+  static constexpr uint8_t kHorizontalMerge = 0x03;  ///< 1: this cell is dropped
+  static constexpr uint8_t kVerticalMerge = 0x60;    ///< kMergeStart, kMergeContinued or neither
+  static constexpr uint8_t kMergeStart = 0x60;
+  static constexpr uint8_t kMergeContinued = 0x20;
+};
+static_assert(sizeof(TC) == 20 && offsetof(TC, top) == 4);
+
 /// Layout of East Asian text (sprmCFELayout).
 struct ASIANLAYOUT {
   uint8_t kind;

@@ -1,0 +1,194 @@
+#include "htmlwriter/table_writer.h"
+
+#include <utility>
+
+#include "htmlwriter/cell_format_css.h"
+
+namespace pagerex {
+
+Status KHtmlTableWriter::Init(KEnv* env) {
+  if (!env) return Status::kInvalidArgument;
+  env_ = env;
+  if (!env->tableScans) env->tableScans = std::make_shared<KTableScans>(env->document);
+  return Status::kOk;
+}
+
+Status KHtmlTableWriter::Write() {
+  if (!env_) return Status::kInvalidArgument;
+  const TableParagraph paragraph = LookAtParagraph();
+  if (!env_->inTable) {
+    while (depth_ > 0) EndTable();
+    return Status::kOk;
+  }
+  while (depth_ < paragraph.depth) StartTable(env_->pap.papIndex);
+  while (depth_ > paragraph.depth) EndTable();
+  if (rowEnd_) {
+    EndTR();
+    return Status::kStopped;
+  }
+  if (depth_ == 0 || tableStack_.back().inCell) return Status::kOk;
+  if (SkipMergedCell()) return Status::kStopped;
+  StartTD();
+  return Status::kOk;
+}
+
+TableParagraph KHtmlTableWriter::LookAtParagraph() {
+  const TableParagraph paragraph = env_->tableScans->paragraphs().Look(env_->pap.papx.bytes());
+  const bool inside = paragraph.kind == TableParagraph::INSIDE;
+  env_->inTable = inside ? paragraph.inTable : 0;
+  rowEnd_ = inside && paragraph.rowEnd;
+  innerCellEnd_ = inside && paragraph.innerCellEnd;
+  return paragraph;
+}
+
+/// The text of a cell that continues a merge belongs to nobody.
+bool KHtmlTableWriter::SkipMergedCell() {
+  TABLE_CACHE& table = tableStack_.back();
+  if (table.cells.empty()) return false;
+  const CELL_FORMAT& cell = table.cells.front();
+  if (!cell.tc) return false;
+  const uint8_t flags = cell.tc->flags0;
+  if ((flags & mso_word::TC::kVerticalMerge) != mso_word::TC::kMergeContinued &&
+      (flags & mso_word::TC::kHorizontalMerge) != 1) {
+    return false;
+  }
+  table.nextColumn = cell.column + static_cast<int32_t>(cell.colSpan);
+  table.cells.pop();
+  return true;
+}
+
+Status KHtmlTableWriter::EnsureWriteEnd(unsigned int cp) {
+  if (!env_ || !env_->inTable) return Status::kOk;
+  constexpr unsigned short kCellMark = 7;
+  unsigned short character = 0;
+  if (env_->textPool) env_->textPool->read(cp, &character, 1);
+  const bool cellEnds = depth_ == 1 ? character == kCellMark : innerCellEnd_;
+  if (cellEnds) EndTD();
+  return Status::kOk;
+}
+
+Status KHtmlTableWriter::StartTable(unsigned int paragraph) {
+  if (!env_) return Status::kFailure;
+  if (!tableStack_.empty() && !tableStack_.back().inCell) StartTD();
+  ++depth_;
+  tableStack_.emplace_back();
+  style_.Clear();
+  SearchCell(paragraph);
+  env_->archive->BeginElement("table");
+  WriteTableFormat(style_, env_->archive);
+  return Status::kOk;
+}
+
+Status KHtmlTableWriter::SearchCell(unsigned int paragraph) {
+  if (!CanSearch(paragraph)) return Status::kFailure;
+  TABLE_CACHE& table = tableStack_.back();
+  table.scan = env_->tableScans->Scan(*env_, paragraph, depth_);
+  table.nextHeight = table.scan->FirstRow();
+  style_ = table.scan->style();
+  return CollectCellFormat(table.scan, table.cells);
+}
+
+ByteView KHtmlTableWriter::SearchCellSpacing(unsigned int paragraph) {
+  constexpr uint16_t sprmTCellSpacingDefault = 0xD633;
+  if (!CanSearch(paragraph)) return {};
+  KDWSprm sprm;
+  env_->tableScans->Walk(*env_, paragraph, depth_, [&](uint32_t, const TableParagraph& properties) {
+    return failed(KDWSprmList(properties.sprms).FindSprm(sprmTCellSpacingDefault, &sprm));
+  });
+  return sprm.GetArgument();
+}
+
+bool KHtmlTableWriter::CanSearch(unsigned int paragraph) const {
+  return env_ && env_->plcfPap && !tableStack_.empty() && depth_ > 0 && paragraph < env_->plcfPap->Count();
+}
+
+Status KHtmlTableWriter::StartTR() {
+  if (!env_ || tableStack_.empty()) return Status::kFailure;
+  tableStack_.back().inRow = true;
+  env_->archive->BeginElement("tr");
+  WriteRowHeight();
+  return Status::kOk;
+}
+
+namespace {
+
+/// Twips to pixels at 96 to the inch; both steps truncate.
+int pixelsOf(int32_t twips) {
+  return twips / 20 * 4 / 3;
+}
+
+}  // namespace
+
+/// Heights are taken in order by the rows that come out: a row with nothing to show takes none.
+void KHtmlTableWriter::WriteRowHeight() {
+  TABLE_CACHE& table = tableStack_.back();
+  if (!table.scan || table.nextHeight == table.scan->EndRow()) return;
+  const int32_t height = static_cast<int16_t>(table.scan->Row(table.nextHeight++).height());
+  const int32_t magnitude = height < 0 ? -height : height;
+  if (magnitude > 0) env_->archive->AddAttribute("height", pixelsOf(magnitude));
+}
+
+Status KHtmlTableWriter::StartTD() {
+  if (!env_ || tableStack_.empty()) return Status::kFailure;
+  TABLE_CACHE& table = tableStack_.back();
+  if (table.inCell) return Status::kOk;
+  if (!table.inRow) StartTR();
+  if (table.cells.empty()) return Status::kFailure;
+  table.inCell = true;
+  const CELL_FORMAT& cell = table.cells.front();
+  WriteFillerCells(cell.column);
+  table.nextColumn = cell.column + static_cast<int32_t>(cell.colSpan);
+  env_->archive->BeginElement("td");
+  WriteCellAttributes(cell);
+  WriteCellCss(cell, env_->archive);
+  table.cells.pop();
+  return Status::kOk;
+}
+
+/// Empty cells up to `column`. Within a row one too few, since there `nextColumn` is the first free one
+/// itself.
+void KHtmlTableWriter::WriteFillerCells(int32_t column) {
+  for (int32_t gap = column - tableStack_.back().nextColumn - 1; gap > 0; --gap) {
+    env_->archive->BeginElement("td");
+    env_->archive->EndElement("td");
+  }
+}
+
+void KHtmlTableWriter::WriteCellAttributes(const CELL_FORMAT& cell) {
+  IWriteArchive* archive = env_->archive;
+  archive->AddAttribute("width", pixelsOf(cell.width));
+  if (cell.rowSpan > 1) archive->AddAttribute("rowspan", static_cast<int>(cell.rowSpan));
+  if (cell.colSpan > 1) archive->AddAttribute("colspan", static_cast<int>(cell.colSpan));
+  if (!cell.tc) return;
+  const unsigned alignment = cell.tc->flags0 >> 7 | (cell.tc->flags1 & 1u) << 1;
+  if (alignment == 0) archive->AddAttribute("valign", "top");
+  if (alignment == 2) archive->AddAttribute("valign", "bottom");
+}
+
+Status KHtmlTableWriter::EndTD() {
+  if (!env_ || tableStack_.empty()) return Status::kFailure;
+  if (std::exchange(tableStack_.back().inCell, false)) env_->archive->EndElement("td");
+  return Status::kOk;
+}
+
+Status KHtmlTableWriter::EndTR() {
+  if (!env_ || tableStack_.empty()) return Status::kFailure;
+  TABLE_CACHE& table = tableStack_.back();
+  table.nextColumn = -1;
+  if (!table.inRow) return Status::kOk;
+  if (table.inCell) EndTD();
+  table.inRow = false;
+  env_->archive->EndElement("tr");
+  return Status::kOk;
+}
+
+Status KHtmlTableWriter::EndTable() {
+  if (!env_ || tableStack_.empty()) return Status::kFailure;
+  if (tableStack_.back().inRow) EndTR();
+  tableStack_.pop_back();
+  --depth_;
+  env_->archive->EndElement("table");
+  return Status::kOk;
+}
+
+}  // namespace pagerex
