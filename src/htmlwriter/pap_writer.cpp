@@ -10,7 +10,7 @@ namespace pagerex {
 Status KPapBase::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  return Status::kOk;
+  return tableWriter_.Init(env);
 }
 
 Status KPapBase::WriteElement(unsigned int index) {
@@ -22,6 +22,7 @@ Status KPapBase::WriteElement(unsigned int index) {
   env_->pap.papx.AssignPapx(papx);
   StartTitle();
   env_->pap.baseFontSize = GetBaseFontSize(env_, env_->pap.papx.GetParaIstd(), 10.5f);
+  if (tableWriter_.Write() == Status::kStopped) return Status::kOk;
 
   unsigned int first = 0;
   unsigned int last = 0;
@@ -34,6 +35,7 @@ Status KPapBase::WriteElement(unsigned int index) {
   EndPap();
   env_->startNewPage = startNewPage;
   if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->EndCollectTitle();
+  tableWriter_.EnsureWriteEnd(env_->pap.papEnd - 1);
   return status == Status::kOk || status == Status::kNothing ? Status::kOk : Status::kFailure;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "htmlwriter/env.h"
+#include "htmlwriter/table_writer.h"
 #include "htmlwriter/writer_interfaces.h"
 #include "wordreader/plcf.h"
 
@@ -41,6 +42,7 @@ class KPapBase : public IPapWriter {
   Status WriteRuns(unsigned int first, unsigned int last);
 
   bool hasList_ = false;  ///< the paragraph's direct properties hold both a list number and a level
+  KHtmlTableWriter tableWriter_;
   uint32_t chpCursor_ = 0;
   uint64_t searchSteps_ = 0;
 };
