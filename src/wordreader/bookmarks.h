@@ -16,7 +16,7 @@ class KDRPlcfbkf : public KDRSttbf<sttbfId> {
  public:
   struct ItemType {
     KDWRange range;
-    mso_word::BKF bkf;
+    mso_word::BKF bkf{};
     KDRSttbfItem name;
   };
   /// kFailure, and no entries, if there are not as many names as positions.
@@ -38,7 +38,10 @@ class KDRPlcfBkf {
  public:
   Status Init(const KDRFib& fib, mso_word::SUBDOC_TYPE type, const KBookmarkStarts* starts);
   uint32_t Count() const { return count_; }
+  /// An entry of zeros without a name outside the view.
   KBookmarkStarts::ItemType Item(int i) const;
+  /// Position of bookmark i alone.
+  uint32_t Start(uint32_t i) const;
   uint32_t first() const { return first_; }
   uint32_t subDocStart() const { return subDocStart_; }
 
@@ -73,6 +76,8 @@ class KDRBookMarks {
   const KBookmarkPositions& GetCPStarts(mso_word::SUBDOC_TYPE type) const { return cpStarts_[type]; }
 
  private:
+  void EnterPositions(mso_word::SUBDOC_TYPE type);
+
   std::array<KDRPlcfBkf, mso_word::kSubDocCount> bkf_;
   std::array<KDRPlcfBkl, mso_word::kSubDocCount> bkl_;
   KBookmarkEnds ends_;

@@ -25,11 +25,18 @@ class KDRPlcffld : public KDRPlcf<mso_word::FLD, 0> {
 class KDRFieldContext : public KDRPlcffld {
  public:
   explicit KDRFieldContext(uint32_t fibIndex) : KDRPlcffld(fibIndex) {}
+  Status Read(const KDRDocument& document);
   bool Good() const { return Count() > 0; }
   KDRField Item(unsigned int i) const;
   uint32_t GetCP(unsigned int i) const { return Position(i); }
   /// Index of the first mark at `cp`, or `Count()`; a search where the positions ascend.
   uint32_t Find(uint32_t cp) const;
+
+ private:
+  /// Index of the first mark at or behind `cp`, where the positions ascend.
+  uint32_t FirstFrom(uint32_t cp) const;
+
+  bool ascending_ = true;  ///< the positions ascend, as they do unless the document is damaged
 };
 
 /// The field contexts of all sub-documents; a sub-document without fields has an empty one.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/byte_view.h"
+#include "base/chain_allocator.h"
 #include "base/status.h"
 
 class KDRDocument;
@@ -24,6 +25,8 @@ class KDRSttbfffn {
  public:
   /// kMalformed for a count of 0 or 0xFFFF.
   Status Read(const KDRDocument& document);
+  /// `bytes`, which must stay, are the whole table. A count that exceeds the records is cut.
+  Status ReadRecord(ByteView bytes, ChainAllocator& allocator);
   uint32_t Count() const { return static_cast<uint32_t>(records_.size()); }
 
  protected:

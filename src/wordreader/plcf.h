@@ -22,8 +22,8 @@ class KDRPlcfBase {
  public:
   uint32_t Count() const { return count_; }
   void Clear() { count_ = 0; }
-  uint32_t Position(uint32_t i) const { return bytes_.u32(size_t{i} * 4); }
-  KDWRange Range(uint32_t i) const { return {Position(i), Position(i + 1)}; }
+  uint32_t Position(uint32_t i) const { return i <= count_ ? bytes_.u32(size_t{i} * 4) : 0; }
+  KDWRange Range(uint32_t i) const { return {Position(i), i < count_ ? Position(i + 1) : 0}; }
 
   /// The first of the `Count() + 1` positions from index `first` on that lies above `value`, by binary
   /// search; `Count() + 1` if there is none.
@@ -32,10 +32,20 @@ class KDRPlcfBase {
  protected:
   /// Takes `bytes` as a table whose entries have `recordSize` data bytes; what does not divide is lost.
   /// kNothing, and an empty table, if there is no entry.
-  Status AssignBytes(ByteView bytes, uint32_t recordSize);
+  Status AssignBytes(ByteView bytes, uint32_t recordSize) {
+    return AssignBytes(bytes, recordSize, bytes.size());
+  }
+  /// The same for a table of `size` bytes of which only `bytes` are there: the rest reads as zero.
+  Status AssignBytes(ByteView bytes, uint32_t recordSize, size_t size);
+  /// Takes a table that says itself how many entries it has.
+  void AssignCounted(ByteView bytes, uint32_t count);
+  /// The data of entry i, cut or empty where the bytes end.
   ByteView RecordBytes(uint32_t i, uint32_t recordSize) const {
+    if (i >= count_) return {};
     return bytes_.part((size_t{count_} + 1) * 4 + size_t{i} * recordSize, recordSize);
   }
+  /// Bytes that are there, positions first.
+  size_t ByteCount() const { return bytes_.size(); }
 
  private:
   ByteView bytes_;
@@ -83,8 +93,7 @@ class KDRPlcf : public KDRPlcfBase {
     }
   }
   /// The record of entry i in place, null when it lies outside the table.
-  const T* Data(uint32_t i) const {
-    static_assert(!std::is_void_v<T>);
+  const T* Data(uint32_t i) const requires(!std::is_void_v<T>) {
     const ByteView bytes = RecordBytes(i, kRecordSize);
     return bytes.size() == kRecordSize ? reinterpret_cast<const T*>(bytes.data()) : nullptr;
   }
