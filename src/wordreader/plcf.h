@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <type_traits>
 
@@ -22,6 +23,11 @@ class KDRPlcfBase {
  public:
   uint32_t Count() const { return count_; }
   void Clear() { count_ = 0; }
+  /// Entries whose end is there: fewer than `Count()` only if the table's bytes are cut short.
+  uint32_t PresentCount() const {
+    const size_t positions = bytes_.size() / 4;
+    return positions == 0 ? 0 : static_cast<uint32_t>(std::min<size_t>(count_, positions - 1));
+  }
   uint32_t Position(uint32_t i) const { return i <= count_ ? bytes_.u32(size_t{i} * 4) : 0; }
   KDWRange Range(uint32_t i) const { return {Position(i), i < count_ ? Position(i + 1) : 0}; }
 
@@ -44,8 +50,6 @@ class KDRPlcfBase {
     if (i >= count_) return {};
     return bytes_.part((size_t{count_} + 1) * 4 + size_t{i} * recordSize, recordSize);
   }
-  /// Bytes that are there, positions first.
-  size_t ByteCount() const { return bytes_.size(); }
 
  private:
   ByteView bytes_;

@@ -1,0 +1,160 @@
+#include "wordreader/scanner.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "wordreader/code_page_1252.h"
+#include "wordreader/document.h"
+
+namespace {
+
+constexpr uint32_t kNowhere = 0xFFFFFFFF;
+constexpr uint32_t kBlock = 4096;          // characters that are read at a time
+constexpr uint32_t kSmallestFkpEntry = 5;  // bytes: a stream offset and a word offset
+
+KDRMergePropx mergePropx(ByteView fkp, ByteView piece) {
+  return {static_cast<uint16_t>(fkp.size()), static_cast<uint16_t>(piece.size()),
+          fkp.empty() ? nullptr : fkp.data(), piece.empty() ? nullptr : piece.data()};
+}
+
+}  // namespace
+
+_KDRScanner::_KDRScanner(const KDRDocument& document, std::array<_SubDoc, mso_word::kSubDocCount>& subDocs)
+    : document_(document),
+      word_(document.GetDocFile().getWordDocumentStrm()),
+      subDocs_(subDocs),
+      cpLast_(kNowhere) {}
+
+Status _KDRScanner::Scan() {
+  const KDRPlcf<mso_word::PCD, 0>& pieces = document_.GetPlcfpcd();
+  const uint64_t streamBytes = uint64_t{word_.tell()} + word_.bytesLeft();
+  charactersLeft_ = streamBytes;
+  // In a sound document no two entries share their bytes, and a piece meets an entry of its own for each of
+  // its paragraphs and runs, and one more of each at either end.
+  stepsLeft_ =
+      streamBytes / kSmallestFkpEntry + 6 * (uint64_t{pieces.PresentCount()} + mso_word::kSubDocCount);
+
+  papx_.Read(document_);
+  chpx_.Read(document_);
+  subDoc_.Init(document_.GetDocFile().getTableStrm().GetSubDocLengths());
+  Status status = Status::kFailure;
+  _PieceWrapper piece(document_);
+  for (uint32_t i = 0; i < pieces.PresentCount(); ++i) {
+    piece.Assign(pieces.Item(i));
+    while (piece.Length() > 0) {
+      status = _ScanPiece(piece, std::min(piece.Length(), subDoc_.GetRemain()));
+      if (failed(status) || subDoc_.Finished()) return status;
+    }
+  }
+  return status;
+}
+
+Status _KDRScanner::_ScanPiece(_PieceWrapper& piece, uint32_t n) {
+  const Status status = ScanPiece(piece, piece.Front(n, subDoc_.GetTotal()));
+  piece.SplitPiece(n);
+  subDoc_.ReduceHandCount(n);
+  return status;
+}
+
+Status _KDRScanner::ScanPiece(const _PieceWrapper& piece, const _PieceEx& ex) {
+  if (ex.Length() == 0) return Status::kOk;
+  Status status = ScanTextPool(ex, Current().textPool);
+  if (!failed(status)) status = ScanPapProp(ex, piece);
+  if (!failed(status)) status = ScanChpProp(ex, piece);
+  return status;
+}
+
+// Text
+
+Status _KDRScanner::ScanTextPool(const _PieceEx& ex, KTextPool& pool) {
+  word_.seek(static_cast<long>(std::min<uint64_t>(ex.fcBegin, kNowhere)), 0);
+  const uint32_t length = ex.Length();
+  const auto n = static_cast<uint32_t>(std::min<uint64_t>(length, charactersLeft_));
+  charactersLeft_ -= n;
+  ReadText(ex.wide, n, pool);
+  // The final paragraph mark of every sub-document but the main text is no part of its text.
+  if (!InMainText() && EndsSubDoc(ex)) pool.pop_back();
+  return n == length ? Status::kOk : Status::kFailure;
+}
+
+void _KDRScanner::ReadText(bool wide, uint32_t n, KTextPool& pool) {
+  unsigned char bytes[kBlock * 2];
+  unsigned short characters[kBlock];
+  while (n > 0) {
+    const uint32_t block = std::min(n, kBlock);
+    const uint32_t blockBytes = wide ? block * 2 : block;
+    // What the stream does not hold is zero: the positions of later pieces count on it.
+    const uint32_t arrived = word_.get(bytes, blockBytes);
+    std::memset(bytes + arrived, 0, blockBytes - arrived);
+    if (wide) {
+      std::memcpy(characters, bytes, blockBytes);
+    } else {
+      MsoCP1252ToWcs(bytes, block, characters);
+    }
+    pool.append(characters, block);
+    n -= block;
+  }
+}
+
+// Paragraphs
+
+Status _KDRScanner::ScanPapProp(const _PieceEx& ex, const _PieceWrapper& piece) {
+  if (!piece.NoParaLast()) {
+    const Status status = ScanParagraphs(ex, piece);
+    if (failed(status)) return status;
+  }
+  if (EndsSubDoc(ex)) {
+    Current().plcfPap.Finalize(Current().textPool.size());
+    cpPapPre_ = 0;
+  }
+  return Status::kOk;
+}
+
+Status _KDRScanner::ScanParagraphs(const _PieceEx& ex, const _PieceWrapper& piece) {
+  const bool endsSubDoc = EndsSubDoc(ex);
+  const bool leavesLastMark = !InMainText() && ex.GetCPEnd() == subDoc_.GetSubDocLen() - 1;
+  const auto end = papx_.End();
+  for (auto entry = papx_.UpperBound(static_cast<uint32_t>(ex.fcBegin)); entry <= end; ++entry) {
+    const auto [range, sprms] = papx_.Item(entry);
+    if (range.end <= range.start || !TakeStep()) return Status::kFailure;
+    // The paragraph goes on in a later piece.
+    if (range.end > ex.fcEnd && !endsSubDoc) break;
+    // It goes on in the last mark, which is dropped.
+    if (range.end >= ex.fcEnd && leavesLastMark) break;
+    Current().plcfPap.NewItem(cpPapPre_, mergePropx(sprms, piece.Sprms().paragraph));
+    if (range.end >= ex.fcEnd && endsSubDoc) break;
+    cpPapPre_ = ex.PositionAt(range.end);
+  }
+  return Status::kOk;
+}
+
+// Runs
+
+Status _KDRScanner::ScanChpProp(const _PieceEx& ex, const _PieceWrapper& piece) {
+  const Status status = ScanRuns(ex, piece);
+  if (!failed(status) && EndsSubDoc(ex)) {
+    Current().plcfChp.Finalize(Current().textPool.size());
+    cpLast_ = kNowhere;
+  }
+  return status;
+}
+
+Status _KDRScanner::ScanRuns(const _PieceEx& ex, const _PieceWrapper& piece) {
+  const auto end = chpx_.End();
+  for (auto entry = chpx_.UpperBound(static_cast<uint32_t>(ex.fcBegin)); entry <= end; ++entry) {
+    const auto [range, sprms] = chpx_.Item(entry);
+    if (range.end <= range.start || range.start >= ex.fcEnd) break;
+    if (!TakeStep()) return Status::kFailure;
+    const uint32_t position = ex.PositionAt(range.start);
+    if (position == cpLast_) continue;
+    Current().plcfChp.NewItem(position, mergePropx(sprms, piece.Sprms().character));
+    cpLast_ = position;
+  }
+  return Status::kOk;
+}
+
+bool _KDRScanner::TakeStep() {
+  if (stepsLeft_ == 0) return false;
+  --stepsLeft_;
+  return true;
+}
