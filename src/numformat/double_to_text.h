@@ -25,7 +25,7 @@ enum : unsigned {
 ///
 /// Returns the length of the whole text, also if it was cut. Returns -1 for a null buffer or a size below 1;
 /// for an infinity or a NaN, whose names ("1.#INF", "1.#QNAN", "1.#SNAN") are written; and for a precision
-/// that asks for more than a million characters, which leaves the buffer empty. With `size` 1 a number gives
+/// that asks for hundreds of thousands of digits, which leaves the buffer empty. With `size` 1 a number gives
 /// an empty text and 0.
 int __dbltostr(double value, int precision, wchar_t* buffer, int size, bool plus, FLOATTOTEXTFORMAT format,
                bool trim, unsigned exponentFlags, bool localePoint);

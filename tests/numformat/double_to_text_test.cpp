@@ -228,6 +228,16 @@ TEST(DoubleToText, ShapesTheExponentByItsFlags) {
   }
 }
 
+TEST(DoubleToText, FindsTheExponentBesidePowersOfTen) {
+  for (int power : {-300, -9, -8, -7, 0, 7, 8, 9, 15, 22, 300}) {
+    const double value = std::stod("1e" + std::to_string(power));
+    const std::wstring expected = (power < 0 ? L"1e-" : L"1e+") + std::to_wstring(std::abs(power));
+    EXPECT_EQ(exponent(value, 14, {.trim = true}), expected);
+    EXPECT_EQ(exponent(std::nextafter(value, 0), 14, {.trim = true}), expected);
+    EXPECT_EQ(exponent(std::nextafter(value, kInfinity), 14, {.trim = true}), expected);
+  }
+}
+
 TEST(DoubleToText, CutsToTheBufferAndReturnsTheWholeLength) {
   wchar_t text[4];
   EXPECT_EQ(__dbltostr(-12345.5, 1, text, 4, false, kFixedForm, false, 0, false), 8);
