@@ -103,7 +103,10 @@ struct TableCell {
   uint8_t verticalAlign = 0;    ///< 0 top, 1 centre, 2 bottom
   uint16_t flags = 0;           ///< further bits of the first word
   uint16_t width = 0;           ///< preferred width, twips
-  std::optional<Border80> top, left, bottom, right;
+  std::optional<Border80> top = {};
+  std::optional<Border80> left = {};
+  std::optional<Border80> bottom = {};
+  std::optional<Border80> right = {};
   Bytes bytes() const;
 };
 
