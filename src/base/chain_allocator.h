@@ -31,19 +31,11 @@ class TAutoFreeAlloc {
   ~TAutoFreeAlloc() { Clear(); }
 
   /// `size` bytes, not cleared and not aligned.
-  void* Alloc(size_t size) {
-    if (size <= static_cast<size_t>(top_ - bottom_)) return top_ -= size;
-    if (size > kLargestShared) return AllocOwnBlock(size);
-    Block* block = NewBlock(kBlockSize);
-    block->next = blocks_;
-    blocks_ = block;
-    bottom_ = block->memory();
-    top_ = bottom_ + kBlockSize;
-    return top_ -= size;
-  }
+  void* Alloc(size_t size) { return AllocAligned(size, 1); }
 
   /// `size` bytes, followed by a call of `destructor` on them when the allocator is cleared, newest first.
   void* Alloc(size_t size, void (*destructor)(void*)) {
+    if (size > SIZE_MAX - sizeof(Link)) throw std::bad_alloc();
     auto* link = static_cast<Link*>(AllocAligned(sizeof(Link) + size, alignof(std::max_align_t)));
     link->next = destructors_;
     link->destructor = destructor;
@@ -56,11 +48,13 @@ class TAutoFreeAlloc {
     (static_cast<Link*>(memory) - 1)->destructor = destructor;
   }
 
-  /// `size` bytes at an address divisible by `alignment` (a power of two); records that hold pointers need
-  /// it.
+  /// `size` bytes at an address divisible by `alignment` (a power of two, at most that of std::max_align_t);
+  /// records that hold pointers need it.
   void* AllocAligned(size_t size, size_t alignment) {
-    const auto address = reinterpret_cast<uintptr_t>(Alloc(size + alignment - 1));
-    return reinterpret_cast<void*>((address + alignment - 1) & ~(uintptr_t{alignment} - 1));
+    if (void* memory = Carve(size, alignment)) return memory;
+    if (size > kLargestShared - (alignment - 1)) return AllocOwnBlock(size, alignment);
+    StartSharedBlock();
+    return Carve(size, alignment);
   }
 
   /// Destroys all objects, newest first, and frees every block. The allocator can be used again.
@@ -88,22 +82,37 @@ class TAutoFreeAlloc {
   static constexpr size_t kBlockSize = 2044;      ///< free bytes of a fresh shared block
   static constexpr size_t kLargestShared = 2043;  ///< more than this takes a block of its own
 
-  Block* NewBlock(size_t size) {
-    void* memory = size <= SIZE_MAX - sizeof(Block) ? Source::Alloc(sizeof(Block) + size) : nullptr;
-    if (!memory) throw std::bad_alloc();
-    return static_cast<Block*>(memory);
+  /// Memory of the current block, or null when it does not fit there.
+  void* Carve(size_t size, size_t alignment) {
+    const auto free = static_cast<size_t>(top_ - bottom_);
+    if (size > free) return nullptr;
+    const size_t gap = reinterpret_cast<uintptr_t>(top_ - size) & (alignment - 1);
+    if (gap > free - size) return nullptr;
+    return top_ -= size + gap;
   }
 
-  void* AllocOwnBlock(size_t size) {
-    Block* block = NewBlock(size);
-    if (blocks_) {
-      block->next = blocks_->next;
-      blocks_->next = block;
-    } else {
-      block->next = nullptr;
-      blocks_ = block;
-    }
-    return block->memory();
+  void StartSharedBlock() {
+    Block* block = NewBlock(kBlockSize);
+    block->next = blocks_;
+    blocks_ = block;
+    bottom_ = block->memory();
+    top_ = bottom_ + kBlockSize;
+  }
+
+  /// A block behind the current one, which goes on being carved from.
+  void* AllocOwnBlock(size_t size, size_t alignment) {
+    if (size > SIZE_MAX - sizeof(Block) - alignment) throw std::bad_alloc();
+    Block* block = NewBlock(size + alignment - 1);
+    block->next = blocks_ ? std::exchange(blocks_->next, block) : nullptr;
+    if (!blocks_) blocks_ = block;
+    const auto address = reinterpret_cast<uintptr_t>(block->memory());
+    return block->memory() + (-address & (alignment - 1));
+  }
+
+  static Block* NewBlock(size_t size) {
+    void* memory = Source::Alloc(sizeof(Block) + size);
+    if (!memory) throw std::bad_alloc();
+    return static_cast<Block*>(memory);
   }
 
   uint8_t* bottom_ = nullptr;  ///< first free byte of the current block
