@@ -1,0 +1,105 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "base/write_archive.h"
+#include "htmlwriter/env.h"
+#include "htmlwriter/table_writer.h"
+#include "support/temp_folder.h"
+#include "support/word_document_writer.h"
+#include "wordreader/document.h"
+
+namespace pagerex {
+
+/// An output archive on a file of its own, and what was written to it.
+class RecordingArchive {
+ public:
+  RecordingArchive() {
+    if (failed(CreateHtmlWriterArchive(&archive_, folder_.path("out.htm").c_str()))) {
+      throw std::runtime_error("no archive");
+    }
+  }
+  RecordingArchive(const RecordingArchive&) = delete;
+  RecordingArchive& operator=(const RecordingArchive&) = delete;
+  ~RecordingArchive() { DeleteHtmlWriterArchive(archive_); }
+
+  IWriteArchive* get() const { return archive_; }
+  IWriteArchive* operator->() const { return archive_; }
+  /// Ends the recording.
+  std::string text() {
+    archive_->Close();
+    return folder_.read("out.htm");
+  }
+
+ private:
+  support::TempFolder folder_;
+  IWriteArchive* archive_ = nullptr;
+};
+
+/// A document's main text with a table writer over it, and no other writer: of a paragraph that is not
+/// skipped the bare text comes out.
+class TableStory {
+ public:
+  explicit TableStory(const support::WordDocument& document) {
+    document.save(folder_.path("in.doc"));
+    if (failed(document_.OpenDocument(folder_.path("in.doc").c_str(), 0))) {
+      throw std::runtime_error("the document does not open");
+    }
+    env.document = &document_;
+    env.archive = archive.get();
+    env.textPool = &document_.GetTextPool(mso_word::SUBDOC_MAIN);
+    env.plcfPap = &document_.GetPlcfPap(mso_word::SUBDOC_MAIN);
+    writer.Init(&env);
+  }
+
+  /// What the writer answers to a paragraph.
+  Status Begin(uint32_t paragraph) {
+    env.pap.papIndex = paragraph;
+    env.pap.papx.AssignPapx(env.plcfPap->Data(paragraph)->fkp());
+    return writer.Write();
+  }
+
+  void WriteParagraph(uint32_t paragraph) {
+    if (env.plcfPap->Data(paragraph)->fkp().empty() || Begin(paragraph) == Status::kStopped) return;
+    const KDWRange range = env.plcfPap->Range(paragraph);
+    std::string text;
+    for (uint32_t cp = range.start; cp < range.end; ++cp) {
+      const unsigned short unit = (*env.textPool)[cp];
+      if (unit >= ' ') text += static_cast<char>(unit);
+    }
+    archive->AddContent(text.c_str());
+    writer.EnsureWriteEnd(range.end - 1);
+  }
+
+  /// All paragraphs, as they come out.
+  std::string Html() {
+    for (uint32_t i = 0; i < env.plcfPap->Count(); ++i) WriteParagraph(i);
+    return archive.text();
+  }
+
+  RecordingArchive archive;
+  KEnv env;
+  KHtmlTableWriter writer;
+
+ private:
+  support::TempFolder folder_;
+  KDRDocument document_;
+};
+
+/// The elements without the attributes that every table has: spans, and heights of rows, stay.
+inline std::string Structure(std::string html) {
+  for (const char* name : {"style", "cellspacing", "cellpadding", "align", "valign", "width"}) {
+    const std::string opening = std::string(" ") + name + "=\"";
+    for (size_t at = 0; (at = html.find(opening, at)) != std::string::npos;) {
+      html.erase(at, html.find('"', at + opening.size()) + 1 - at);
+    }
+  }
+  return html;
+}
+
+inline std::string StructureOf(const support::WordDocument& document) {
+  return Structure(TableStory(document).Html());
+}
+
+}  // namespace pagerex
