@@ -143,19 +143,10 @@ bool ApplySpecial(uint16_t opcode, ByteView operand, KDRParagraphProp* out, cons
 
 Status Sprms2ParagraphProp(const KDWSprmList& sprms, KDRParagraphProp* out, const KDRListTable* lists,
                            const KDRDocument* document, const KDRParagraphProp* base) {
-  uint8_t* const record = RecordBytes<__ParagraphData>(out);
-  const uint8_t* const baseRecord = RecordBytes<__ParagraphData>(base ? base : out);
-  KDWSprmList::Enumerator enumerator(sprms);
-  for (KDWSprm sprm; enumerator.Next(&sprm) == Status::kOk;) {
-    const SprmRow* row = kSprms.Find(sprm.GetOpcode());
-    if (!row) continue;
-    if (row->rule != SprmRule::kSpecial) {
-      ApplySprm(*row, sprm.GetArgument(), record, baseRecord);
-    } else if (!ApplySpecial(row->opcode, sprm.GetArgument(), out, {lists, document})) {
-      continue;
-    }
-    out->setPresent(row->presence);
-  }
+  const auto special = [&](uint16_t opcode, ByteView operand) {
+    return ApplySpecial(opcode, operand, out, {lists, document});
+  };
+  DecodeSprms<__ParagraphData>(kSprms, sprms, out, base ? base : out, special);
   return Status::kOk;
 }
 

@@ -110,17 +110,9 @@ bool ApplySpecial(uint16_t opcode, ByteView operand, KDRSectionProp* out) {
 
 Status Sprms2ZeloSectionProp(const KDWSprmList& sprms, KDRSectionProp* out) {
   out->Reset();
-  uint8_t* const record = RecordBytes<__SectionData>(out);
-  KDWSprmList::Enumerator enumerator(sprms);
-  for (KDWSprm sprm; enumerator.Next(&sprm) == Status::kOk;) {
-    const SprmRow* row = kSprms.Find(sprm.GetOpcode());
-    if (!row) continue;
-    if (row->rule != SprmRule::kSpecial) {
-      ApplySprm(*row, sprm.GetArgument(), record, record);
-    } else if (!ApplySpecial(row->opcode, sprm.GetArgument(), out)) {
-      continue;
-    }
-    out->setPresent(row->presence);
-  }
+  const auto special = [out](uint16_t opcode, ByteView operand) {
+    return ApplySpecial(opcode, operand, out);
+  };
+  DecodeSprms<__SectionData>(kSprms, sprms, out, out, special);
   return Status::kOk;
 }

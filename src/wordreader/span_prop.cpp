@@ -64,39 +64,32 @@ constexpr SprmTable kSprms({
 #undef FIELD
 #undef FIELDS
 
-void ApplySpecial(uint16_t opcode, ByteView operand, KDRSpanProp* out) {
+bool ApplySpecial(uint16_t opcode, ByteView operand, KDRSpanProp* out) {
   switch (opcode) {
     case kSprmCFRMarkDel:
       out->fRMarkDel = operand.u8(0) != 0;
-      break;
+      return true;
     case kSprmCFRMark:
       out->fRMark = operand.u8(0) != 0;
-      break;
+      return true;
     case kSprmCFSpec:
       out->fSpec = 1;
-      break;
+      return true;
     case kSprmCFELayout:
       AssignAsianLayout(out->ufel, operand);
-      break;
+      return true;
+    default:
+      return false;
   }
 }
 
 }  // namespace
 
 Status Sprms2SpanProp(const KDWSprmList& sprms, KDRSpanProp* out, const KDRSpanProp* base) {
-  uint8_t* const record = RecordBytes<__SpanData>(out);
-  const uint8_t* const baseRecord = RecordBytes<__SpanData>(base ? base : out);
-  KDWSprmList::Enumerator enumerator(sprms);
-  for (KDWSprm sprm; enumerator.Next(&sprm) == Status::kOk;) {
-    const SprmRow* row = kSprms.Find(sprm.GetOpcode());
-    if (!row) continue;
-    if (row->rule == SprmRule::kSpecial) {
-      ApplySpecial(row->opcode, sprm.GetArgument(), out);
-    } else {
-      ApplySprm(*row, sprm.GetArgument(), record, baseRecord);
-    }
-    out->setPresent(row->presence);
-  }
+  const auto special = [out](uint16_t opcode, ByteView operand) {
+    return ApplySpecial(opcode, operand, out);
+  };
+  DecodeSprms<__SpanData>(kSprms, sprms, out, base ? base : out, special);
   return Status::kOk;
 }
 

@@ -7,6 +7,26 @@
 #include "base/status.h"
 #include "wordreader/mso_word.h"
 
+/// Where the operand of a sprm stands, as the sprm declares it: it may run past the bytes.
+struct KDWOperandPlace {
+  uint32_t offset;  ///< bytes from the start of the sprm
+  uint32_t size;
+
+  uint32_t end() const { return offset + size; }
+};
+
+/// The place for an opcode of variable length, or of 0.
+KDWOperandPlace PlaceOfVariableOperand(ByteView sprm);
+
+/// The place by the top three bits of the opcode, for most sprms.
+inline KDWOperandPlace PlaceOfOperand(ByteView sprm) {
+  static constexpr uint8_t kVariable = 0;
+  static constexpr uint8_t OpLen[8] = {1, 1, 2, 4, 2, 2, kVariable, 3};
+  const uint16_t opcode = sprm.u16(0);
+  const uint8_t fixed = OpLen[opcode >> 13];
+  return opcode != 0 && fixed != kVariable ? KDWOperandPlace{2, fixed} : PlaceOfVariableOperand(sprm);
+}
+
 /// Size of the operand of the sprm at the start of `sprm`, and where it begins. The operand may run past the
 /// bytes: what is returned is cut to them.
 ByteView GetSprmArgument(ByteView sprm, uint32_t* declaredSize);
@@ -63,7 +83,13 @@ class KDWSprmList {
    public:
     explicit Enumerator(const KDWSprmList& list) : left_(list.bytes()) {}
     /// kFailure when fewer than two bytes are left.
-    Status Next(KDWSprm* sprm);
+    Status Next(KDWSprm* sprm) {
+      if (left_.size() < 2) return Status::kFailure;
+      const KDWOperandPlace place = PlaceOfOperand(left_);
+      *sprm = KDWSprm(left_.u16(0), left_.part(place.offset, place.size), place.end());
+      left_ = left_.part(place.end());
+      return Status::kOk;
+    }
 
    private:
     ByteView left_;

@@ -8,6 +8,7 @@
 
 #include "base/byte_view.h"
 #include "wordreader/prop_values.h"
+#include "wordreader/sprm_list.h"
 
 /// How the operand of a sprm goes into its field.
 enum class SprmRule : uint8_t {
@@ -124,5 +125,25 @@ inline void ApplySprm(const SprmRow& row, ByteView operand, uint8_t* record, con
       return AssignShdex(*reinterpret_cast<mso_word::SHDEX*>(field), operand);
     case SprmRule::kSpecial:
       return;
+  }
+}
+
+/// Decodes a list over a record whose fields are those of Data. `special` applies the sprms whose rule is
+/// special, and tells whether the row's presence bit is to be set.
+template <class Data, size_t N, class Record, class Special>
+void DecodeSprms(const SprmTable<N>& table, const KDWSprmList& sprms, Record* out, const Record* base,
+                 const Special& special) {
+  uint8_t* const record = RecordBytes<Data>(out);
+  const uint8_t* const baseRecord = RecordBytes<Data>(base);
+  KDWSprmList::Enumerator enumerator(sprms);
+  for (KDWSprm sprm; enumerator.Next(&sprm) == Status::kOk;) {
+    const SprmRow* row = table.Find(sprm.GetOpcode());
+    if (!row) continue;
+    if (row->rule != SprmRule::kSpecial) {
+      ApplySprm(*row, sprm.GetArgument(), record, baseRecord);
+    } else if (!special(row->opcode, sprm.GetArgument())) {
+      continue;
+    }
+    out->setPresent(row->presence);
   }
 }
