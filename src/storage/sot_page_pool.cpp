@@ -9,6 +9,7 @@ constexpr uint8_t kSignature[] = {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1
 constexpr int kEndOfList = -2;
 /// Smaller pages would cost more in slots than in content; they are read from the file each time.
 constexpr uint32_t kSmallestCachedPage = 64;
+constexpr uint32_t kSparePiece = 4096;
 
 }  // namespace
 
@@ -111,12 +112,25 @@ const uint8_t* SotRoPagePool<Archive>::at(int page) {
   const uint8_t*& slot = slots_[static_cast<size_t>(page)];
   if (!slot) {
     const uint32_t size = bytesInFile(page);
-    auto* bytes = static_cast<uint8_t*>(Alloc(size));
+    uint8_t* bytes = newCachedPage(size);
     const unsigned int count = readFile(address(page), bytes, size);
     std::memset(bytes + count, 0, size - count);
     if (count) slot = bytes;
   }
   return slot;
+}
+
+/// Memory for a page. Small pages are carved from larger pieces: a shared block of the allocator would hold
+/// three pages of 512 bytes and waste the room of a fourth.
+template <class Archive>
+uint8_t* SotRoPagePool<Archive>::newCachedPage(uint32_t size) {
+  if (size >= kSparePiece) return static_cast<uint8_t*>(Alloc(size));
+  if (size > spareBytes_) {
+    spare_ = static_cast<uint8_t*>(Alloc(kSparePiece));
+    spareBytes_ = kSparePiece;
+  }
+  spareBytes_ -= size;
+  return spare_ + spareBytes_;
 }
 
 template <class Archive>

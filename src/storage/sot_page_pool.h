@@ -39,6 +39,7 @@ class SotRoPagePool : public ChainAllocator {
   unsigned int readCached(int page, uint32_t offset, char* buffer, unsigned int n);
   unsigned int readDirect(int page, uint32_t offset, char* buffer, unsigned int n);
   const uint8_t* at(int page);
+  uint8_t* newCachedPage(uint32_t size);
   uint32_t bytesInFile(int page) const;
   unsigned int readFile(uint64_t position, void* buffer, unsigned int n);
   void appendMasterPages();
@@ -49,6 +50,8 @@ class SotRoPagePool : public ChainAllocator {
   uint64_t pageCount_ = 0;
   bool caches_ = false;
   std::vector<const uint8_t*> slots_;  ///< one for each page of the file, null until it is read
+  uint8_t* spare_ = nullptr;           ///< memory for the next cached pages, in the pool's allocator
+  uint32_t spareBytes_ = 0;
   std::vector<int> masterFatPages_;
   SotHeader header_{};
 };
