@@ -60,7 +60,7 @@ inline Storage openStorage(const Storage& parent, const wchar_t* name) {
 
 /// Up to `size` bytes from the stream's position on.
 inline support::Bytes read(const Stream& stream, size_t size) {
-  support::Bytes bytes(size);
+  support::Bytes bytes(size, 0xCD);
   unsigned long count = 0;
   stream->Read(bytes.data(), size, &count);
   bytes.resize(count);
