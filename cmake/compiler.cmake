@@ -10,6 +10,9 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 add_library(pagerex_build_flags INTERFACE)
 target_compile_options(pagerex_build_flags INTERFACE -Wall -Wextra -Wshadow $<$<BOOL:${PAGEREX_WERROR}>:-Werror>
                        -ffunction-sections -fdata-sections)
+# GCC 12 warns of its own std::string when that is joined to a literal.
+target_compile_options(pagerex_build_flags INTERFACE
+  $<$<AND:$<COMPILE_LANG_AND_ID:CXX,GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 if(PAGEREX_SANITIZE)
   target_compile_options(pagerex_build_flags INTERFACE -O1 -fno-omit-frame-pointer -fsanitize=address,undefined
                          -fno-sanitize-recover=undefined)

@@ -27,7 +27,9 @@ enum {
 /* Result of pageRex for every failure. */
 enum { PAGEREX_ERROR = -1 };
 
-/* Answers of IPageRexCallBack::Continue. Any other value stops the conversion. */
+/* Answers of IPageRexCallBack::Continue. Any other value is a stop: no further page of the current section is written.
+ * A stop behind the last page is a failure, without a list of pages; one in mid-document goes on with the next section,
+ * and after the last section succeeds, with the list of the pages so far. */
 enum { PAGEREX_WAIT = 0, PAGEREX_GO_ON = 1, PAGEREX_STOP = -1 };
 
 /* Functions of the host, called on the conversion's thread. A null pointer is not called; a null Continue counts as

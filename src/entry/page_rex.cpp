@@ -5,6 +5,7 @@
 #include "base/encoding.h"
 #include "entry/args.h"
 #include "entry/html_writer.h"
+#include "pagerex/numformat.h"
 #include "pagerex/pagerex.h"
 #include "wordreader/document.h"
 
@@ -51,6 +52,17 @@ Options readOptions(int argc, char** argv) {
   return options;
 }
 
+/// The service that spells list numbers, up for the length of one conversion.
+struct NumberFormats {
+  NumberFormats() { _XNFInit(); }
+  NumberFormats(const NumberFormats&) = delete;
+  NumberFormats& operator=(const NumberFormats&) = delete;
+  ~NumberFormats() {
+    _XNFUnInit();
+    _XNF_ClearNFTableCache();
+  }
+};
+
 int write(KDRDocument& document, const char* htmlPath, const Options& options, IPageRexCallBack* callback) {
   KHtmlWriter writer;
   int result = PAGEREX_CANNOT_WRITE;
@@ -67,6 +79,7 @@ int convert(const char* source, const char* htmlPath, const Options& options, IP
   int result = PAGEREX_CANNOT_OPEN;
   try {
     KDRDocument document;
+    const NumberFormats numbers;
     if (source && document.OpenDocument(source, 0x10000) == Status::kOk) {
       result = PAGEREX_FAILED;
       result = write(document, htmlPath, options, callback);

@@ -1,5 +1,7 @@
 #include "wordreader/document.h"
 
+#include <memory>
+
 #include "storage/com_interfaces.h"
 #include "storage/compound_file.h"
 #include "wordreader/annotations.h"
@@ -11,13 +13,21 @@
 #include "wordreader/sections.h"
 #include "wordreader/style_sheet.h"
 
+namespace {
+
+/// Gives the reference back also when reading a damaged file throws.
+struct StorageReleaser {
+  void operator()(IStorage* storage) const { storage->Release(); }
+};
+
+}  // namespace
+
 Status KDRDocument::OpenDocument(const char* path, unsigned int /*flags*/) {
-  IStorage* storage = nullptr;
-  Status status = FreeOleOpenStorage(path, &storage);
+  IStorage* opened = nullptr;
+  const Status status = FreeOleOpenStorage(path, &opened);
   if (failed(status)) return status;
-  status = OpenDocument(storage);
-  storage->Release();
-  return status;
+  const std::unique_ptr<IStorage, StorageReleaser> storage(opened);
+  return OpenDocument(storage.get());
 }
 
 Status KDRDocument::OpenDocument(IStorage* storage) {

@@ -1,0 +1,178 @@
+// The command line and the sample host, as programs.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+
+#include "entry/conversion.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace {
+
+struct Finished {
+  int exitCode = -1;
+  std::string output;  ///< of both streams
+};
+
+/// Runs a program by the shell; the arguments are words of it.
+Finished run(const std::string& program, const std::string& arguments) {
+  FILE* const pipe = popen((program + " " + arguments + " 2>&1 </dev/null").c_str(), "r");
+  Finished finished;
+  char buffer[4096];
+  while (const size_t size = fread(buffer, 1, sizeof buffer, pipe)) finished.output.append(buffer, size);
+  const int status = pclose(pipe);
+  if (WIFEXITED(status)) finished.exitCode = WEXITSTATUS(status);
+  return finished;
+}
+
+Finished pagerexOf(const std::string& arguments) {
+  return run(PAGEREX_CLI, arguments);
+}
+Finished pagerexOf(const std::string& options, const Conversion& conversion) {
+  return pagerexOf(options + " " + conversion.source() + " " + conversion.target());
+}
+
+}  // namespace
+
+TEST(CommandLine, TellsItsVersionAndItsUse) {
+  EXPECT_THAT(pagerexOf("--version").output, StartsWith("pagerex 0."));
+  EXPECT_THAT(pagerexOf("--help").output, HasSubstr("Usage: pagerex [OPTIONS] SOURCE TARGET"));
+  EXPECT_EQ(pagerexOf("--help").exitCode, 0);
+}
+
+TEST(CommandLine, ConvertsInViewNormalWithoutAWord) {
+  const Conversion conversion(documentOf({"Hello"}));
+  const Finished finished = pagerexOf("", conversion);
+  EXPECT_EQ(finished.exitCode, 0);
+  EXPECT_EQ(finished.output, "");
+  EXPECT_THAT(conversion.page(1), HasSubstr("Hello"));
+}
+
+TEST(CommandLine, PassesViewAndPageSize) {
+  const Conversion conversion(documentOfRuns({"four", "two"}));
+  EXPECT_EQ(pagerexOf("--view phone --pagesize 4", conversion).exitCode, 0);
+  EXPECT_THAT(conversion.main(), HasSubstr("<p>total2page</p>"));
+}
+
+TEST(CommandLine, ViewsWithPagesHaveAPageSizeByDefault) {
+  const Conversion conversion(documentOfRuns({"four", "two"}));
+  EXPECT_EQ(pagerexOf("--view preview", conversion).exitCode, 0);
+  EXPECT_THAT(conversion.main(), HasSubstr("fourtwo"));
+}
+
+TEST(CommandLine, ShowsEachPageAsItIsFinished) {
+  const Conversion conversion(documentOfRuns({"four", "two"}));
+  const Finished finished = pagerexOf("--view mulpages --pagesize 4 --progress", conversion);
+  EXPECT_EQ(finished.exitCode, 0);
+  EXPECT_EQ(finished.output, "page 1: " + conversion.folder().path("x.files/1.htm") + "\n" +
+                                 "page 2: " + conversion.folder().path("x.files/2.htm") + "\n");
+}
+
+TEST(CommandLine, RefusesWhatItDoesNotUnderstand) {
+  const Conversion conversion(documentOf({"Hello"}));
+  for (const char* options : {"--view NORMAL", "--pagesize 0", "--view phone --pagesize x", "--pagesize 9",
+                              "--progress", "--view phone --progress", "--unknown", "extra"})
+    EXPECT_EQ(pagerexOf(options, conversion).exitCode, 1) << options;
+  EXPECT_EQ(pagerexOf(conversion.source()).exitCode, 1);
+  EXPECT_THAT(conversion.output(), IsEmpty());
+}
+
+TEST(CommandLine, SaysThatTheSourceIsMissing) {
+  const Finished finished = pagerexOf("", Conversion());
+  EXPECT_EQ(finished.exitCode, 3);
+  EXPECT_THAT(finished.output, HasSubstr("source.doc: No such file or directory"));
+}
+
+TEST(CommandLine, SaysThatTheSourceIsNoDocument) {
+  const Conversion conversion;
+  conversion.folder().write("source.doc", std::string("text"));
+  for (const char* options : {"", "--view mulpages --progress"}) {
+    const Finished finished = pagerexOf(options, conversion);
+    EXPECT_EQ(finished.exitCode, 3);
+    EXPECT_THAT(finished.output, HasSubstr("source.doc: not a Word 97-2003 document, or encrypted"));
+  }
+}
+
+TEST(CommandLine, SaysThatTheSourceIsAFolder) {
+  const Conversion conversion;
+  std::filesystem::create_directory(conversion.source());
+  const Finished finished = pagerexOf("", conversion);
+  EXPECT_EQ(finished.exitCode, 3);
+  EXPECT_THAT(finished.output, HasSubstr("source.doc: is a folder"));
+}
+
+TEST(CommandLine, SaysWhatCannotBeCreated) {
+  const Conversion conversion(documentOf({"Hello"}));
+  for (const char* options : {"", "--view mulpages --progress"}) {
+    const Finished finished = pagerexOf(std::string(options) + " " + conversion.source() + " /nowhere/x.htm");
+    EXPECT_EQ(finished.exitCode, 4);
+    EXPECT_THAT(finished.output, HasSubstr("cannot create /nowhere/x.htm"));
+  }
+}
+
+TEST(CommandLine, SaysThatTheFolderCannotBeCreated) {
+  const Conversion conversion(documentOf({"Hello"}));
+  conversion.folder().write("x.files", std::string("a file"));
+  const Finished finished = pagerexOf("", conversion);
+  EXPECT_EQ(finished.exitCode, 4);
+  EXPECT_THAT(finished.output, HasSubstr("cannot create the folder for the files of "));
+}
+
+TEST(CommandLine, SaysThatADocumentBrokeOff) {
+  support::WordDocument document = documentOf({"Hello"});
+  document.patchFib(support::WordDocument::pairOffset(mso_word::FCLCB_SECTIONS), uint32_t{0x7FFFFFF0});
+  const Conversion conversion(document);
+  const Finished finished = pagerexOf("", conversion);
+  EXPECT_EQ(finished.exitCode, 2);
+  EXPECT_THAT(finished.output, HasSubstr("could not be converted to its end"));
+}
+
+TEST(CommandLine, DoesNotOverwriteItsSource) {
+  const Conversion conversion(documentOf({"Hello"}));
+  const std::string before = conversion.folder().read("source.doc");
+  EXPECT_EQ(pagerexOf(conversion.source() + " " + conversion.source()).exitCode, 1);
+  EXPECT_EQ(conversion.folder().read("source.doc"), before);
+}
+
+TEST(CommandLine, RefusesATargetWhoseFolderWouldStandElsewhere) {
+  const Conversion conversion(documentOf({"Hello"}));
+  conversion.folder().write("a.b/kept", std::string());
+  const Finished finished = pagerexOf(conversion.source() + " " + conversion.folder().path("a.b/out"));
+  EXPECT_EQ(finished.exitCode, 1);
+  EXPECT_THAT(conversion.output(), ElementsAre("a.b/kept"));
+}
+
+TEST(CommandLine, RefusesATargetTooLongForItsPages) {
+  const Conversion conversion(documentOf({"Hello"}));
+  const std::string target = conversion.folder().path(std::string(230, 'x') + ".html");
+  EXPECT_EQ(pagerexOf(conversion.source() + " " + target).exitCode, 4);
+  EXPECT_THAT(conversion.output(), IsEmpty());
+}
+
+TEST(SampleHost, TellsItsUse) {
+  const Finished finished = run(PAGEREX_SAMPLE, "only-one");
+  EXPECT_EQ(finished.exitCode, 255);
+  EXPECT_EQ(finished.output, "Useage " PAGEREX_SAMPLE " <txt filename> <html filename>");
+}
+
+TEST(SampleHost, StopsBehindTheSecondPage) {
+  const std::string first(200, 'x'), second(100, 'y');
+  const Conversion conversion(documentOfRuns({first.c_str(), second.c_str()}));
+  const Finished finished = run(PAGEREX_SAMPLE, conversion.source() + " " + conversion.target());
+  EXPECT_EQ(finished.exitCode, 1);
+  EXPECT_EQ(finished.output,
+            "FinishPage\nContinue: 1\nFinishPage\nContinue: 0\nContinue: -1\nEndTransform\n");
+}
+
+TEST(SampleHost, ConvertsAShortDocumentToItsEnd) {
+  const Conversion conversion(documentOf({"Hello"}));
+  const Finished finished = run(PAGEREX_SAMPLE, conversion.source() + " " + conversion.target());
+  EXPECT_EQ(finished.exitCode, 0);
+  EXPECT_EQ(finished.output, "FinishPage\nContinue: 1\nEndTransform\n");
+}

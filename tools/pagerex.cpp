@@ -1,0 +1,167 @@
+/// The command line of the library: one document to one HTML file and its folder.
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <cerrno>
+#include <climits>
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "pagerex/pagerex.h"
+
+namespace {
+
+/// Exit codes beside the results of PageRex, which stand for themselves.
+constexpr int kUsageError = 1;
+
+struct Request {
+  std::string view = "normal";
+  int pageSize = 2000;
+  bool progress = false;
+  std::string source;
+  std::string target;
+};
+
+int fail(int exitCode, const std::string& message) {
+  std::fprintf(stderr, "pagerex: %s\n", message.c_str());
+  return exitCode;
+}
+
+// The library's functions.
+
+/// The callbacks take no context: the pages that pageRex has finished so far.
+int finishedPages = 0;
+
+void printPage(int page, const char* path) {
+  finishedPages = page;
+  std::printf("page %d: %s\n", page, path);
+  std::fflush(stdout);
+}
+
+int goOn() {
+  return PAGEREX_GO_ON;
+}
+
+int convert(const Request& request) {
+  std::vector<std::string> options = {"view=" + request.view, "pagesize=" + std::to_string(request.pageSize)};
+  std::vector<char*> argv;
+  for (std::string& option : options) argv.push_back(option.data());
+  return PageRex(request.source.c_str(), request.target.c_str(), static_cast<int>(argv.size()), argv.data());
+}
+
+int convertWithProgress(const Request& request) {
+  IPageRexCallBack callbacks = {printPage, nullptr, goOn};
+  if (pageRex(request.source.c_str(), request.target.c_str(), request.pageSize, &callbacks) == PAGEREX_OK)
+    return PAGEREX_OK;
+  // pageRex does not tell its failures apart. One before the first page comes again at once with PageRex.
+  return finishedPages > 0 ? PAGEREX_FAILED : convert(request);
+}
+
+// What is told of a failure.
+
+int explainSource(const std::string& source) {
+  struct stat info;
+  if (stat(source.c_str(), &info) != 0)
+    return fail(PAGEREX_CANNOT_OPEN, source + ": " + std::strerror(errno));
+  if (S_ISDIR(info.st_mode)) return fail(PAGEREX_CANNOT_OPEN, source + ": is a folder");
+  if (access(source.c_str(), R_OK) != 0) return fail(PAGEREX_CANNOT_OPEN, source + ": cannot be read");
+  if (access(source.c_str(), W_OK) != 0)
+    return fail(PAGEREX_CANNOT_OPEN,
+                source +
+                    ": is not writable; a document is opened only with write permission, "
+                    "though nothing is written to it");
+  return fail(PAGEREX_CANNOT_OPEN, source + ": not a Word 97-2003 document, or encrypted");
+}
+
+int explainTarget(const std::string& target) {
+  const bool made = access(target.c_str(), W_OK) == 0;
+  return fail(PAGEREX_CANNOT_WRITE,
+              made ? "cannot create the folder for the files of " + target : "cannot create " + target);
+}
+
+int explain(int result, const Request& request) {
+  std::setlocale(LC_ALL, "C");  // the library has left its own behind, which would speak Chinese
+  switch (result) {
+    case PAGEREX_OK:
+      return PAGEREX_OK;
+    case PAGEREX_CANNOT_OPEN:
+      return explainSource(request.source);
+    case PAGEREX_CANNOT_WRITE:
+      return explainTarget(request.target);
+    default:
+      return fail(PAGEREX_FAILED, request.source + ": could not be converted to its end");
+  }
+}
+
+// What the library would take, though hardly anyone means it.
+
+bool isSameFile(const std::string& a, const std::string& b) {
+  struct stat first, second;
+  return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
+}
+
+/// The files folder is named by what stands before the last "." of the whole path.
+bool hasDotOnlyInFolder(const std::string& target) {
+  const size_t name = target.rfind('/') + 1;
+  return target.find('.', name) == std::string::npos && target.find('.') < name;
+}
+
+int check(const Request& request) {
+  constexpr size_t kLongestTarget = 235;  // paths in the files folder have room for 259 bytes
+  if (isSameFile(request.source, request.target))
+    return fail(kUsageError, "SOURCE and TARGET are the same file");
+  if (request.view == "preview") return 0;
+  if (hasDotOnlyInFolder(request.target))
+    return fail(kUsageError, request.target + ": TARGET needs an extension, such as .html");
+  if (request.target.size() > kLongestTarget)
+    return fail(PAGEREX_CANNOT_WRITE, "cannot create the pages: the path of TARGET is longer than " +
+                                          std::to_string(kLongestTarget) + " bytes");
+  return 0;
+}
+
+void describe(CLI::App& app, Request& request) {
+  app.set_version_flag("--version", "pagerex " PAGEREX_VERSION);
+  app.add_option("--view", request.view, "How the document comes out")
+      ->check(CLI::IsMember({"normal", "phone", "preview", "mulpages"}))
+      ->capture_default_str();
+  app.add_option("--pagesize", request.pageSize, "Characters per page; in view preview, in all")
+      ->check(CLI::Range(1, INT_MAX))
+      ->capture_default_str();
+  app.add_flag("--progress", request.progress, "Print each finished page; only with --view mulpages");
+  app.add_option("SOURCE", request.source, "Word 97-2003 document (.doc); must be writable")->required();
+  app.add_option("TARGET", request.target,
+                 "HTML file to write; the folder of its files, out.files for out.html, stands beside it")
+      ->required();
+  app.footer(
+      "Views: normal, one page with a navigation frame; phone, many small pages; preview, the first\n"
+      "characters as a bare fragment; mulpages, numbered pages and a list of them.\n"
+      "Exit codes: 0 converted, 1 usage, 2 not converted to its end, 3 SOURCE cannot be opened,\n"
+      "4 TARGET cannot be created.");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Request request;
+  CLI::App app("Converts Word 97-2003 documents to HTML.", "pagerex");
+  describe(app, request);
+  try {
+    app.parse(argc, argv);
+    if (request.progress && request.view != "mulpages")
+      throw CLI::ValidationError("--progress", "goes with --view mulpages only");
+    if (app.count("--pagesize") > 0 && request.view == "normal")
+      throw CLI::ValidationError("--pagesize", "has no meaning in view normal, which is one page");
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : kUsageError;
+  }
+  if (const int refused = check(request)) return refused;
+  return explain(request.progress ? convertWithProgress(request) : convert(request), request);
+}
