@@ -15,8 +15,9 @@ namespace pagerex {
 /// so that what one scan has seen is not scanned again for the next table or note.
 class KTableScans {
  public:
-  explicit KTableScans(const KDRDocument* document) : paragraphs_(document) {}
+  explicit KTableScans(const KDRDocument* document) : document_(document), paragraphs_(document) {}
 
+  const KDRDocument* document() const { return document_; }
   KTableParagraphs& paragraphs() { return paragraphs_; }
 
   /// The rows of the table of depth `depth` that begins at `paragraph` of the environment's paragraph table.
@@ -32,6 +33,7 @@ class KTableScans {
  private:
   using Key = std::pair<const KPropxTable*, uint32_t>;
 
+  const KDRDocument* document_;
   KTableParagraphs paragraphs_;
   std::map<Key, std::shared_ptr<KTableScan>> scans_;  ///< the last one of each story and depth
 };

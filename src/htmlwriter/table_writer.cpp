@@ -9,7 +9,9 @@ namespace pagerex {
 Status KHtmlTableWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  if (!env->tableScans) env->tableScans = std::make_shared<KTableScans>(env->document);
+  if (!env->tableScans || env->tableScans->document() != env->document) {
+    env->tableScans = std::make_shared<KTableScans>(env->document);
+  }
   return Status::kOk;
 }
 

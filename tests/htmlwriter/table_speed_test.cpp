@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
-#include <deque>
 
 #include "table_test_support.h"
 
@@ -17,47 +16,6 @@ using support::TableCell;
 
 constexpr TableCell kMergeStart{.verticalMerge = 3};
 constexpr TableCell kMergeContinued{.verticalMerge = 1};
-
-/// Paragraphs of one character each, without a document.
-class ManyParagraphs {
- public:
-  ManyParagraphs() {
-    env.plcfPap = &paragraphs_;
-    env.archive = archive_.get();
-  }
-  void Add(const Sprms& sprms, uint32_t times = 1) {
-    Bytes& papx = papxs_.emplace_back(Bytes{0, 0});
-    papx.insert(papx.end(), sprms.bytes().begin(), sprms.bytes().end());
-    for (uint32_t i = 0; i < times; ++i) AddAgain(papxs_.size() - 1);
-  }
-  /// One more paragraph with the properties of `Add` number `i`.
-  void AddAgain(size_t i) {
-    KDRMergePropx propx;
-    propx.fkpSize = static_cast<uint16_t>(papxs_[i].size());
-    propx.fkpData = papxs_[i].data();
-    paragraphs_.NewItem(count_++, propx);
-  }
-  void Write(KHtmlTableWriter& writer, uint32_t paragraph) {
-    env.pap.papIndex = paragraph;
-    env.pap.papx.AssignPapx(paragraphs_.Data(paragraph)->fkp());
-    if (writer.Write() != Status::kStopped) writer.EnsureWriteEnd(paragraph);
-  }
-  void WriteAll() {
-    KHtmlTableWriter writer;
-    writer.Init(&env);
-    for (uint32_t i = 0; i < count_; ++i) Write(writer, i);
-  }
-  uint32_t count() const { return count_; }
-  std::string text() { return archive_.text(); }
-
-  KEnv env;
-
- private:
-  RecordingArchive archive_;
-  std::deque<Bytes> papxs_;
-  KPropxTable paragraphs_;
-  uint32_t count_ = 0;
-};
 
 /// Processor time of the calling process; generous, since a square of the sizes below would take far longer.
 class WithinSeconds {
@@ -148,7 +106,7 @@ TEST(TableSpeed, BearsATableOfEveryColumnThereIs) {
   }
   WithinSeconds limit(10);
   story.WriteAll();
-  EXPECT_NE(std::string::npos, story.text().find("<td width=\"16\" colspan=\"257\""));
+  EXPECT_NE(std::string::npos, story.archive.text().find("<td width=\"16\" colspan=\"257\""));
 }
 
 }  // namespace

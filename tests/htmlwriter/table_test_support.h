@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <stdexcept>
 #include <string>
 
@@ -85,6 +86,52 @@ class TableStory {
  private:
   support::TempFolder folder_;
   KDRDocument document_;
+};
+
+/// Paragraphs of one character each, without a document.
+class ManyParagraphs {
+ public:
+  ManyParagraphs() {
+    env.plcfPap = &paragraphs_;
+    env.textPool = &text_;
+    env.archive = archive.get();
+  }
+  void Add(const support::Sprms& sprms, char character = 'x') {
+    support::Bytes& papx = papxs_.emplace_back(support::Bytes{0, 0});
+    papx.insert(papx.end(), sprms.bytes().begin(), sprms.bytes().end());
+    AddAgain(papxs_.size() - 1, character);
+  }
+  /// One more paragraph with the properties of `Add` number `i`.
+  void AddAgain(size_t i, char character = 'x') {
+    KDRMergePropx propx;
+    propx.fkpSize = static_cast<uint16_t>(papxs_[i].size());
+    propx.fkpData = papxs_[i].data();
+    paragraphs_.NewItem(count_++, propx);
+    text_.append(static_cast<unsigned short>(character));
+  }
+  void Write(KHtmlTableWriter& writer, uint32_t paragraph) {
+    env.pap.papIndex = paragraph;
+    env.pap.papx.AssignPapx(paragraphs_.Data(paragraph)->fkp());
+    if (writer.Write() == Status::kStopped) return;
+    archive->AddContent(static_cast<int>(paragraph));
+    writer.EnsureWriteEnd(paragraph);
+  }
+  /// The number of each paragraph comes out, where it does.
+  void WriteAll() {
+    KHtmlTableWriter writer;
+    writer.Init(&env);
+    for (uint32_t i = 0; i < count_; ++i) Write(writer, i);
+  }
+  uint32_t count() const { return count_; }
+
+  RecordingArchive archive;
+  KEnv env;
+
+ private:
+  std::deque<support::Bytes> papxs_;
+  KPropxTable paragraphs_;
+  KTextPool text_;
+  uint32_t count_ = 0;
 };
 
 /// The elements without the attributes that every table has: spans, and heights of rows, stay.
