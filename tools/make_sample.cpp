@@ -111,13 +111,14 @@ void addFonts(WordDocument& doc) {
 
 void addHeadingStyle(WordDocument& doc, StyleIndex istd, int halfPoints) {
   const std::string name = "heading " + std::to_string(istd);
-  doc.style(istd, Style()
-                      .name(name)
-                      .sti(istd)
-                      .basedOn(0)
-                      .next(0)
-                      .papx({sprm(0x2406, 1), spaceBefore(240), spaceAfter(120), outlineLevel(istd - 1)})
-                      .chpx({fontSize(halfPoints), bold(), colour(kBlue), sprm(0x4A4F, kSans)}));
+  doc.style(istd,
+            Style()
+                .name(name)
+                .sti(istd)
+                .basedOn(0)
+                .next(0)
+                .papx({sprm(0x2406, 1), spaceBefore(240), spaceAfter(120), outlineLevel(istd - 1)})
+                .chpx({fontSize(halfPoints), bold(), colour(kBlue), sprm(0x4A4F, kSans), sprm(0x286F, 0)}));
 }
 
 void addStyles(WordDocument& doc) {
@@ -307,8 +308,12 @@ void addLists(WordDocument& doc) {
 /// The sprms of a row: its edges and cells, and borders all round.
 Sprms rowSprms(const std::vector<int16_t>& edges, const std::vector<TableCell>& cells) {
   const Border line = {.width = 4};
-  return {sprm(0x548A, 0), sprm(0x9601, 0), sprm(0x9602, 108), defTableSprm(edges, cells),
-          tableBordersSprm({line, line, line, line, line, line})};
+  return {sprm(0x548A, 0),
+          sprm(0x9601, 0),
+          sprm(0x9602, 108),
+          defTableSprm(edges, cells),
+          tableBordersSprm({line, line, line, line, line, line}),
+          cellDistanceSprm(0xD634, 0, 1, 0x0A, 3, 108)};
 }
 
 void addTable(WordDocument& doc) {
@@ -407,8 +412,8 @@ void addClosing(WordDocument& doc) {
   heading(doc, kHeading2, "Another page size");
   doc.paragraph("This section stands on a smaller page, in two columns with a line between them.");
   heading(doc, kHeading3, "A heading of the third level");
-  doc.paragraph("Here it breaks off").endWith(0x0C);
-  doc.paragraph("to go on after a page break. The end.");
+  doc.paragraph("Here it breaks off").breakRun().run("\x0C").breakRun().run("to go on after a page break.");
+  doc.paragraph("The end.").sprms({align(1)}).ownMark();
 }
 
 Sprms pageSize(uint16_t width, uint16_t height) {

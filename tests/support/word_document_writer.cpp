@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "support/word_text_tables.h"
+
 namespace support {
 
 using namespace mso_word;
@@ -39,13 +41,6 @@ void apply(const Edits& edits, Target& target) {
   for (const auto& edit : edits) edit(target);
 }
 
-/// The marks of one kind in a story, with positions relative to `origin`.
-struct Marks {
-  std::vector<uint32_t> positions;
-  std::vector<const Anchor*> anchors;
-  bool empty() const { return anchors.empty(); }
-};
-
 }  // namespace
 
 /// One build: text first, then the tables that point at it, then the streams.
@@ -58,9 +53,8 @@ class WordDocumentBuilder {
     layOutText();
     writePages();
     writeSections();
-    makeTextTables();
-    makeNoteTables();
-    makeBookmarkTables();
+    makePieceTable();
+    addTextTables(text_, options_.closingMarks, options_.fibPairs > FCLCB_ANNOTATION_DATES, tables_);
     makeFormatTables();
     takeRawTables();
     writeTableStream();
@@ -93,16 +87,10 @@ class WordDocumentBuilder {
     for (const auto& [type, story] : doc_.stories_) parts[type].push_back(&story);
     for (const auto& paragraph : doc_.paragraphs()) {
       for (const Anchor& anchor : paragraph->anchors()) {
-        if (anchor.content) parts[storyOf(anchor.kind)].push_back(anchor.content.get());
+        if (anchor.content) parts[noteStoryOf(anchor.kind)].push_back(anchor.content.get());
       }
     }
     return parts;
-  }
-
-  static uint32_t storyOf(Anchor::Kind kind) {
-    return kind == Anchor::Kind::kFootnote  ? SUBDOC_FOOTNOTE
-           : kind == Anchor::Kind::kEndnote ? SUBDOC_ENDNOTE
-                                            : SUBDOC_ANNOTATION;
   }
 
   void writePages() {
@@ -169,14 +157,11 @@ class WordDocumentBuilder {
     return cp;
   }
 
-  // --- Tables of the text ---
-
-  void makeTextTables() {
+  void makePieceTable() {
     ByteWriter clx;
     for (const Sprms& group : doc_.propertyGroups_) clx.u8(1).u16(group.size()).bytes(group.bytes());
     const Bytes pieces = pieceTable();
     tables_[FCLCB_CLX].table = clx.u8(2).u32(pieces.size()).bytes(pieces).take();
-    makeFieldTables();
   }
 
   Bytes pieceTable() const {
@@ -189,154 +174,6 @@ class WordDocumentBuilder {
     }
     positions.push_back(text_.end());
     return positionTable(positions, descriptors);
-  }
-
-  void makeFieldTables() {
-    constexpr uint32_t kTables[kSubDocCount] = {
-        FCLCB_FIELDS_MAIN,       FCLCB_FIELDS_FOOTNOTE, FCLCB_FIELDS_HEADER,  FCLCB_FIELDS_MACRO,
-        FCLCB_FIELDS_ANNOTATION, FCLCB_FIELDS_ENDNOTE,  FCLCB_FIELDS_TEXTBOX, FCLCB_FIELDS_HEADER_TEXTBOX};
-    for (uint32_t type = 0; type < kSubDocCount; ++type) {
-      Marks fields = marks(type, Anchor::Kind::kField);
-      if (fields.empty()) continue;
-      std::vector<Bytes> records;
-      for (const Anchor* field : fields.anchors) records.push_back({field->fieldMark, field->fieldByte});
-      fields.positions.push_back(text_.end() - text_.storyStarts[type]);
-      tables_[kTables[type]].table = positionTable(fields.positions, records);
-    }
-  }
-
-  Marks marks(uint32_t type, Anchor::Kind kind) const {
-    Marks result;
-    for (const auto& [cp, anchor] : text_.anchors[type]) {
-      if (anchor->kind != kind) continue;
-      result.positions.push_back(cp - text_.storyStarts[type]);
-      result.anchors.push_back(anchor);
-    }
-    return result;
-  }
-
-  // --- Notes and annotations ---
-
-  void makeNoteTables() {
-    makeNoteTables(Anchor::Kind::kFootnote, FCLCB_FOOTNOTE_REFS, FCLCB_FOOTNOTE_TEXT);
-    makeNoteTables(Anchor::Kind::kEndnote, FCLCB_ENDNOTE_REFS, FCLCB_ENDNOTE_TEXT);
-    makeAnnotationTables();
-  }
-
-  void makeNoteTables(Anchor::Kind kind, uint32_t references, uint32_t ranges) {
-    const Marks notes = marks(SUBDOC_MAIN, kind);
-    if (notes.empty()) return;
-    std::vector<Bytes> records;
-    for (const Anchor* note : notes.anchors) records.push_back(ByteWriter().u16(note->numbered).take());
-    tables_[references].table = referenceTable(notes, records);
-    tables_[ranges].table = noteRanges(kind, notes.anchors.size());
-  }
-
-  Bytes referenceTable(const Marks& references, const std::vector<Bytes>& records) const {
-    std::vector<uint32_t> positions = references.positions;
-    positions.push_back(text_.storyLength(SUBDOC_MAIN));
-    return positionTable(positions, records);
-  }
-
-  /// Where each note begins in its story, the closing mark as one more range, and the end.
-  Bytes noteRanges(Anchor::Kind kind, size_t count) const {
-    const uint32_t type = storyOf(kind);
-    const std::vector<uint32_t>& parts = text_.partStarts[type];
-    std::vector<uint32_t> positions(parts.end() - static_cast<ptrdiff_t>(count), parts.end());
-    if (options_.closingMarks.ofStory[type]) positions.push_back(text_.storyLength(type) - 1);
-    positions.push_back(text_.storyLength(type));
-    return positionTable(positions);
-  }
-
-  void makeAnnotationTables() {
-    const Marks annotations = marks(SUBDOC_MAIN, Anchor::Kind::kAnnotation);
-    if (annotations.empty()) return;
-    std::vector<std::u16string> owners;
-    std::vector<Bytes> records;
-    ByteWriter dates;
-    for (const Anchor* anchor : annotations.anchors) {
-      const Annotation& annotation = anchor->annotation;
-      records.push_back(annotationRecord(annotation, ownerIndex(owners, annotation.author.units())));
-      dates.u32(annotation.dttm).zeros(14);
-    }
-    tables_[FCLCB_ANNOTATION_REFS].table = referenceTable(annotations, records);
-    tables_[FCLCB_ANNOTATION_TEXT].table = noteRanges(Anchor::Kind::kAnnotation, records.size());
-    tables_[FCLCB_ANNOTATION_OWNERS].table = ownerTable(owners);
-    if (options_.fibPairs > FCLCB_ANNOTATION_DATES) tables_[FCLCB_ANNOTATION_DATES].table = dates.take();
-  }
-
-  static size_t ownerIndex(std::vector<std::u16string>& owners, const std::u16string& name) {
-    const auto found = std::find(owners.begin(), owners.end(), name);
-    const auto index = static_cast<size_t>(found - owners.begin());
-    if (found == owners.end()) owners.push_back(name);
-    return index;
-  }
-
-  static Bytes annotationRecord(const Annotation& annotation, size_t owner) {
-    constexpr size_t kMaxInitials = 9;
-    const std::u16string initials = annotation.initials.units().substr(0, kMaxInitials);
-    ByteWriter record;
-    record.u16(initials.size()).text16(initials).zeros((kMaxInitials - initials.size()) * 2);
-    return record.u16(owner).zeros(4).u32(annotation.rangeTag).take();
-  }
-
-  static Bytes ownerTable(const std::vector<std::u16string>& owners) {
-    ByteWriter table;
-    for (const std::u16string& owner : owners) table.u16(owner.size()).text16(owner);
-    return table.take();
-  }
-
-  // --- Bookmarks ---
-
-  void makeBookmarkTables() {
-    const auto sameName = [](const Anchor& a, const Anchor& b) { return a.name == b.name; };
-    const auto sameTag = [](const Anchor& a, const Anchor& b) { return a.tag == b.tag; };
-    const auto bookmarks = makeRangeTables(Anchor::Kind::kBookmarkStart, Anchor::Kind::kBookmarkEnd, sameName,
-                                           FCLCB_BOOKMARK_STARTS, FCLCB_BOOKMARK_ENDS);
-    std::vector<std::u16string> names;
-    for (const Anchor* bookmark : bookmarks) names.push_back(bookmark->name);
-    if (!names.empty()) tables_[FCLCB_BOOKMARK_NAMES].table = stringTable(names);
-
-    const auto ranges = makeRangeTables(Anchor::Kind::kAnnotationStart, Anchor::Kind::kAnnotationEnd, sameTag,
-                                        FCLCB_ANNOTATION_RANGE_STARTS, FCLCB_ANNOTATION_RANGE_ENDS);
-    std::vector<Bytes> tags;
-    for (const Anchor* range : ranges) {
-      tags.push_back(ByteWriter().u16(0x0100).u32(range->tag).u32(0xFFFFFFFF).take());
-    }
-    const std::vector<std::u16string> noNames(tags.size());
-    if (!tags.empty()) tables_[FCLCB_ANNOTATION_RANGE_NAMES].table = stringTable(noNames, 10, tags);
-  }
-
-  /// Makes the tables of starts and ends, each in the order of the text; a start names the index of its end.
-  /// Returns the starts.
-  template <class Same>
-  std::vector<const Anchor*> makeRangeTables(Anchor::Kind startKind, Anchor::Kind endKind, Same same,
-                                             uint32_t startTable, uint32_t endTable) {
-    Marks starts = marksOfAllStories(startKind);
-    Marks ends = marksOfAllStories(endKind);
-    if (starts.empty()) return {};
-    std::vector<Bytes> records;
-    for (const Anchor* start : starts.anchors) {
-      const auto end = std::find_if(ends.anchors.begin(), ends.anchors.end(),
-                                    [&](const Anchor* candidate) { return same(*start, *candidate); });
-      if (end == ends.anchors.end()) throw std::invalid_argument("a bookmark or range has no end");
-      records.push_back(ByteWriter().u16(end - ends.anchors.begin()).u16(0).take());
-    }
-    starts.positions.push_back(text_.end() + 1);
-    ends.positions.push_back(text_.end() + 1);
-    tables_[startTable].table = positionTable(starts.positions, records);
-    tables_[endTable].table = positionTable(ends.positions);
-    return starts.anchors;
-  }
-
-  Marks marksOfAllStories(Anchor::Kind kind) const {
-    Marks all;
-    for (uint32_t type = 0; type < kSubDocCount; ++type) {
-      const Marks some = marks(type, kind);
-      for (uint32_t position : some.positions) all.positions.push_back(position + text_.storyStarts[type]);
-      all.anchors.insert(all.anchors.end(), some.anchors.begin(), some.anchors.end());
-    }
-    return all;
   }
 
   // --- Styles, fonts, lists, document properties ---
@@ -420,7 +257,7 @@ class WordDocumentBuilder {
   FlatText text_;
   PlacedText placed_;
   uint32_t textEnd_ = 0;
-  std::map<uint32_t, TableWithTail> tables_;  // by FIB index
+  TableSet tables_;
   std::vector<FCLCB> pairs_;
   WordStreams streams_;
 };

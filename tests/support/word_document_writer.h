@@ -63,8 +63,7 @@ class WordDocument : public Story {
   /// What follows is a new section with these properties (none: no property list in the file). The paragraph
   /// before it gets a section mark. Before the first paragraph: properties of the first section.
   WordDocument& section(const Sprms& sprms);
-  /// The text goes on in a new piece at the end of the last paragraph; see `Paragraph::newPiece`. Property
-  /// group i of the piece table is the i-th of these; the result is i.
+  /// Adds a property group to the piece table; the result is its number, for `Piece::prm` by `prmOfGroup`.
   uint32_t propertyGroup(const Sprms& sprms);
 
   // --- Tables ---

@@ -296,3 +296,17 @@ TEST(DocumentWriter, RefusesATableThatTheFibHasNoPairFor) {
   doc.table(FCLCB_ANNOTATION_DATES, {1});
   EXPECT_THROW(doc.build(), std::invalid_argument);
 }
+
+TEST(DocumentWriter, RefusesNotesOutsideTheMainText) {
+  WordDocument doc;
+  doc.story(SUBDOC_HEADER).paragraph("x").footnote("note");
+  EXPECT_THROW(doc.build(), std::invalid_argument);
+}
+
+TEST(DocumentWriter, PiecesNameTheirPropertyGroup) {
+  WordDocument doc;
+  const uint32_t group = doc.propertyGroup({sprm(0x0835, 1)});
+  doc.paragraph().newPiece({.prm = prmOfGroup(group)}).run("x");
+  const OpenedDocument opened(doc);
+  EXPECT_EQ(opened->GetPlcfChp(SUBDOC_MAIN).Item(0).data.pieceSize, 3);
+}
