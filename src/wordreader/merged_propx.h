@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <deque>
 
 #include "base/byte_view.h"
 #include "wordreader/plcf.h"
@@ -56,8 +56,8 @@ class KDWPlcfNormal {
   uint32_t FirstEndingFrom(uint32_t position, uint32_t from) const;
 
  private:
-  std::vector<uint32_t> positions_{0xFFFFFFFFu};
-  std::vector<T> records_;
+  std::deque<uint32_t> positions_{0xFFFFFFFFu};  // deques: a vector that grows holds all twice
+  std::deque<T> records_;
   bool sorted_ = true;
 };
 
