@@ -1,0 +1,234 @@
+#include "wordreader/piece.h"
+
+#include <gtest/gtest.h>
+
+#include "support/sprms.h"
+#include "support/word_tables.h"
+#include "wordreader/document.h"
+
+using support::Bytes;
+using support::ByteWriter;
+using support::sprm;
+using support::Sprms;
+
+namespace {
+
+Bytes bytesOf(ByteView view) {
+  return Bytes(view.data(), view.data() + view.size());
+}
+
+Bytes joined(const Sprms& sprms) {
+  return sprms.bytes();
+}
+
+const Bytes kBold = sprm(0x0835, 1);
+const Bytes kSize = sprm(0x4A43, 24);
+const Bytes kCentred = sprm(0x2461, 1);
+const Bytes kIndent = sprm(0x845E, 720);
+const Bytes kTable = sprm(0x5400, 1);  // of neither kind: counts as paragraph
+
+KPieceSprms sorted(const Sprms& sprms, ChainAllocator& allocator) {
+  return SortSprms(ByteView(sprms.bytes().data(), sprms.size()), allocator);
+}
+
+/// A document with these property groups and one piece.
+struct FastSaved {
+  explicit FastSaved(const std::vector<Sprms>& groups) {
+    ByteWriter clx;
+    for (const Sprms& group : groups) clx.u8(1).u16(group.size()).bytes(group.bytes());
+    bytes = clx.u8(2).u32(16).u32(0).u32(1).zeros(8).take();
+    KDRTableRecord record;
+    record.place.lcb = static_cast<uint32_t>(bytes.size());
+    record.bytes = ByteView(bytes.data(), bytes.size());
+    document.KDRClx::Read(record);
+  }
+  Bytes bytes;
+  KDRDocument document;
+};
+
+_TypeTraits<mso_word::PCD>::ItemType piece(uint32_t start, uint32_t end, uint32_t rawFc, uint16_t prm = 0,
+                                           uint16_t flags = 0) {
+  return {{start, end}, {flags, rawFc, prm}};
+}
+
+constexpr uint32_t kAnsi = mso_word::PCD::kAnsi;
+
+}  // namespace
+
+// Sorting.
+
+TEST(SortSprms, TakesAListWithoutCharacterSprmsAsParagraphs) {
+  ChainAllocator allocator;
+  const Sprms list = {kCentred, kTable};
+  const KPieceSprms result = sorted(list, allocator);
+  EXPECT_EQ(bytesOf(result.paragraph), list.bytes());
+  EXPECT_TRUE(result.character.empty());
+}
+
+TEST(SortSprms, TakesAListOfCharacterSprmsAsRuns) {
+  ChainAllocator allocator;
+  const Sprms list = {kBold, kSize};
+  const KPieceSprms result = sorted(list, allocator);
+  EXPECT_TRUE(result.paragraph.empty());
+  EXPECT_EQ(bytesOf(result.character), list.bytes());
+}
+
+TEST(SortSprms, SplitsASortedListInPlace) {
+  ChainAllocator allocator;
+  const Sprms list = {kCentred, kIndent, kBold};
+  const KPieceSprms result = sorted(list, allocator);
+  EXPECT_EQ(result.paragraph.data(), list.bytes().data());
+  EXPECT_EQ(bytesOf(result.paragraph), joined({kCentred, kIndent}));
+  EXPECT_EQ(bytesOf(result.character), kBold);
+}
+
+TEST(SortSprms, MovesCharacterSprmsBehindTheOthersInTheirOrder) {
+  ChainAllocator allocator;
+  const KPieceSprms result = sorted({kCentred, kBold, kIndent, kSize, kTable}, allocator);
+  EXPECT_EQ(bytesOf(result.paragraph), joined({kCentred, kIndent, kTable}));
+  EXPECT_EQ(bytesOf(result.character), joined({kBold, kSize}));
+}
+
+TEST(SortSprms, KeepsASprmThatOverrunsTheList) {
+  ChainAllocator allocator;
+  Bytes cut = joined({kBold, kCentred, kSize});
+  cut.pop_back();
+  const KPieceSprms result = SortSprms(ByteView(cut.data(), cut.size()), allocator);
+  EXPECT_EQ(bytesOf(result.paragraph), kCentred);
+  EXPECT_EQ(result.character.size(), kBold.size() + kSize.size() - 1);
+}
+
+TEST(SortSprms, TakesAnEmptyList) {
+  ChainAllocator allocator;
+  const KPieceSprms result = SortSprms({}, allocator);
+  EXPECT_TRUE(result.paragraph.empty());
+  EXPECT_TRUE(result.character.empty());
+}
+
+// Modifiers.
+
+TEST(PieceModifier, OfZeroBringsNothing) {
+  const FastSaved fastSaved({{kBold}});
+  KPieceSprmSorter sorter(fastSaved.document);
+  EXPECT_TRUE(sorter.AnalyseSprm(0).paragraph.empty());
+  EXPECT_TRUE(sorter.AnalyseSprm(0).character.empty());
+}
+
+TEST(PieceModifier, NamesAPropertyGroup) {
+  const FastSaved fastSaved({{kBold}, {kCentred, kSize}});
+  KPieceSprmSorter sorter(fastSaved.document);
+  const KPieceSprms result = sorter.AnalyseSprm(support::prmOfGroup(1));
+  EXPECT_EQ(bytesOf(result.paragraph), kCentred);
+  EXPECT_EQ(bytesOf(result.character), kSize);
+}
+
+TEST(PieceModifier, SortsAGroupOnce) {
+  const FastSaved fastSaved({{kBold, kCentred}});
+  KPieceSprmSorter sorter(fastSaved.document);
+  const ByteView first = sorter.AnalyseSprm(support::prmOfGroup(0)).paragraph;
+  EXPECT_EQ(bytesOf(first), kCentred);
+  EXPECT_EQ(sorter.AnalyseSprm(support::prmOfGroup(0)).paragraph.data(), first.data());
+}
+
+TEST(PieceModifier, OfAGroupThatIsNotThereBringsNothing) {
+  const FastSaved fastSaved({{kBold}});
+  KPieceSprmSorter sorter(fastSaved.document);
+  EXPECT_TRUE(sorter.AnalyseSprm(support::prmOfGroup(1)).character.empty());
+  EXPECT_TRUE(sorter.AnalyseSprm(0xFFFF).character.empty());
+}
+
+TEST(PieceModifier, WithASingleSprmChangesNoProperty) {
+  const FastSaved fastSaved({});
+  KPieceSprmSorter sorter(fastSaved.document);
+  const KPieceSprms bold = sorter.AnalyseSprm(support::prmOfSprm(0x55, 1));
+  EXPECT_EQ(bytesOf(bold.paragraph), (Bytes{4, 0, 0x35, 0x08}));
+  EXPECT_TRUE(bold.character.empty());
+  KDWSprmList::Enumerator sprms{KDWSprmList(bold.paragraph)};
+  KDWSprm sprm;
+  ASSERT_EQ(sprms.Next(&sprm), Status::kOk);
+  EXPECT_EQ(sprm.GetOpcode(), 4);
+  EXPECT_EQ(sprms.Next(&sprm), Status::kFailure);
+}
+
+TEST(PieceModifier, WithAnUnknownSingleSprmHasOpcodeZero) {
+  const FastSaved fastSaved({});
+  KPieceSprmSorter sorter(fastSaved.document);
+  EXPECT_EQ(bytesOf(sorter.AnalyseSprm(support::prmOfSprm(0x01, 1)).paragraph), (Bytes{4, 0, 0, 0}));
+}
+
+// The cursor.
+
+TEST(PieceCursor, ReadsTheOffsetOf16BitText) {
+  KDRDocument document;
+  _PieceWrapper cursor(document);
+  cursor.Assign(piece(100, 110, 0x800));
+  const _PieceEx part = cursor.Front(10, 90);
+  EXPECT_TRUE(part.wide);
+  EXPECT_EQ(part.fcBegin, 0x800u);
+  EXPECT_EQ(part.fcEnd, 0x814u);
+  EXPECT_EQ(part.cpBegin, 10u);
+  EXPECT_EQ(part.GetCPEnd(), 20u);
+}
+
+TEST(PieceCursor, ReadsTheOffsetOf8BitText) {
+  KDRDocument document;
+  _PieceWrapper cursor(document);
+  cursor.Assign(piece(100, 110, 0x1000 | kAnsi));
+  const _PieceEx part = cursor.Front(10, 100);
+  EXPECT_FALSE(part.wide);
+  EXPECT_EQ(part.fcBegin, 0x800u);
+  EXPECT_EQ(part.fcEnd, 0x80Au);
+  EXPECT_EQ(part.GetCPEnd(), 10u);
+}
+
+TEST(PieceCursor, MovesByCharacters) {
+  KDRDocument document;
+  _PieceWrapper cursor(document);
+  cursor.Assign(piece(0, 10, 0x800));
+  cursor.SplitPiece(4);
+  EXPECT_EQ(cursor.Length(), 6u);
+  EXPECT_EQ(cursor.Front(6, 0).fcBegin, 0x808u);
+  cursor.Assign(piece(0, 10, 0x1000 | kAnsi));
+  cursor.SplitPiece(4);
+  EXPECT_EQ(cursor.Front(6, 0).fcBegin, 0x804u);
+  EXPECT_EQ(cursor.Front(6, 0).cpBegin, 4u);
+}
+
+TEST(PieceCursor, KeepsItsPropertiesWhenSplit) {
+  const FastSaved fastSaved({{kBold}});
+  _PieceWrapper cursor(fastSaved.document);
+  cursor.Assign(piece(0, 10, 0x800, support::prmOfGroup(0), mso_word::PCD::kNoParaLast));
+  cursor.SplitPiece(3);
+  EXPECT_EQ(bytesOf(cursor.Sprms().character), kBold);
+  EXPECT_TRUE(cursor.NoParaLast());
+}
+
+TEST(PieceCursor, IsUsedUpAtTheEnd) {
+  KDRDocument document;
+  _PieceWrapper cursor(document);
+  cursor.Assign(piece(5, 9, 0x800));
+  cursor.SplitPiece(4);
+  EXPECT_EQ(cursor.Length(), 0u);
+}
+
+TEST(PieceCursor, TakesAPieceThatEndsInFrontOfItsStartAsEmpty) {
+  KDRDocument document;
+  _PieceWrapper cursor(document);
+  cursor.Assign(piece(9, 5, 0x800));
+  EXPECT_EQ(cursor.Length(), 0u);
+}
+
+TEST(PieceCursor, DoesNotWrapOffsets) {
+  KDRDocument document;
+  _PieceWrapper cursor(document);
+  cursor.Assign(piece(0, 0xFFFFFFFF, 0x8000FFFE));
+  const _PieceEx part = cursor.Front(0xFFFFFFFF, 0);
+  EXPECT_LT(part.fcBegin, part.fcEnd);
+  EXPECT_EQ(part.Length(), 0xFFFFFFFFu);
+}
+
+TEST(PiecePart, PutsWhatLiesInFrontAtItsStart) {
+  const _PieceEx part{100, 120, 7, true};
+  EXPECT_EQ(part.PositionAt(110), 12u);
+  EXPECT_EQ(part.PositionAt(90), 7u);
+}
