@@ -45,7 +45,7 @@ TEST(PieceTable, ReadsPieces) {
   EXPECT_EQ(read.status, Status::kOk);
   ASSERT_EQ(read.clx.GetPlcfpcd().Count(), 1u);
   EXPECT_EQ(read.clx.Item(0).range.end, 9u);
-  EXPECT_EQ(read.clx.Item(0).data.rawFc, 0x800u);
+  EXPECT_EQ(+read.clx.Item(0).data.rawFc, 0x800u);
 }
 
 TEST(PieceTable, KeepsPropertyGroupsInFileOrder) {
@@ -98,8 +98,8 @@ TEST(PieceTable, ReadsPiecesThatAreCutOffAsZero) {
   const ReadClx read(bytes, lcb);
   EXPECT_EQ(read.status, Status::kOk);
   EXPECT_EQ(read.clx.PresentCount(), 2u);
-  EXPECT_EQ(read.clx.Item(0).data.rawFc, 0x800u);
-  EXPECT_EQ(read.clx.Item(1).data.rawFc, 0u);
+  EXPECT_EQ(+read.clx.Item(0).data.rawFc, 0x800u);
+  EXPECT_EQ(+read.clx.Item(1).data.rawFc, 0u);
 }
 
 TEST(PieceTable, TellsPiecesWithoutPositionsApart) {

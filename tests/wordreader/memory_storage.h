@@ -23,7 +23,7 @@ class MemoryStorage final : public IStorage {
   };
 
   void add(const std::wstring& name, support::Bytes bytes) { contents_[name].bytes = std::move(bytes); }
-  const Content& content(const std::wstring& name) { return contents_.at(name); }
+  const Content& content(const std::wstring& name) const { return contents_.at(name); }
   unsigned long references() const { return references_; }
   int openStreams() const {
     int count = 0;

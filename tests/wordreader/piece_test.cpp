@@ -5,6 +5,7 @@
 #include "support/sprms.h"
 #include "support/word_tables.h"
 #include "wordreader/document.h"
+#include "wordreader/sprm_list.h"
 
 using support::Bytes;
 using support::ByteWriter;
@@ -31,9 +32,11 @@ KPieceSprms sorted(const Sprms& sprms, ChainAllocator& allocator) {
   return SortSprms(ByteView(sprms.bytes().data(), sprms.size()), allocator);
 }
 
+using Groups = std::vector<Sprms>;
+
 /// A document with these property groups and one piece.
 struct FastSaved {
-  explicit FastSaved(const std::vector<Sprms>& groups) {
+  explicit FastSaved(const Groups& groups) {
     ByteWriter clx;
     for (const Sprms& group : groups) clx.u8(1).u16(group.size()).bytes(group.bytes());
     bytes = clx.u8(2).u32(16).u32(0).u32(1).zeros(8).take();
@@ -108,14 +111,14 @@ TEST(SortSprms, TakesAnEmptyList) {
 // Modifiers.
 
 TEST(PieceModifier, OfZeroBringsNothing) {
-  const FastSaved fastSaved({{kBold}});
+  const FastSaved fastSaved(Groups{Sprms{kBold}});
   KPieceSprmSorter sorter(fastSaved.document);
   EXPECT_TRUE(sorter.AnalyseSprm(0).paragraph.empty());
   EXPECT_TRUE(sorter.AnalyseSprm(0).character.empty());
 }
 
 TEST(PieceModifier, NamesAPropertyGroup) {
-  const FastSaved fastSaved({{kBold}, {kCentred, kSize}});
+  const FastSaved fastSaved(Groups{Sprms{kBold}, Sprms{kCentred, kSize}});
   KPieceSprmSorter sorter(fastSaved.document);
   const KPieceSprms result = sorter.AnalyseSprm(support::prmOfGroup(1));
   EXPECT_EQ(bytesOf(result.paragraph), kCentred);
@@ -123,7 +126,7 @@ TEST(PieceModifier, NamesAPropertyGroup) {
 }
 
 TEST(PieceModifier, SortsAGroupOnce) {
-  const FastSaved fastSaved({{kBold, kCentred}});
+  const FastSaved fastSaved(Groups{Sprms{kBold, kCentred}});
   KPieceSprmSorter sorter(fastSaved.document);
   const ByteView first = sorter.AnalyseSprm(support::prmOfGroup(0)).paragraph;
   EXPECT_EQ(bytesOf(first), kCentred);
@@ -131,14 +134,14 @@ TEST(PieceModifier, SortsAGroupOnce) {
 }
 
 TEST(PieceModifier, OfAGroupThatIsNotThereBringsNothing) {
-  const FastSaved fastSaved({{kBold}});
+  const FastSaved fastSaved(Groups{Sprms{kBold}});
   KPieceSprmSorter sorter(fastSaved.document);
   EXPECT_TRUE(sorter.AnalyseSprm(support::prmOfGroup(1)).character.empty());
   EXPECT_TRUE(sorter.AnalyseSprm(0xFFFF).character.empty());
 }
 
 TEST(PieceModifier, WithASingleSprmChangesNoProperty) {
-  const FastSaved fastSaved({});
+  const FastSaved fastSaved(Groups{});
   KPieceSprmSorter sorter(fastSaved.document);
   const KPieceSprms bold = sorter.AnalyseSprm(support::prmOfSprm(0x55, 1));
   EXPECT_EQ(bytesOf(bold.paragraph), (Bytes{4, 0, 0x35, 0x08}));
@@ -151,7 +154,7 @@ TEST(PieceModifier, WithASingleSprmChangesNoProperty) {
 }
 
 TEST(PieceModifier, WithAnUnknownSingleSprmHasOpcodeZero) {
-  const FastSaved fastSaved({});
+  const FastSaved fastSaved(Groups{});
   KPieceSprmSorter sorter(fastSaved.document);
   EXPECT_EQ(bytesOf(sorter.AnalyseSprm(support::prmOfSprm(0x01, 1)).paragraph), (Bytes{4, 0, 0, 0}));
 }
@@ -195,7 +198,7 @@ TEST(PieceCursor, MovesByCharacters) {
 }
 
 TEST(PieceCursor, KeepsItsPropertiesWhenSplit) {
-  const FastSaved fastSaved({{kBold}});
+  const FastSaved fastSaved(Groups{Sprms{kBold}});
   _PieceWrapper cursor(fastSaved.document);
   cursor.Assign(piece(0, 10, 0x800, support::prmOfGroup(0), mso_word::PCD::kNoParaLast));
   cursor.SplitPiece(3);
