@@ -3,8 +3,8 @@
 
 /* Word 97-2003 documents (.doc) to HTML. Usable from C and C++.
  *
- * A conversion runs on the caller's thread from start to end and sets the process locale; only one conversion may run
- * at a time in a process. No exception leaves these functions. */
+ * A conversion runs on the caller's thread from start to end and sets the process locale; only one conversion
+ * may run at a time in a process. No exception leaves these functions. */
 
 #if defined(__GNUC__)
 #define PAGEREX_API __attribute__((visibility("default")))
@@ -27,17 +27,17 @@ enum {
 /* Result of pageRex for every failure. */
 enum { PAGEREX_ERROR = -1 };
 
-/* Answers of IPageRexCallBack::Continue. Any other value is a stop: no further page of the current section is written.
- * A stop behind the last page is a failure, without a list of pages; one in mid-document goes on with the next section,
- * and after the last section succeeds, with the list of the pages so far. */
+/* Answers of IPageRexCallBack::Continue. Any other value is a stop: no further page of the current section is
+ * written. A stop behind the last page is a failure, without a list of pages; one in mid-document goes on
+ * with the next section, and after the last section succeeds, with the list of the pages so far. */
 enum { PAGEREX_WAIT = 0, PAGEREX_GO_ON = 1, PAGEREX_STOP = -1 };
 
-/* Functions of the host, called on the conversion's thread. A null pointer is not called; a null Continue counts as
- * PAGEREX_GO_ON. The host owns the structure, which must stay valid for the length of the call. */
+/* Functions of the host, called on the conversion's thread. A null pointer is not called; a null Continue
+ * counts as PAGEREX_GO_ON. The host owns the structure, which must stay valid for the length of the call. */
 typedef struct IPageRexCallBack {
-  /* After a page's HTML has been written: its number, from 1, and its path, valid during the call. The file need not
-   * be complete on disk before Continue has answered. */
-  void (*FinishPage)(int page, const char *path);
+  /* After a page's HTML has been written: its number, from 1, and its path, valid during the call. The file
+   * need not be complete on disk before Continue has answered. */
+  void (*FinishPage)(int page, const char* path);
   /* Once, when the document has been written, successfully or not, before the list of pages is written. */
   void (*EndTransform)(void);
   /* Asked every 20 milliseconds after FinishPage, until it answers something other than PAGEREX_WAIT. */
@@ -46,25 +46,25 @@ typedef struct IPageRexCallBack {
 
 /* Converts the document at `source`.
  *
- * `htmlPath`: the main HTML file, which is created or truncated. Everything else goes into the folder beside it that
- * takes its name with the suffix ".files"; what stood in that folder before is removed (except in view preview, which
- * has no folder).
+ * `htmlPath`: the main HTML file, which is created or truncated. Everything else goes into the folder beside
+ * it that takes its name with the suffix ".files"; what stood in that folder before is removed (except in
+ * view preview, which has no folder).
  *
  * `argv` holds `argc` options, each a name, "=" and a value, read in their order:
  *   view=normal     one page with a navigation frame (the default)
  *   view=phone      many small pages
  *   view=preview    the first characters as a bare fragment, in the main HTML file
  *   view=mulpages   numbered pages and a list of them
- *   pagesize=N      characters per page (preview: in all); counts only behind a view that has pages. There is no
- *                   default: pass one with these views.
- * Options that cannot be read are skipped. The source must be writable, though nothing is written to it.
+ *   pagesize=N      characters per page (preview: in all); counts only behind a view that has pages. There is
+ * no default: pass one with these views. Options that cannot be read are skipped. The source must be
+ * writable, though nothing is written to it.
  *
  * Returns PAGEREX_OK, PAGEREX_FAILED, PAGEREX_CANNOT_OPEN or PAGEREX_CANNOT_WRITE. */
-PAGEREX_API int PageRex(const char *source, const char *htmlPath, int argc, char **argv);
+PAGEREX_API int PageRex(const char* source, const char* htmlPath, int argc, char** argv);
 
-/* Converts in view mulpages with `pageSize` characters per page, calling `callback` (may be null) for each finished
- * page. Returns PAGEREX_OK or PAGEREX_ERROR. */
-PAGEREX_API int pageRex(const char *source, const char *htmlPath, int pageSize, IPageRexCallBack *callback);
+/* Converts in view mulpages with `pageSize` characters per page, calling `callback` (may be null) for each
+ * finished page. Returns PAGEREX_OK or PAGEREX_ERROR. */
+PAGEREX_API int pageRex(const char* source, const char* htmlPath, int pageSize, IPageRexCallBack* callback);
 
 #ifdef __cplusplus
 }
