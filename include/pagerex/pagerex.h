@@ -55,9 +55,10 @@ typedef struct IPageRexCallBack {
  *   view=phone      many small pages
  *   view=preview    the first characters as a bare fragment, in the main HTML file
  *   view=mulpages   numbered pages and a list of them
- *   pagesize=N      characters per page (preview: in all); counts only behind a view that has pages. There is
- * no default: pass one with these views. Options that cannot be read are skipped. The source must be
- * writable, though nothing is written to it.
+ *   pagesize=N      characters per page (preview: in all)
+ *
+ * A page size counts only behind a view other than normal, and has no default: pass one with these views.
+ * Options that cannot be read are skipped. The source must be writable, though nothing is written to it.
  *
  * Returns PAGEREX_OK, PAGEREX_FAILED, PAGEREX_CANNOT_OPEN or PAGEREX_CANNOT_WRITE. */
 PAGEREX_API int PageRex(const char* source, const char* htmlPath, int argc, char** argv);
