@@ -1,16 +1,16 @@
 /// The command line of the library: one document to one HTML file and its folder.
 
+#include <getopt.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
+#include <algorithm>
 #include <cerrno>
-#include <climits>
+#include <charconv>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -127,41 +127,103 @@ int check(const Request& request) {
   return 0;
 }
 
-void describe(CLI::App& app, Request& request) {
-  app.set_version_flag("--version", "pagerex " PAGEREX_VERSION);
-  app.add_option("--view", request.view, "How the document comes out")
-      ->check(CLI::IsMember({"normal", "phone", "preview", "mulpages"}))
-      ->capture_default_str();
-  app.add_option("--pagesize", request.pageSize, "Characters per page; in view preview, in all")
-      ->check(CLI::Range(1, INT_MAX))
-      ->capture_default_str();
-  app.add_flag("--progress", request.progress, "Print each finished page; only with --view mulpages");
-  app.add_option("SOURCE", request.source, "Word 97-2003 document (.doc); must be writable")->required();
-  app.add_option("TARGET", request.target,
-                 "HTML file to write; the folder of its files, out.files for out.html, stands beside it")
-      ->required();
-  app.footer(
-      "Views: normal, one page with a navigation frame; phone, many small pages; preview, the first\n"
-      "characters as a bare fragment; mulpages, numbered pages and a list of them.\n"
-      "Exit codes: 0 converted, 1 usage, 2 not converted to its end, 3 SOURCE cannot be opened,\n"
-      "4 TARGET cannot be created.");
+// The command line. getopt reads it: a library for it would take more memory than the conversion of a small
+// document.
+
+constexpr char kUsage[] =
+    "Usage: pagerex [--view normal|phone|preview|mulpages] [--pagesize N] [--progress] SOURCE TARGET\n";
+
+constexpr char kHelp[] =
+    "Converts Word 97-2003 documents to HTML.\n"
+    "\n"
+    "  SOURCE          Word 97-2003 document (.doc); must be writable\n"
+    "  TARGET          HTML file to write; the folder of its files, out.files for out.html, stands beside "
+    "it\n"
+    "  --view VIEW     normal (the default): one page with a navigation frame; phone: many small pages;\n"
+    "                  preview: the first characters as a bare fragment; mulpages: numbered pages and a "
+    "list\n"
+    "                  of them\n"
+    "  --pagesize N    characters per page, 2000 by default; in view preview, in all\n"
+    "  --progress      print each finished page; only with --view mulpages\n"
+    "  --help          show this and exit\n"
+    "  --version       show the version and exit\n"
+    "\n"
+    "Exit codes: 0 converted, 1 usage, 2 not converted to its end, 3 SOURCE cannot be opened,\n"
+    "4 TARGET cannot be created.\n";
+
+int usageError(const std::string& message) {
+  std::fprintf(stderr, "pagerex: %s\n%sRun pagerex --help for more.\n", message.c_str(), kUsage);
+  return kUsageError;
+}
+
+bool isView(const std::string& word) {
+  constexpr const char* kViews[] = {"normal", "phone", "preview", "mulpages"};
+  return std::find(std::begin(kViews), std::end(kViews), word) != std::end(kViews);
+}
+
+bool readPageSize(const char* text, int& pageSize) {
+  const char* const end = text + std::strlen(text);
+  const auto result = std::from_chars(text, end, pageSize);
+  return result.ec == std::errc() && result.ptr == end && pageSize > 0;
+}
+
+/// Reads the arguments into `request`. True if there is something to convert; else `exitCode` is that of the
+/// program.
+bool readArguments(int argc, char** argv, Request& request, int& exitCode) {
+  enum Option { kView = 1, kPageSize, kProgress, kShowHelp, kShowVersion };
+  constexpr option kOptions[] = {
+      {"view", required_argument, nullptr, kView},     {"pagesize", required_argument, nullptr, kPageSize},
+      {"progress", no_argument, nullptr, kProgress},   {"help", no_argument, nullptr, kShowHelp},
+      {"version", no_argument, nullptr, kShowVersion}, {nullptr, 0, nullptr, 0},
+  };
+  bool hasPageSize = false;
+  exitCode = kUsageError;
+  for (int option; (option = getopt_long(argc, argv, "h", kOptions, nullptr)) != -1;) {
+    switch (option) {
+      case kView:
+        request.view = optarg;
+        if (!isView(request.view)) return usageError("--view: no view " + request.view), false;
+        break;
+      case kPageSize:
+        hasPageSize = true;
+        if (!readPageSize(optarg, request.pageSize)) {
+          return usageError(std::string("--pagesize: ") + optarg + " is no number of characters"), false;
+        }
+        break;
+      case kProgress:
+        request.progress = true;
+        break;
+      case kShowVersion:
+        std::puts("pagerex " PAGEREX_VERSION);
+        exitCode = 0;
+        return false;
+      case 'h':
+      case kShowHelp:
+        std::printf("%s%s", kUsage, kHelp);
+        exitCode = 0;
+        return false;
+      default:  // getopt has said why
+        std::fputs(kUsage, stderr);
+        return false;
+    }
+  }
+  if (request.progress && request.view != "mulpages")
+    return usageError("--progress goes with --view mulpages only"), false;
+  if (hasPageSize && request.view == "normal") {
+    return usageError("--pagesize has no meaning in view normal, which is one page"), false;
+  }
+  if (argc - optind != 2) return usageError("SOURCE and TARGET are needed, and nothing else"), false;
+  request.source = argv[optind];
+  request.target = argv[optind + 1];
+  return true;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   Request request;
-  CLI::App app("Converts Word 97-2003 documents to HTML.", "pagerex");
-  describe(app, request);
-  try {
-    app.parse(argc, argv);
-    if (request.progress && request.view != "mulpages")
-      throw CLI::ValidationError("--progress", "goes with --view mulpages only");
-    if (app.count("--pagesize") > 0 && request.view == "normal")
-      throw CLI::ValidationError("--pagesize", "has no meaning in view normal, which is one page");
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kUsageError;
-  }
+  int exitCode = 0;
+  if (!readArguments(argc, argv, request, exitCode)) return exitCode;
   if (const int refused = check(request)) return refused;
   return explain(request.progress ? convertWithProgress(request) : convert(request), request);
 }

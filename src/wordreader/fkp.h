@@ -38,21 +38,28 @@ class KDRPlcfFkp : public KDRPlcf<Bx, 0> {
     ByteView sprms;  ///< empty if the entry has no properties
   };
 
-  /// Takes the page, whose last byte is the count of entries.
-  void Read(ByteView page) {
+  /// Takes the page, whose last byte is the count of entries. `gap`: so many bytes were cut out of it behind
+  /// its records.
+  void Read(ByteView page, uint32_t gap = 0) {
     page_ = page;
-    this->AssignCounted(page, page.u8(kFkpPageSize - 1));
+    gap_ = gap;
+    this->AssignCounted(page, page.u8(kFkpPageSize - 1 - gap));
   }
+  /// The count of bytes behind the records of a whole page that none of them refers to.
+  static uint32_t GapOf(ByteView page);
+  /// Where the records of a whole page end, at most in front of its last byte.
+  static uint32_t RecordsEnd(ByteView page);
   /// Zeros outside the page.
   ItemType Item(uint32_t i) const { return {this->Range(i), _GetPropx(i)}; }
 
  private:
   ByteView _GetPropx(uint32_t i) const {
     const size_t wordOffset = this->RecordBytes(i, sizeof(Bx)).u8(0);
-    return wordOffset != 0 ? Propx::List(page_.part(wordOffset * 2)) : ByteView();
+    return wordOffset != 0 ? Propx::List(page_.part(wordOffset * 2 - gap_)) : ByteView();
   }
 
   ByteView page_;
+  uint32_t gap_ = 0;
 };
 
 /// An entry of a `_KDRFkpx`. With either index kNoFkpIndex it denotes no entry.
@@ -103,13 +110,15 @@ class _KDRFkpx : public Bin {
   uint32_t Size(const Iterator& entry) const { return static_cast<uint32_t>(Item(entry).sprms.size()); }
 
  private:
-  ByteView PageBytes(uint32_t pageNumber) const;
-  uint8_t* NewPage() const;
+  const uint8_t* LoadedPage(uint32_t pageNumber) const;
+  const uint8_t* KeepPage(ByteView page) const;
 
   const KDRDocument* document_ = nullptr;
-  mutable std::vector<const uint8_t*> pages_;  ///< by page number in the stream, null until read
-  mutable uint8_t* spare_ = nullptr;           ///< room for further pages
-  mutable uint32_t sparePages_ = 0;
+  /// By page number in the stream, null until read: the size of the gap, in 16 bits, and the page without it.
+  /// Pages are often half empty, and they are most of a long table's file.
+  mutable std::vector<const uint8_t*> pages_;
+  mutable uint8_t* spare_ = nullptr;  ///< room for further pages
+  mutable uint32_t spareBytes_ = 0;
 };
 
 using KDRPapxFkp = KDRPlcfFkp<KDRFkpPapx, mso_word::FKP_BX>;

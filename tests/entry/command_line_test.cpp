@@ -42,7 +42,7 @@ Finished pagerexOf(const std::string& options, const Conversion& conversion) {
 
 TEST(CommandLine, TellsItsVersionAndItsUse) {
   EXPECT_THAT(pagerexOf("--version").output, StartsWith("pagerex 0."));
-  EXPECT_THAT(pagerexOf("--help").output, HasSubstr("Usage: pagerex [OPTIONS] SOURCE TARGET"));
+  EXPECT_THAT(pagerexOf("--help").output, HasSubstr("Usage: pagerex [--view normal|phone|preview|mulpages]"));
   EXPECT_EQ(pagerexOf("--help").exitCode, 0);
 }
 
