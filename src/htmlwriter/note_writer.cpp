@@ -166,12 +166,14 @@ void FormatAnnotationContent(const KDRAnnotations& annotations, unsigned int ind
 
 void FormatDttm(const mso_word::DTTM& dttm, std::string& out) {
   const auto bits = [&dttm](unsigned first, unsigned count) {
-    return std::to_string(dttm.value >> first & ((1u << count) - 1));
+    return dttm.value >> first & ((1u << count) - 1);
   };
-  out += "&nbsp;" + std::to_string(1900 + (dttm.value >> 20 & 0x1FF));
-  out += "-" + bits(16, 4) + "-" + bits(11, 5);
-  out += "&nbsp;" + bits(6, 5) + ":" + bits(0, 6) + ":00";
-  out += "&nbsp;\xE6\x98\x9F\xE6\x9C\x9F" + bits(29, 3);  // "weekday" in Chinese
+  FixedText<260> text;
+  text.append("&nbsp;").appendUnsigned(1900 + bits(20, 9));
+  text.append('-').appendUnsigned(bits(16, 4)).append('-').appendUnsigned(bits(11, 5));
+  text.append("&nbsp;").appendUnsigned(bits(6, 5)).append(':').appendUnsigned(bits(0, 6)).append(":00");
+  text.append("&nbsp;\xE6\x98\x9F\xE6\x9C\x9F").appendUnsigned(bits(29, 3));  // "weekday" in Chinese
+  out.append(text);
 }
 
 }  // namespace pagerex

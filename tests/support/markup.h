@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "base/write_archive.h"
+#include "support/temp_folder.h"
+
+namespace support {
+
+/// What `write(archive)` writes.
+template <class Write>
+std::string markupOf(Write write) {
+  TempFolder folder;
+  IWriteArchive* archive = nullptr;
+  if (CreateHtmlWriterArchive(&archive, folder.path("page.htm").c_str()) != Status::kOk) return "no file";
+  write(archive);
+  DeleteHtmlWriterArchive(archive);
+  return folder.read("page.htm");
+}
+
+/// The CSS that `write(archive)` writes into a style attribute, without its frame.
+template <class Write>
+std::string cssOf(Write write) {
+  const std::string text = markupOf([&](IWriteArchive* archive) {
+    archive->StartCssStyle();
+    write(archive);
+    archive->EndCssStyle();
+  });
+  const std::string frame = " style=\"";
+  return text.substr(frame.size(), text.size() - frame.size() - 1);
+}
+
+}  // namespace support
