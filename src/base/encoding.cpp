@@ -16,13 +16,6 @@ constexpr unsigned int kUtf8CodePage = 65001;
 // than UTF-8, so that only iconv ever sees this name, which skips what is no letter or digit of ASCII.
 constexpr char kUtf8Name[] = "UTF\u22128";
 
-template <class Char>
-size_t charactersOf(const Char* text, int length) {
-  size_t n = 0;
-  while ((length < 0 || n < static_cast<size_t>(length)) && text[n]) ++n;
-  return n;
-}
-
 /// Converts the whole of `utf8` to the code page; false when iconv cannot.
 bool convertFromUtf8(unsigned int codePage, std::string& utf8) {
   const iconv_t converter = iconv_open(KEncoding::GetCodePageName(codePage), kUtf8Name);

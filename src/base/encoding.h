@@ -27,6 +27,15 @@ struct KEncoding {
   static std::string WCHAR2BitToString(unsigned int codePage, const unsigned short* text, int length = -1);
 };
 
+/// The count of characters that `length` stands for: up to the NUL, and no more than `length` if that is not
+/// negative.
+template <class Char>
+size_t charactersOf(const Char* text, int length) {
+  size_t n = 0;
+  while ((length < 0 || n < static_cast<size_t>(length)) && text[n]) ++n;
+  return n;
+}
+
 /// Room for one character as UTF-8.
 constexpr size_t kLongestUtf8 = 4;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "base/status.h"
 
@@ -101,3 +102,16 @@ Status CreateHtmlWriterArchive(IWriteArchive** archive, const char* path, unsign
 
 /// Writes out, closes and frees; null is accepted.
 void DeleteHtmlWriterArchive(IWriteArchive* archive);
+
+/// An archive with its owner.
+struct ArchiveDeleter {
+  void operator()(IWriteArchive* archive) const { DeleteHtmlWriterArchive(archive); }
+};
+using ArchivePtr = std::unique_ptr<IWriteArchive, ArchiveDeleter>;
+
+/// The same, owned; null when the file cannot be created.
+inline ArchivePtr CreateOwnedArchive(const char* path) {
+  IWriteArchive* archive = nullptr;
+  CreateHtmlWriterArchive(&archive, path);
+  return ArchivePtr(archive);
+}

@@ -37,14 +37,6 @@ bool standsForItself(Unit unit, uint8_t previous) {
   return unit < 128 && (kEscapes.plain[unit] || (unit == ' ' && previous != ' '));
 }
 
-/// The count of units that `length` stands for: up to the NUL, and no more than `length` if that is not
-/// negative.
-size_t unitsOf(const unsigned short* text, int length) {
-  size_t n = 0;
-  while ((length < 0 || n < static_cast<size_t>(length)) && text[n]) ++n;
-  return n;
-}
-
 std::string_view boolWord(bool value) {
   return value ? "true" : "false";
 }
@@ -167,7 +159,7 @@ void KHtmlWriterArchive::AddContentEx(const wchar_t* text) {
 void KHtmlWriterArchive::AddContentEx(const unsigned short* text) {
   if (!text) return;
   EnsureWriteRight();
-  EscapeUnits(text, unitsOf(text, -1));
+  EscapeUnits(text, charactersOf(text, -1));
 }
 
 void KHtmlWriterArchive::AddTextEx(const unsigned short* text, unsigned int length) {
@@ -245,7 +237,7 @@ void KHtmlWriterArchive::AddContent(const wchar_t* text, int length, bool breaks
 }
 
 void KHtmlWriterArchive::AddContent(const unsigned short* text, int length, bool breaks) {
-  if (text) AddContentBytes(NarrowNext(text, unitsOf(text, length)), breaks);
+  if (text) AddContentBytes(NarrowNext(text, charactersOf(text, length)), breaks);
 }
 
 void KHtmlWriterArchive::AddContentBytes(std::string_view text, bool breaks) {
@@ -295,7 +287,7 @@ void KHtmlWriterArchive::Put(const wchar_t* text, int length) {
 }
 
 void KHtmlWriterArchive::Put(const unsigned short* text, int length) {
-  if (text) Write(NarrowNext(text, unitsOf(text, length)));
+  if (text) Write(NarrowNext(text, charactersOf(text, length)));
 }
 
 std::string KHtmlWriterArchive::Narrow(const wchar_t* text, int length) const {

@@ -1,24 +1,11 @@
 #include "entry/index_pages.h"
 
-#include <memory>
-
 #include "base/number_text.h"
 #include "base/write_archive.h"
 #include "htmlwriter/normal_html.h"
 
 namespace pagerex {
 namespace {
-
-struct ArchiveDeleter {
-  void operator()(IWriteArchive* archive) const { DeleteHtmlWriterArchive(archive); }
-};
-using Archive = std::unique_ptr<IWriteArchive, ArchiveDeleter>;
-
-Archive createArchive(const char* path) {
-  IWriteArchive* archive = nullptr;
-  CreateHtmlWriterArchive(&archive, path);
-  return Archive(archive);
-}
 
 /// Folds the navigation away and back. The empty row is an empty line.
 constexpr const char* kFoldScript[] = {
@@ -110,7 +97,7 @@ FixedText<N> pageLink(const char* folder, int page) {
 Status WriteFramePage(const char* htmlPath, const char* navigationUrl, const char* firstPageUrl,
                       bool hasNavigation) {
   if (!htmlPath || !navigationUrl || !firstPageUrl) return Status::kInvalidArgument;
-  const Archive archive = createArchive(htmlPath);
+  const ArchivePtr archive = CreateOwnedArchive(htmlPath);
   if (!archive) return Status::kInvalidArgument;
   archive->BeginElement("html");
   writeFrameHead(*archive);
@@ -138,7 +125,7 @@ Status WriteFramePage(const char* htmlPath, const char* navigationUrl, const cha
 
 Status WriteHtmlMain(const char* htmlPath, const char* filesFolderName, int pageCount) {
   if (!htmlPath || !filesFolderName || pageCount <= 0) return Status::kInvalidArgument;
-  const Archive archive = createArchive(htmlPath);
+  const ArchivePtr archive = CreateOwnedArchive(htmlPath);
   if (!archive) return Status::kInvalidArgument;
   WriteNormalHtmlStart(archive.get());
   archive->BeginElement("p");
@@ -161,7 +148,7 @@ Status WriteHtmlMain(const char* htmlPath, const char* filesFolderName, int page
 
 Status WriteMulpagesInfo(const char* htmlPath, const char* filesFolderName, int pageCount) {
   if (!htmlPath || !filesFolderName || pageCount <= 0) return Status::kInvalidArgument;
-  const Archive archive = createArchive(htmlPath);
+  const ArchivePtr archive = CreateOwnedArchive(htmlPath);
   if (!archive) return Status::kFailure;
   archive->BeginElement("file");
   archive->AddAttribute("totalpages", pageCount);

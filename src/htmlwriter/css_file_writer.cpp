@@ -1,7 +1,5 @@
 #include "htmlwriter/css_file_writer.h"
 
-#include <memory>
-
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/output_path.h"
 #include "wordreader/font_table.h"
@@ -63,18 +61,12 @@ void writeBlock(IWriteArchive* archive, const char* selector, const CssProperty 
   archive->EndCssBlock();
 }
 
-struct ArchiveDeleter {
-  void operator()(IWriteArchive* archive) const { DeleteHtmlWriterArchive(archive); }
-};
-
 }  // namespace
 
 Status KCssFileWriter::Write(const char* fileName, KEnv* env) {
   if (!fileName || !env) return Status::kInvalidArgument;
-  IWriteArchive* created = nullptr;
-  const PathText path = outputPath(env->filesDir, fileName);
-  if (failed(CreateHtmlWriterArchive(&created, path.c_str()))) return Status::kCannotCreate;
-  const std::unique_ptr<IWriteArchive, ArchiveDeleter> archive(created);
+  const ArchivePtr archive = CreateOwnedArchive(outputPath(env->filesDir, fileName).c_str());
+  if (!archive) return Status::kCannotCreate;
 
   writeBlock(archive.get(), "div", kDiv);
   WriteHtmlStyle(archive.get());

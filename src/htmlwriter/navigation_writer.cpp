@@ -7,10 +7,6 @@
 namespace pagerex {
 namespace {
 
-struct ArchiveDeleter {
-  void operator()(IWriteArchive* archive) const { DeleteHtmlWriterArchive(archive); }
-};
-
 /// Starts a link to the anchor that `prefix` and the item's position name.
 void beginLink(const NAVIGATION_ITEM& item, IWriteArchive* archive, const char* target, const char* page,
                const char* prefix) {
@@ -87,9 +83,8 @@ Status KHtmlNavigationPageWriter::WriteTitleAnchor(unsigned int cp, IWriteArchiv
 Status KHtmlNavigationPageWriter::Write(const char* path, const char* target, const char* page) {
   if (!path || !target || !page) return Status::kInvalidArgument;
   if (children.empty()) return Status::kNothing;
-  IWriteArchive* created = nullptr;
-  if (failed(CreateHtmlWriterArchive(&created, path))) return Status::kFailure;
-  const std::unique_ptr<IWriteArchive, ArchiveDeleter> archive(created);
+  const ArchivePtr archive = CreateOwnedArchive(path);
+  if (!archive) return Status::kFailure;
 
   WriteNormalHtmlStart(archive.get());
   WriteStyle(archive.get());
