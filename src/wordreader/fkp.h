@@ -1,8 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
-#include <vector>
+#include <memory>
 
 #include "base/byte_view.h"
 #include "base/status.h"
@@ -38,28 +39,21 @@ class KDRPlcfFkp : public KDRPlcf<Bx, 0> {
     ByteView sprms;  ///< empty if the entry has no properties
   };
 
-  /// Takes the page, whose last byte is the count of entries. `gap`: so many bytes were cut out of it behind
-  /// its records.
-  void Read(ByteView page, uint32_t gap = 0) {
+  /// Takes the page, whose last byte is the count of entries.
+  void Read(ByteView page) {
     page_ = page;
-    gap_ = gap;
-    this->AssignCounted(page, page.u8(kFkpPageSize - 1 - gap));
+    this->AssignCounted(page, page.u8(kFkpPageSize - 1));
   }
-  /// The count of bytes behind the records of a whole page that none of them refers to.
-  static uint32_t GapOf(ByteView page);
-  /// Where the records of a whole page end, at most in front of its last byte.
-  static uint32_t RecordsEnd(ByteView page);
   /// Zeros outside the page.
   ItemType Item(uint32_t i) const { return {this->Range(i), _GetPropx(i)}; }
 
  private:
   ByteView _GetPropx(uint32_t i) const {
     const size_t wordOffset = this->RecordBytes(i, sizeof(Bx)).u8(0);
-    return wordOffset != 0 ? Propx::List(page_.part(wordOffset * 2 - gap_)) : ByteView();
+    return wordOffset != 0 ? Propx::List(page_.part(wordOffset * 2)) : ByteView();
   }
 
   ByteView page_;
-  uint32_t gap_ = 0;
 };
 
 /// An entry of a `_KDRFkpx`. With either index kNoFkpIndex it denotes no entry.
@@ -85,8 +79,8 @@ class _KDRPlcfFkpIterator {
 };
 
 /// All properties of one kind by stream offset: a bin table and the pages that it names.
-/// A page is read from "WordDocument" when it is first needed and stays in the document's allocator, where
-/// the lists that `Item` gives lie. The document must outlive this.
+/// A page is read from "WordDocument" when it is first needed and kept among the last few; what views a page
+/// holds until other pages are read. The document must outlive this.
 template <class Fkp, class Bin>
 class _KDRFkpx : public Bin {
  public:
@@ -110,15 +104,18 @@ class _KDRFkpx : public Bin {
   uint32_t Size(const Iterator& entry) const { return static_cast<uint32_t>(Item(entry).sprms.size()); }
 
  private:
-  const uint8_t* LoadedPage(uint32_t pageNumber) const;
-  const uint8_t* KeepPage(ByteView page) const;
+  struct Page {
+    uint32_t number = kNoFkpIndex;  ///< in the stream
+    uint8_t bytes[kFkpPageSize];
+  };
+  /// Text is scanned mostly forwards, so a few pages do; pieces that jump about find theirs again.
+  static constexpr uint32_t kPagesKept = 128;
+
+  ByteView PageBytes(uint32_t pageNumber) const;
 
   const KDRDocument* document_ = nullptr;
-  /// By page number in the stream, null until read: the size of the gap, in 16 bits, and the page without it.
-  /// Pages are often half empty, and they are most of a long table's file.
-  mutable std::vector<const uint8_t*> pages_;
-  mutable uint8_t* spare_ = nullptr;  ///< room for further pages
-  mutable uint32_t spareBytes_ = 0;
+  mutable std::array<std::unique_ptr<Page>, kPagesKept> pages_;  ///< by the low bits of the page number
+  mutable uint32_t lastPageCount_ = kNoFkpIndex;                 ///< entries of the last page, once known
 };
 
 using KDRPapxFkp = KDRPlcfFkp<KDRFkpPapx, mso_word::FKP_BX>;

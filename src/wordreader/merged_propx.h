@@ -6,8 +6,8 @@
 #include "base/byte_view.h"
 #include "wordreader/plcf.h"
 
-/// The property lists that apply to one paragraph or run, undecoded, in place: the list of the FKP and that
-/// of the piece. A paragraph's FKP list begins with its 16-bit style index.
+/// The property lists that apply to one paragraph or run, undecoded: the list of the FKP and that of the
+/// piece, which the document's allocator holds. A paragraph's FKP list begins with its 16-bit style index.
 struct KDRMergePropx {
   uint16_t fkpSize = 0;    ///< bytes, 0 if none
   uint16_t pieceSize = 0;  ///< bytes; filled and read by nobody

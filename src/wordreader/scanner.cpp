@@ -8,13 +8,12 @@
 
 namespace {
 
-constexpr uint32_t kNowhere = 0xFFFFFFFF;
 constexpr uint32_t kBlock = 4096;          // characters that are read at a time
 constexpr uint32_t kSmallestFkpEntry = 5;  // bytes: a stream offset and a word offset
 
-KDRMergePropx mergePropx(ByteView fkp, ByteView piece) {
-  return {static_cast<uint16_t>(fkp.size()), static_cast<uint16_t>(piece.size()),
-          fkp.empty() ? nullptr : fkp.data(), piece.empty() ? nullptr : piece.data()};
+/// Bytes that are there, whatever the file claims.
+uint64_t sizeOf(DsMemReadArchive& stream) {
+  return uint64_t{stream.tell()} + stream.bytesLeft();
 }
 
 }  // namespace
@@ -23,16 +22,16 @@ _KDRScanner::_KDRScanner(const KDRDocument& document, std::array<_SubDoc, mso_wo
     : document_(document),
       word_(document.GetDocFile().getWordDocumentStrm()),
       subDocs_(subDocs),
-      cpLast_(kNowhere) {}
+      streamBytes_(sizeOf(word_)),
+      sprms_(document.GetAllocator(), streamBytes_),
+      charactersLeft_(streamBytes_) {}
 
 Status _KDRScanner::Scan() {
   const KDRPlcf<mso_word::PCD, 0>& pieces = document_.GetPlcfpcd();
-  const uint64_t streamBytes = uint64_t{word_.tell()} + word_.bytesLeft();
-  charactersLeft_ = streamBytes;
   // In a sound document no two entries share their bytes, and a piece meets an entry of its own for each of
   // its paragraphs and runs, and one more of each at either end.
   stepsLeft_ =
-      streamBytes / kSmallestFkpEntry + 6 * (uint64_t{pieces.PresentCount()} + mso_word::kSubDocCount);
+      streamBytes_ / kSmallestFkpEntry + 6 * (uint64_t{pieces.PresentCount()} + mso_word::kSubDocCount);
 
   papx_.Read(document_);
   chpx_.Read(document_);
@@ -67,7 +66,7 @@ Status _KDRScanner::ScanPiece(const _PieceWrapper& piece, const _PieceEx& ex) {
 // Text
 
 Status _KDRScanner::ScanTextPool(const _PieceEx& ex, KTextPool& pool) {
-  word_.seek(static_cast<long>(std::min<uint64_t>(ex.fcBegin, kNowhere)), 0);
+  word_.seek(static_cast<long>(std::min<uint64_t>(ex.fcBegin, kNoPosition)), 0);
   const uint32_t length = ex.Length();
   const auto n = static_cast<uint32_t>(std::min<uint64_t>(length, charactersLeft_));
   charactersLeft_ -= n;
@@ -121,7 +120,7 @@ Status _KDRScanner::ScanParagraphs(const _PieceEx& ex, const _PieceWrapper& piec
     if (range.end > ex.fcEnd && !endsSubDoc) break;
     // It goes on in the last mark, which is dropped.
     if (range.end >= ex.fcEnd && leavesLastMark) break;
-    Current().plcfPap.NewItem(cpPapPre_, mergePropx(sprms, piece.Sprms().paragraph));
+    if (!Enter(Current().plcfPap, cpPapPre_, sprms, piece.Sprms().paragraph)) return Status::kFailure;
     if (range.end >= ex.fcEnd && endsSubDoc) break;
     cpPapPre_ = ex.PositionAt(range.end);
   }
@@ -134,7 +133,7 @@ Status _KDRScanner::ScanChpProp(const _PieceEx& ex, const _PieceWrapper& piece) 
   const Status status = ScanRuns(ex, piece);
   if (!failed(status) && EndsSubDoc(ex)) {
     Current().plcfChp.Finalize(Current().textPool.size());
-    cpLast_ = kNowhere;
+    cpLast_ = kNoPosition;
   }
   return status;
 }
@@ -147,10 +146,19 @@ Status _KDRScanner::ScanRuns(const _PieceEx& ex, const _PieceWrapper& piece) {
     if (!TakeStep()) return Status::kFailure;
     const uint32_t position = ex.PositionAt(range.start);
     if (position == cpLast_) continue;
-    Current().plcfChp.NewItem(position, mergePropx(sprms, piece.Sprms().character));
+    if (!Enter(Current().plcfChp, position, sprms, piece.Sprms().character)) return Status::kFailure;
     cpLast_ = position;
   }
   return Status::kOk;
+}
+
+// Entries
+
+bool _KDRScanner::Enter(KPropxTable& table, uint32_t position, ByteView fkp, ByteView piece) {
+  if (!sprms_.Keep(&fkp)) return false;
+  table.NewItem(position, {static_cast<uint16_t>(fkp.size()), static_cast<uint16_t>(piece.size()),
+                           fkp.empty() ? nullptr : fkp.data(), piece.empty() ? nullptr : piece.data()});
+  return true;
 }
 
 bool _KDRScanner::TakeStep() {

@@ -6,6 +6,7 @@
 #include "base/status.h"
 #include "wordreader/fkp.h"
 #include "wordreader/piece.h"
+#include "wordreader/sprm_pool.h"
 #include "wordreader/sub_doc_iterator.h"
 #include "wordreader/text_stream.h"
 
@@ -22,6 +23,8 @@ class _KDRScanner {
   Status Scan();
 
  private:
+  static constexpr uint32_t kNoPosition = 0xFFFFFFFF;
+
   Status _ScanPiece(_PieceWrapper& piece, uint32_t n);
   Status ScanPiece(const _PieceWrapper& piece, const _PieceEx& ex);
   Status ScanTextPool(const _PieceEx& ex, KTextPool& pool);
@@ -37,15 +40,19 @@ class _KDRScanner {
   bool EndsSubDoc(const _PieceEx& ex) const { return ex.GetCPEnd() == subDoc_.GetSubDocLen(); }
   /// False when more entries were met than a sound document can have.
   bool TakeStep();
+  /// Makes an entry. False when there are more lists than a sound document can have.
+  bool Enter(KPropxTable& table, uint32_t position, ByteView fkp, ByteView piece);
 
   const KDRDocument& document_;
   DsMemReadArchive& word_;
   std::array<_SubDoc, mso_word::kSubDocCount>& subDocs_;
+  const uint64_t streamBytes_;
   _SubDocIterator subDoc_;
+  KSprmPool sprms_;
   KDRPapxFkps papx_;
   KDRChpxFkps chpx_;
-  uint32_t cpPapPre_ = 0;        ///< where the next paragraph begins
-  uint32_t cpLast_;              ///< where the last run was entered
-  uint64_t charactersLeft_ = 0;  ///< that the stream can hold, whatever the pieces claim
-  uint64_t stepsLeft_ = 0;       ///< entries that sound pages and pieces can need
+  uint32_t cpPapPre_ = 0;          ///< where the next paragraph begins
+  uint32_t cpLast_ = kNoPosition;  ///< where the last run was entered
+  uint64_t charactersLeft_;        ///< that the stream can hold, whatever the pieces claim
+  uint64_t stepsLeft_ = 0;         ///< entries that sound pages and pieces can need
 };

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "memory_storage.h"
 #include "support/fkp_writer.h"
 
@@ -234,39 +232,4 @@ TEST(Fkps, ThrowForAPageOutsideTheStream) {
                           [](Bytes& table) { support::patchInteger(table, 8, uint32_t{0x3FFFFF}); });
   const OpenedBins bins(source);
   EXPECT_THROW(bins.fkps.UpperBound(10), int);
-}
-
-// Pages are kept without the bytes that nothing refers to.
-
-template <class Fkp>
-void expectSameWithoutGap(const Bytes& bytes) {
-  const ByteView page(bytes.data(), bytes.size());
-  const uint32_t gap = Fkp::GapOf(page);
-  Bytes cut(bytes);
-  cut.erase(cut.begin() + Fkp::RecordsEnd(page), cut.begin() + Fkp::RecordsEnd(page) + gap);
-  const Fkp whole = pageOf<Fkp>(bytes);
-  Fkp read;
-  read.Read(ByteView(cut.data(), cut.size()), gap);
-  ASSERT_EQ(read.Count(), whole.Count());
-  for (uint32_t i = 0; i < whole.Count(); ++i) {
-    EXPECT_EQ(read.Item(i).range.start, whole.Item(i).range.start);
-    EXPECT_EQ(bytesOf(read.Item(i).sprms), bytesOf(whole.Item(i).sprms));
-  }
-}
-
-TEST(FkpGap, APageOfFewEntriesIsMostlyGap) {
-  const Bytes bytes = runPage(runs(100));
-  EXPECT_GT(KDRChpxFkp::GapOf(ByteView(bytes.data(), bytes.size())), 400u);
-  expectSameWithoutGap<KDRChpxFkp>(bytes);
-}
-
-TEST(FkpGap, CuttingItOutChangesNoEntryWhateverThePageHolds) {
-  std::minstd_rand random(1);
-  for (int i = 0; i < 2000; ++i) {
-    Bytes bytes(512);
-    for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(random() >> 8);
-    if (i % 2 == 0) bytes[511] = static_cast<uint8_t>(bytes[511] % 12);
-    expectSameWithoutGap<KDRChpxFkp>(bytes);
-    expectSameWithoutGap<KDRPapxFkp>(bytes);
-  }
 }

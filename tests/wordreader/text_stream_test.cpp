@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "memory_storage.h"
 
 using mso_word::SUBDOC_FOOTNOTE;
@@ -46,6 +48,11 @@ std::vector<uint32_t> runsOf(const OpenedDocument& opened, mso_word::SUBDOC_TYPE
 Bytes propertiesOf(const KPropxTable& table, uint32_t i) {
   const ByteView bytes = table.Data(i)->fkp();
   return Bytes(bytes.data(), bytes.data() + bytes.size());
+}
+
+/// Damages a page: its second entry becomes empty.
+void endSecondEntryAtItsStart(Bytes& page) {
+  support::patchBytes(page, 8, Bytes(page.begin() + 4, page.begin() + 8));
 }
 
 uint16_t styleOf(const OpenedDocument& opened, uint32_t paragraph) {
@@ -198,6 +205,22 @@ TEST(DocumentParagraphs, SpanPages) {
   EXPECT_THAT(paragraphsOf(OpenedDocument(source)), ElementsAre(0, 2, 5, 9));
 }
 
+TEST(DocumentParagraphs, KeepTheirListsHoweverManyPagesThereAre) {
+  WordDocument source(support::WordOptions{.maxFkpEntries = 1});
+  for (uint16_t i = 0; i < 400; ++i) source.paragraph("a").istd(i);
+  const OpenedDocument opened(source);
+  ASSERT_EQ(opened.document.GetPlcfPap(SUBDOC_MAIN).Count(), 400u);
+  for (uint32_t i = 0; i < 400; ++i) ASSERT_EQ(styleOf(opened, i), i);
+}
+
+TEST(DocumentParagraphs, ShareEqualLists) {
+  WordDocument source(support::WordOptions{.maxFkpEntries = 1});
+  for (uint16_t i = 0; i < 3; ++i) source.paragraph("a").istd(4);
+  const OpenedDocument opened(source);
+  const KPropxTable& table = opened.document.GetPlcfPap(SUBDOC_MAIN);
+  EXPECT_EQ(table.Data(0)->fkpData, table.Data(2)->fkpData);
+}
+
 TEST(DocumentParagraphs, TakeTheirPropertiesFromThePieceInWhichTheyEnd) {
   WordDocument source;
   source.paragraph("kept").istd(1);
@@ -225,7 +248,7 @@ TEST(DocumentParagraphs, DoNotComeFromAPieceMarkedAsWithoutParagraphEnd) {
 }
 
 TEST(DocumentParagraphs, GoOnBehindPiecesWhoseParagraphEndsElsewhere) {
-  // The first piece does not end its paragraph, though nothing marks it so.
+  // The first piece does not end its paragraph, though nothing marks it so; in the file another one follows.
   WordDocument source;
   source.paragraph()
       .newPiece({.noParaLast = false, .fileOrder = 1})
@@ -279,10 +302,7 @@ TEST(DocumentParagraphs, StopAllScanningWhereAPageDescends) {
   source.paragraph("one");
   source.paragraph("two");
   source.paragraph().newPiece().run("three");
-  source.editParagraphPages([](std::vector<Bytes>& pages) {
-    // The second ends where it begins.
-    support::patchBytes(pages[0], 8, Bytes(pages[0].begin() + 4, pages[0].begin() + 8));
-  });
+  source.editParagraphPages([](std::vector<Bytes>& pages) { endSecondEntryAtItsStart(pages[0]); });
   const OpenedDocument opened(source);
   // The text of the damaged piece is there, that of the next one is not, and no run was looked for.
   EXPECT_EQ(textOf(opened.document, SUBDOC_MAIN), u"one\rtwo\r");
@@ -294,9 +314,7 @@ TEST(DocumentParagraphs, DoNotInheritFromADamagedDocument) {
   WordDocument damaged;
   damaged.paragraph("one");
   damaged.paragraph("two");
-  damaged.editParagraphPages([](std::vector<Bytes>& pages) {
-    support::patchBytes(pages[0], 8, Bytes(pages[0].begin(), pages[0].begin() + 4));
-  });
+  damaged.editParagraphPages([](std::vector<Bytes>& pages) { endSecondEntryAtItsStart(pages[0]); });
   const OpenedDocument stopped(damaged);
   ASSERT_EQ(stopped.document.GetPlcfPap(SUBDOC_MAIN).Count(), 1u);
   WordDocument sound;
@@ -367,13 +385,11 @@ TEST(DocumentRuns, AreEnteredAlsoWhereAPieceEndsBeforeTheClosingMark) {
 TEST(DocumentRuns, EndTheSearchOfTheirPieceOnlyWhereAPageDescends) {
   WordDocument source;
   source.paragraph("ab").run("cd", {kBold}).run("ef", {kItalic}).newPiece().run("gh");
-  source.editRunPages([](std::vector<Bytes>& pages) {
-    support::patchBytes(pages[0], 8, Bytes(pages[0].begin(), pages[0].begin() + 4));  // end of the second
-  });
+  source.editRunPages([](std::vector<Bytes>& pages) { endSecondEntryAtItsStart(pages[0]); });
   const OpenedDocument opened(source);
   EXPECT_EQ(textOf(opened.document, SUBDOC_MAIN), u"abcdefgh\r");
   EXPECT_EQ(opened.document.GetPlcfPap(SUBDOC_MAIN).Count(), 1u);
-  EXPECT_EQ(opened.document.GetPlcfChp(SUBDOC_MAIN).Range(0).start, 0u);
+  EXPECT_THAT(runsOf(opened), ElementsAre(0, 6, 9));
 }
 
 TEST(DocumentRuns, KeepTheFirstOfTwoAtOnePosition) {
@@ -483,6 +499,35 @@ TEST(DamagedText, ScansAHugeCountOfPiecesThatAreNotThere) {
   source.patchFib(WordDocument::pairOffset(mso_word::FCLCB_CLX), offset);
   source.patchFib(WordDocument::pairOffset(mso_word::FCLCB_CLX) + 4, uint32_t{0x7FFFFFFF});
   EXPECT_EQ(OpenedDocument(source).document.GetTextPool(SUBDOC_MAIN).size(), 2u);
+}
+
+TEST(DamagedPages, WhoseListsOverlapGiveNoMoreThanTheStreamHolds) {
+  // Each page has 80 runs, and lists of 200 bytes and more that begin at bytes of one another.
+  constexpr uint32_t kPages = 50;
+  constexpr uint32_t kRuns = 80;
+  WordDocument source;
+  source.paragraph(std::string(kPages * kRuns, 'a'));
+  const uint32_t text = source.streams().textStart + kPages * 512;  // moved by the pages
+  std::vector<uint32_t> starts = {text};
+  std::vector<Bytes> numbers;
+  for (uint32_t i = 0; i < kPages; ++i) {
+    support::ByteWriter page;
+    for (uint32_t run = 0; run <= kRuns; ++run) page.u32(text + i * kRuns + run);
+    for (uint32_t run = 0; run < kRuns; ++run) page.u8(203 - run % 30);
+    while (page.size() < 511) page.u8(200 + page.size() * (i + 7) % 50);
+    starts.push_back(text + (i + 1) * kRuns);
+    numbers.push_back(support::ByteWriter().u32(source.wordDocumentData(page.u8(kRuns).take()) / 512).take());
+  }
+  source.table(mso_word::FCLCB_CHPX_BINS, support::positionTable(starts, numbers));
+  const OpenedDocument opened(source);
+  const KPropxTable& table = opened.document.GetPlcfChp(SUBDOC_MAIN);
+  std::set<const uint8_t*> lists;
+  size_t bytes = 0;
+  for (uint32_t i = 0; i < table.Count(); ++i) {
+    if (lists.insert(table.Data(i)->fkpData).second) bytes += table.Data(i)->fkpSize;
+  }
+  EXPECT_GT(bytes, 20000u);
+  EXPECT_LE(bytes, opened.storage.content(L"WordDocument").bytes.size());
 }
 
 TEST(DamagedPages, ThatRepeatEachOtherEndTheScan) {
