@@ -6,6 +6,7 @@
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
+#include "objectwriter/object_writer_interface.h"
 
 namespace pagerex {
 
@@ -125,15 +126,30 @@ Status KChpNormalBase::Init(KEnv* env) {
   return failed(notes) ? notes : KChpBase::Init(env);
 }
 
+/// An inline picture. OLE objects have a call of their own.
+void KChpBase::WritePicture(uint32_t cp, bool oleObjects) {
+  if (runSpan_.fVanish != 0 || !env_->objectWriter) return;
+  if (runSpan_.fOle2 == 0) {
+    env_->objectWriter->WriteEmbedShape(cp);
+  } else if (oleObjects) {
+    env_->objectWriter->WriteOle(cp);
+  }
+}
+
 /// Notes do not refer to notes of their own kind.
 void KChpNormalBase::OnObjectMark(uint16_t mark, uint32_t cp) {
   constexpr uint16_t kNoteReference = 2;
   constexpr uint16_t kAnnotationReference = 5;
+  constexpr uint16_t kDrawnObject = 8;
   const mso_word::SUBDOC_TYPE story = env_->subDocType;
   if (mark == kNoteReference) {
     if (story != mso_word::SUBDOC_FOOTNOTE && story != mso_word::SUBDOC_ENDNOTE) notes_.WriteAnchor(cp);
   } else if (mark == kAnnotationReference) {
     if (story != mso_word::SUBDOC_ANNOTATION) annotations_.WriteAnchor();
+  } else if (mark == kPictureMark) {
+    WritePicture(cp, true);
+  } else if (mark == kDrawnObject) {
+    if (runSpan_.fVanish == 0 && env_->objectWriter) env_->objectWriter->WriteObject(cp, endsWithPageBreak_);
   }
 }
 

@@ -38,6 +38,8 @@ class KChpBase : public IChpWriter {
   bool ProcessMarks(bool links);
   /// A special character that is no field mark.
   virtual void OnObjectMark(uint16_t mark, uint32_t cp);
+  /// Writes the inline picture at `cp`, unless the run is hidden.
+  void WritePicture(uint32_t cp, bool oleObjects);
 
   bool isPart(uint32_t start, uint32_t end) const {
     return start < end && start >= runStart_ && end <= runEnd_;
@@ -94,6 +96,7 @@ class KHtmlChpWriterNormal : public KChpNormalBase {
 
 constexpr const char* kEmptyPap = "<o:p>&nbsp;</o:p>";
 constexpr const char* kPageBreak = "<br clear=all style='page-break-before:always'>";
+constexpr uint16_t kPictureMark = 1;
 constexpr uint16_t kCellMark = 7;
 constexpr uint16_t kPageBreakMark = 12;
 constexpr uint16_t kPapMark = 13;

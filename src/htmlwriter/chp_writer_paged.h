@@ -20,6 +20,11 @@ class KChpMulpageBase : public virtual KChpBase {
 class KHtmlChpWriterPhone : public KChpMulpageBase {
  public:
   bool ProcessField() override { return ProcessMarks(true); }
+
+ protected:
+  void OnObjectMark(uint16_t mark, uint32_t cp) override {
+    if (mark == kPictureMark) WritePicture(cp, false);
+  }
 };
 
 /// View "mulpages": the paging of one side, the notes and objects of the other, over one state of the run.

@@ -2,8 +2,7 @@
 
 #include "base/encoding.h"
 #include "base/number_text.h"
-#include "htmlwriter/writer_factory.h"
-#include "htmlwriter/writer_interfaces.h"
+#include "htmlwriter/story_writer.h"
 
 namespace pagerex {
 namespace {
@@ -33,22 +32,6 @@ void writeAnchor(IWriteArchive* archive, const NoteKind& kind, unsigned int inde
   archive->EndElement("span");
 }
 
-/// Writes a range of a sub-document with writers of its own, into the page of `env`.
-void writeStory(const KEnv& env, mso_word::SUBDOC_TYPE type, const KDWRange& range) {
-  KEnv copy(env);
-  copy.writers.Init();
-  copy.view = VIEW_NORMAL;
-  copy.pageSize = -1;
-  copy.navigation = nullptr;
-  struct Release {
-    KEnv& env;
-    ~Release() { KWriterFactory::ReleaseWriterByView(env); }
-  } release{copy};
-  if (KWriterFactory::CreateWriterByView(copy, type) == Status::kOk) {
-    copy.writers.textStream->Write(range.start, range.end);
-  }
-}
-
 /// `header` stands in front of the note's text.
 template <class TextRanges>
 void writeContent(const KEnv& env, const NoteKind& kind, unsigned int index, const TextRanges& ranges,
@@ -61,7 +44,7 @@ void writeContent(const KEnv& env, const NoteKind& kind, unsigned int index, con
   archive->AddAttribute("onmouseover", call("onMouseOverContent", id, ")").c_str());
   archive->AddAttribute("onmouseout", call("onMouseOut", id, ")").c_str());
   if (!header.empty()) archive->AddContent(header.c_str());
-  if (index < ranges.Count()) writeStory(env, kind.subDoc, ranges.Range(index));
+  if (index < ranges.Count()) WriteStory(env, kind.subDoc, ranges.Range(index));
   archive->EndElement("span");
 }
 
