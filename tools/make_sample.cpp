@@ -7,67 +7,12 @@
 #include <cstdio>
 #include <exception>
 
+#include "support/named_sprms.h"
 #include "support/word_document_writer.h"
 
 using namespace support;
 
 namespace {
-
-// --- Names for the sprms in use ---
-
-Bytes bold(int on = 1) {
-  return sprm(0x0835, on);
-}
-Bytes italic() {
-  return sprm(0x0836, 1);
-}
-Bytes fontSize(int halfPoints) {
-  return sprm(0x4A43, halfPoints);
-}
-Bytes colour(uint32_t value) {
-  return sprm(0x6870, value);
-}
-Bytes highlight(int ico) {
-  return sprm(0x2A0C, ico);
-}
-Bytes underline(int kind) {
-  return sprm(0x2A3E, kind);
-}
-Bytes letterSpacing(int twips) {
-  return sprm(0x8840, twips);
-}
-Bytes characterStyle(uint16_t istd) {
-  return sprm(0x4A30, istd);
-}
-
-Bytes align(int jc) {
-  return sprm(0x2461, jc);
-}
-Bytes leftIndent(int twips) {
-  return sprm(0x845E, twips);
-}
-Bytes rightIndent(int twips) {
-  return sprm(0x845D, twips);
-}
-Bytes firstLine(int twips) {
-  return sprm(0x8460, twips);
-}
-Bytes spaceBefore(int twips) {
-  return sprm(0xA413, twips);
-}
-Bytes spaceAfter(int twips) {
-  return sprm(0xA414, twips);
-}
-Bytes outlineLevel(int level) {
-  return sprm(0x2640, level);
-}
-/// Line spacing: in 240ths of a line if `multiple`, else in twips, negative for exactly.
-Bytes lineSpacing(int16_t value, bool multiple) {
-  return sprm(0x6412, static_cast<uint16_t>(value) | static_cast<uint32_t>(multiple) << 16);
-}
-Bytes listItem(uint16_t ilfo, int level) {
-  return Sprms{sprm(0x260A, level), sprm(0x460B, ilfo)}.bytes();
-}
 
 enum FontIndex : uint16_t { kSerif, kSans, kMono, kSymbol, kChinese, kJapanese };
 
