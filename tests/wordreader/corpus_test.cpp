@@ -11,15 +11,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Real documents, which are no part of the project: the folder that PAGEREX_CORPUS names, or one that stands
-/// beside the source tree or a parent of it.
+/// Real documents, which are no part of the project: the folder that PAGEREX_CORPUS names, or shared/corpus
+/// in a folder above the one in which the tests run.
 fs::path corpusFolder() {
   if (const char* named = std::getenv("PAGEREX_CORPUS")) return named;
-  for (fs::path folder = fs::path(__FILE__).parent_path(); folder != folder.parent_path();
-       folder = folder.parent_path()) {
-    if (fs::is_directory(folder / "shared/corpus")) return folder / "shared/corpus";
+  fs::path folder = fs::current_path();
+  while (!fs::is_directory(folder / "shared/corpus") && folder.has_relative_path()) {
+    folder = folder.parent_path();
   }
-  return {};
+  return folder / "shared/corpus";
 }
 
 std::vector<fs::path> documents(const fs::path& folder) {
