@@ -57,16 +57,6 @@ Status KDRDocument::GetRecord(const mso_word::FCLCB& record, void* buffer) const
   return docFile_.getTableStrm().getRecord(record, buffer);
 }
 
-template <class T>
-const T& KDRPtr<T>::ref(const KDRDocument& document) const {
-  if (!object_) {
-    // Kept before it is read: a table whose reading failed, or threw, is not read again.
-    object_ = New<T>(document.GetAllocator());
-    object_->Read(document);
-  }
-  return *object_;
-}
-
 const KTextPool& KDRDocument::GetTextPool(mso_word::SUBDOC_TYPE type) const {
   return textStream_.ref(*this).GetTextPool(type);
 }

@@ -8,10 +8,14 @@
 #include "wordreader/clx.h"
 #include "wordreader/doc_file.h"
 #include "wordreader/mso_word.h"
+#include "wordreader/plcf.h"
 #include "wordreader/table_record.h"
 #include "wordreader/text_stream.h"
 
 class KDRAnnotations;
+class KDRDggInfo;
+class KDREmbedShapes;
+class _KDRShpPos;
 class KDRBookMarks;
 class KDREndnotes;
 class KDRFieldContext;
@@ -22,6 +26,10 @@ class KDRPlcfsed;
 class KDRStyleSheet;
 class _KDRFields;
 struct IStorage;
+namespace mso_escher {
+class MsoRODrawing;
+class MsoRODrawingGroup;
+}  // namespace mso_escher
 
 /// A table that is built when it is first asked for, in the document's allocator. The result of its `Read` is
 /// dropped: a table that could not be read stays empty, and no later call tries again.
@@ -72,6 +80,13 @@ class KDRDocument : public KDRClx {
   const KDRFontTable& GetFontTable() const;
   const KDRStyleSheet& GetStyleSheet() const;
   const KDRListTable& GetListTable() const;
+  const mso_escher::MsoRODrawingGroup& GetDrawingGroup() const;
+  /// 0 the main document's drawing, 1 that of the headers.
+  const mso_escher::MsoRODrawing& GetDrawing(unsigned int i) const;
+  const KDREmbedShapes& GetEmbedShapes() const;
+  const KDRPlcf<mso_word::FSPA, mso_word::FCLCB_SHAPE_ANCHORS>& GetShapePositions(
+      mso_word::SUBDOC_TYPE type) const;
+  const KDRPlcf<mso_word::FTXBXS, mso_word::FCLCB_TEXTBOXES>& GetTxbxTxt() const;
 
  private:
   KDRDocFile docFile_;
@@ -86,4 +101,18 @@ class KDRDocument : public KDRClx {
   KDRPtr<KDRFontTable> fonts_;
   KDRPtr<KDRStyleSheet> styleSheet_;
   KDRPtr<KDRListTable> lists_;
+  KDRPtr<KDRDggInfo> drawings_;
+  KDRPtr<_KDRShpPos> shapePositions_;
+  KDRPtr<KDREmbedShapes> embedShapes_;
+  KDRPtr<KDRPlcf<mso_word::FTXBXS, mso_word::FCLCB_TEXTBOXES>> textBoxes_;
 };
+
+template <class T>
+const T& KDRPtr<T>::ref(const KDRDocument& document) const {
+  if (!object_) {
+    // Kept before it is read: a table whose reading failed, or threw, is not read again.
+    object_ = New<T>(document.GetAllocator());
+    object_->Read(document);
+  }
+  return *object_;
+}
