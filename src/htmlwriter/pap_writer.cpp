@@ -10,7 +10,8 @@ namespace pagerex {
 Status KPapBase::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  return tableWriter_.Init(env);
+  const Status tables = tableWriter_.Init(env);
+  return failed(tables) ? tables : listWriter_.Init(env);
 }
 
 Status KPapBase::WriteElement(unsigned int index) {
@@ -31,6 +32,7 @@ Status KPapBase::WriteElement(unsigned int index) {
   const Status page = ChoosePage();
   if (failed(page)) return page;
   StartPap();
+  WriteAutoNum();
   const Status status = WriteRuns(first, last);
   EndPap();
   env_->startNewPage = startNewPage;
@@ -68,6 +70,17 @@ Status KPapBase::WriteRuns(unsigned int first, unsigned int last) {
     status = env_->writers.chp->Write(run);
   }
   return status;
+}
+
+/// The label looks like the paragraph mark, which stands in the paragraph's last run: there the search left
+/// the cursor.
+void KPapBase::WriteAutoNum() {
+  if (!hasList_) return;
+  const KDWSprmList sprms(env_->plcfChp->Data(chpCursor_)->fkp());
+  KDRSpanProp span;
+  env_->merger->GetMergedChpxAll(span, sprms.GetCharIstd(), env_->pap.papx.GetParaIstd());
+  Sprms2SpanProp(sprms, &span);
+  listWriter_.Write(&span);
 }
 
 Status KPapBase::StartPap() {

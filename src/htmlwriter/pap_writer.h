@@ -1,6 +1,7 @@
 #pragma once
 
 #include "htmlwriter/env.h"
+#include "htmlwriter/list_level_writer.h"
 #include "htmlwriter/table_writer.h"
 #include "htmlwriter/writer_interfaces.h"
 #include "wordreader/plcf.h"
@@ -38,6 +39,7 @@ class KPapBase : public IPapWriter {
 
  private:
   void StartTitle();
+  void WriteAutoNum();
   bool FindFirstChp(const KDWRange& range, unsigned int& first);
   Status WriteRuns(unsigned int first, unsigned int last);
 
@@ -45,6 +47,7 @@ class KPapBase : public IPapWriter {
   KHtmlTableWriter tableWriter_;
   uint32_t chpCursor_ = 0;
   uint64_t searchSteps_ = 0;
+  KHtmlListLevelWriter listWriter_;
 };
 
 /// View "normal", and every nested story.

@@ -1,0 +1,170 @@
+#include "htmlwriter/list_level_writer.h"
+
+#include <cctype>
+
+#include "base/encoding.h"
+#include "htmlwriter/css_file_writer.h"
+#include "htmlwriter/css_props.h"
+#include "htmlwriter/navigation_writer.h"
+#include "objectwriter/object_writer_interface.h"
+#include "wordreader/font_table.h"
+#include "wordreader/list_table.h"
+
+namespace pagerex {
+namespace {
+
+constexpr uint8_t kBulletNfc = 23;
+constexpr uint16_t kSprmCPbiIBullet = 0x6887;
+constexpr unsigned int kUtf8 = 65001;
+
+/// Bytes of the level's own character properties; null if they could not be read.
+const KDRPropx* chpxOf(const KDRListLevel& level, const KEnv& env) {
+  return level.GetChpx(*env.document);
+}
+
+bool isPictureBulletName(const unsigned short* name) {
+  constexpr char kName[] = "_PICTUREBULLETS";
+  for (size_t i = 0; i + 1 < sizeof kName; ++i) {
+    if (name[i] >= 128 || std::toupper(name[i]) != kName[i]) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+Status KHtmlListLevelWriter::Init(KEnv* env) {
+  if (!env) return Status::kInvalidArgument;
+  env_ = env;
+  return Status::kOk;
+}
+
+Status KHtmlListLevelWriter::Write(const KDRSpanProp* base) {
+  if (!env_ || !base) return Status::kInvalidArgument;
+  const KDRList* list = CurrentList();
+  const uint8_t ilvl = env_->pap.listIlvl;
+  if (!list || !list->Good() || ilvl >= list->GetLevelCount()) return Status::kInvalidArgument;
+  const KDRListLevel* level = list->GetLevel(ilvl);
+  if (!level || !level->Good()) return Status::kInvalidArgument;
+
+  env_->archive->BeginElement("span");
+  WriteLevelProps(*level, *base);
+  Status status = _WriteNumber(level);
+  if (failed(status)) status = _WriteBullet(level);
+  env_->archive->EndElement("span");
+  return status;
+}
+
+const KDRList* KHtmlListLevelWriter::CurrentList() const {
+  const KDRListTable& lists = env_->document->GetListTable();
+  const uint16_t ilfo = env_->pap.listIlfo;
+  return ilfo == 0 || ilfo > lists.Count() ? nullptr : lists.Item(ilfo);
+}
+
+/// A group of size 0 counts too: the label then looks like the paragraph mark.
+void KHtmlListLevelWriter::WriteLevelProps(const KDRListLevel& level, const KDRSpanProp& base) {
+  const KDRPropx* chpx = chpxOf(level, *env_);
+  if (!chpx) return;
+  const KDWSprmList sprms(chpx->sprms());
+  KDRSpanProp span = base;
+  Sprms2SpanProp(sprms, &span);
+  IWriteArchive* archive = env_->archive;
+  const uint16_t istd = sprms.GetCharIstd();
+  if (istd != mso_word::kNoCharacterStyle) {
+    std::string name;
+    GetChpStdName(istd, name);
+    if (!name.empty()) archive->AddAttribute("class", name.c_str());
+  }
+  archive->StartCssStyle();
+  WriteChProps(&span, archive, &env_->document->GetFontTable(), -1, 10.5f);
+  archive->EndCssStyle();
+}
+
+Status KHtmlListLevelWriter::_WriteNumber(const KDRListLevel* level) {
+  const KDRList* list = CurrentList();
+  if (!level || !level->Good() || !list) return Status::kInvalidArgument;
+  if (level->GetNfc() == kBulletNfc) return Status::kFailure;
+
+  constexpr unsigned kPlaces = 9;
+  const uint8_t* places = level->GetrgbxchNums();
+  const uint16_t* text = level->GetXst();
+  Utf16Joiner joiner;
+  for (unsigned i = 0, place = 0; i < level->GetXstLen(); ++i) {
+    if (place < kPlaces && i + 1 == places[place]) {
+      ++place;
+      WriteLabel(KEncoding::WCharToString(kUtf8, NumberFor(*list, text[i]).c_str()));
+    } else {
+      std::string literal;
+      if (text[i] != 0) appendUtf8(literal, joiner.Join(text[i]));
+      WriteLabel(literal);
+    }
+  }
+  constexpr uint8_t kFollowNothing = 2;
+  if (level->GetIxchFollow() < kFollowNothing) WriteGap();
+  return Status::kOk;
+}
+
+/// The number that stands at a placeholder, spelled as the level that it names says; empty if that level is
+/// bad.
+std::wstring KHtmlListLevelWriter::NumberFor(const KDRList& list, unsigned int placeholder) {
+  std::wstring number;
+  if (placeholder >= list.GetLevelCount()) return number;
+  const KDRListLevel* level = list.GetLevel(static_cast<unsigned short>(placeholder));
+  const unsigned int nfc = level && level->Good() ? level->GetNfc() : 0;
+  const int count =
+      counts_.GetCount(env_->pap.listIlfo, env_->pap.listIlvl, placeholder, &env_->document->GetListTable());
+  TxFormatNum(static_cast<unsigned int>(count), nfc, &number);
+  return number;
+}
+
+Status KHtmlListLevelWriter::_WriteBullet(const KDRListLevel* level) {
+  if (level->GetNfc() != kBulletNfc) return Status::kInvalidArgument;
+  Status picture = Status::kFailure;
+  if (const KDRPropx* chpx = chpxOf(*level, *env_)) {
+    KDWSprm sprm;
+    if (KDWSprmList(chpx->sprms()).FindSprm(kSprmCPbiIBullet, &sprm) == Status::kOk) {
+      uint32_t index = 0;
+      sprm.GetSprmValue(&index);
+      picture = _ParseBullet(index);
+    }
+  }
+  if (failed(picture)) {
+    // Symbol fonts keep their characters in the private range F000.
+    constexpr uint16_t kSymbolRange = 0xF000;
+    std::string bullet;
+    Utf16Joiner joiner;
+    for (unsigned i = 0; i < level->GetXstLen(); ++i) {
+      const uint16_t unit = level->GetXst()[i];
+      if (unit == 0) break;
+      appendUtf8(bullet, joiner.Join((unit & 0xFF00) == kSymbolRange ? unit & 0xFF : unit));
+    }
+    WriteLabel(bullet);
+  }
+  WriteGap();
+  return Status::kOk;
+}
+
+/// Picture bullets stand in the text under a hidden bookmark. Only the first bookmark is ever looked at.
+Status KHtmlListLevelWriter::_ParseBullet(unsigned int index) {
+  const KDRPlcfBkf* bookmarks = env_->bookmarkStarts;
+  if (!env_->objectWriter || !bookmarks || index >= bookmarks->Count()) return Status::kFailure;
+  const auto first = bookmarks->Item(0);
+  if (!isPictureBulletName(first.name.text)) return Status::kFailure;
+  Status status = Status::kFailure;
+  for (uint32_t cp = first.range.start; cp < first.range.end && cp < env_->textPool->size(); ++cp) {
+    status = env_->objectWriter->WriteEmbedShape(cp);
+  }
+  return status;
+}
+
+void KHtmlListLevelWriter::WriteLabel(const std::string& text) {
+  if (text.empty()) return;
+  env_->archive->AddContent(text.c_str(), -1, true);
+  if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->CollectTitle(text.c_str());
+}
+
+void KHtmlListLevelWriter::WriteGap() {
+  env_->archive->AddContent("&nbsp;");
+  if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->CollectTitle(" ");
+}
+
+}  // namespace pagerex
