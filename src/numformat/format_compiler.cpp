@@ -80,7 +80,7 @@ Status KNFCompile::Compile(PieceList pieces, KNFSect** out, const NF_FORMAT_PARA
   if (format_.size() > kLongestFormat || !GetSectBegins(format_, sections)) return Status::kInvalidArgument;
 
   const int count = sections.count;
-  NF_SORT kinds[kMaxSections];
+  NF_SORT kinds[kMaxSections] = {};
   for (int i = 0; i < count; ++i) {
     std::unique_ptr<KNFBase> section;
     kinds[i] = CompileSect(pieces, sections.texts[i], areaOf(param), i == kMaxSections - 1, section);
