@@ -126,6 +126,7 @@ constexpr FieldFlag kFieldFlags[] = {
     {kIdHours, kIdHours, NF_STYLE_HOUR},
     {kIdMinutes, kIdMinutes, NF_STYLE_MINUTE},
     {kIdSeconds, kIdSeconds, NF_STYLE_SECOND},
+    {kIdAmPmAM, kIdAmPm, NF_STYLE_TIME},
 };
 constexpr uint32_t kDateFields = NF_STYLE_YEAR | NF_STYLE_MONTH | NF_STYLE_DAY;
 constexpr uint32_t kTimeFields = NF_STYLE_HOUR | NF_STYLE_MINUTE | NF_STYLE_SECOND;
@@ -138,7 +139,7 @@ uint32_t fieldFlags(const TokenList& tokens) {
     }
   }
   if (flags & kTimeFields) flags |= NF_STYLE_TIME;
-  if ((flags & kDateFields) || !(flags & kTimeFields)) flags |= NF_STYLE_DATE;
+  if ((flags & kDateFields) || !(flags & NF_STYLE_TIME)) flags |= NF_STYLE_DATE;
   return flags;
 }
 

@@ -63,6 +63,10 @@ void KNFCompile::UninitResource() {
   initialised = false;
 }
 
+bool KNFCompile::IsInitialised() {
+  return initialised;
+}
+
 PieceList KNFCompile::Pieces(PieceList dialect) {
   return initialised ? dialect : PieceList();
 }

@@ -13,6 +13,7 @@ class KNFCompile {
   /// Makes the keywords known. The tables are constants, so that this costs nothing.
   static void InitResource();
   static void UninitResource();
+  static bool IsInitialised();
   /// The keywords of a dialect; none before InitResource, which makes every section an empty one.
   static PieceList Pieces(PieceList dialect);
 

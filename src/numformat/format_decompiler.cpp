@@ -45,12 +45,16 @@ std::wstring KNFDeCompile::section(const KNFBase& section) const {
   std::wstring text;
   writeBrackets(section, text);
   Tokens tokens;
-  if (section.style.codePage & NF_STYLE_THOUSANDS) {
+  const bool isNumber = section.style.kind >= NF_KIND_NUMBER && section.style.kind <= NF_KIND_PER_MILLE;
+  if (isNumber && (section.style.codePage & NF_STYLE_THOUSANDS)) {
     DeCompileNumPL(section, tokens);
   } else {
     writeTokens(section, tokens);
   }
-  return text + join(tokens);
+  text += join(tokens);
+  // A section of group separators alone has no tokens, but is not an empty one.
+  if (text.empty()) text = KNFCStingsInstance.GetGroup(locale_);
+  return text;
 }
 
 namespace {
@@ -70,6 +74,19 @@ int colourOf(const NFSTYLE& style) {
   return -1;
 }
 
+bool isMonthNumber(int id) {
+  return id >= kIdMonth0 && id <= kIdMonth00Qel;
+}
+
+/// Whether the next field of a date behind that at `index` is the second.
+bool isBeforeSecond(const std::vector<PlaceholderRecord>& records, size_t index) {
+  const auto next = std::find_if(records.begin() + static_cast<ptrdiff_t>(index) + 1, records.end(),
+                                 [](const PlaceholderRecord& record) {
+                                   return idOf(record) >= kIdYear00 && idOf(record) <= kIdSeconds;
+                                 });
+  return next != records.end() && (idOf(*next) == kIdSecond0 || idOf(*next) == kIdSecond00);
+}
+
 }  // namespace
 
 /// What the section's tokens only told is in its style.
@@ -83,7 +100,16 @@ void KNFDeCompile::writeBrackets(const KNFBase& section, std::wstring& out) cons
 }
 
 void KNFDeCompile::writeTokens(const KNFBase& section, Tokens& out) const {
-  for (const PlaceholderRecord& record : section.placeholders) writeToken(section, record, out);
+  const auto& records = section.placeholders;
+  for (size_t i = 0; i < records.size(); ++i) {
+    writeToken(section, records[i], out);
+    // Before a second it would be a minute. A month more is dropped as a duplicate, and the digit that keeps
+    // the two apart as none of a date.
+    if (isMonthNumber(idOf(records[i])) && isBeforeSecond(records, i) && type_ != kDecompileWord) {
+      out.push_back(L"0");
+      out.push_back(L"mmm");
+    }
+  }
 }
 
 /// A number with thousands separators: where they show, or, in a format too short for that, where one is read
@@ -111,6 +137,7 @@ void KNFDeCompile::DeCompileNumPL(const KNFBase& section, Tokens& out) const {
 
 void KNFDeCompile::writeToken(const KNFBase& section, const PlaceholderRecord& record, Tokens& out) const {
   const std::wstring text = canonicalText(record);
+  if (section.area == AREA_CHINESE && writeChineseYear(record, out)) return;
   switch (idOf(record)) {
     case kIdCharString:
       writeLiteral(record, out);
@@ -121,14 +148,18 @@ void KNFDeCompile::writeToken(const KNFBase& section, const PlaceholderRecord& r
     case kIdExponent:
       writeExponentMark(static_cast<const KNFExponent&>(section), out);
       return;
-    case kIdYearQelTwo:
-      out.push_back(text);
-      // There it takes one more, which is dropped, not to become a single one.
-      if (section.area == AREA_CHINESE) out.push_back(text.substr(1));
-      return;
     default:
       if (!text.empty()) out.push_back(text);
   }
+}
+
+/// A Chinese section takes "EE" for "E", and two in a row for "EE".
+bool KNFDeCompile::writeChineseYear(const PlaceholderRecord& record, Tokens& out) {
+  const bool single = record.piece == &s_PLResouce[kPieceYearQelE];
+  const bool full = record.piece == &s_PLResouce[kPieceYearQelEE];
+  if (single || full) out.push_back(L"EE");
+  if (full) out.push_back(L"E");
+  return single || full;
 }
 
 void KNFDeCompile::writeExponentMark(const KNFExponent& section, Tokens& out) const {

@@ -25,6 +25,7 @@ class KNFDeCompile {
   void writeBrackets(const KNFBase& section, std::wstring& out) const;
   void writeTokens(const KNFBase& section, Tokens& out) const;
   void writeToken(const KNFBase& section, const PlaceholderRecord& record, Tokens& out) const;
+  static bool writeChineseYear(const PlaceholderRecord& record, Tokens& out);
   void writeExponentMark(const KNFExponent& section, Tokens& out) const;
   void writeLiteral(const PlaceholderRecord& record, Tokens& out) const;
   void DeCompileNumPL(const KNFBase& section, Tokens& out) const;

@@ -45,6 +45,8 @@ uint32_t compile(PieceList dialect, const wchar_t* format, KNumericalFormat** ou
 Status compileIntoTable(const wchar_t* format, KNFSect** out, const NF_FORMAT_PARAM* param) {
   const Status status = KNFCompile(format).Compile(KNFCompile::Pieces(s_PLResouce_OQ), out, param);
   if (failed(status)) return status;
+  // What is compiled without keywords must not be found once there are some.
+  if (!KNFCompile::IsInitialised()) return status;
   try {
     nfTable.Insert(format, *out);
   } catch (...) {
