@@ -114,7 +114,7 @@ Status KDREmbedShape::Init(DsMemReadArchive& stream, uint32_t offset, uint32_t p
   mso_escher::MsoRORecInfo container;
   container.versionAndInstance = header.u16(0);
   container.type = header.u16(2);
-  container.body = read(stream, header.u32(4), allocator);
+  container.body = container.reach = read(stream, header.u32(4), allocator);
   take(header.u32(4));
   auto* made = New<mso_escher::MsoROShape>(allocator);
   made->InitShape(container, allocator, 0);

@@ -38,6 +38,7 @@ struct MsoRORecInfo {
   uint16_t versionAndInstance = 0;  ///< version in the low 4 bits
   uint16_t type = 0;
   ByteView body;
+  ByteView reach;  ///< the body and all that was read behind it
 
   uint16_t instance() const { return versionAndInstance >> 4; }
   bool isBlip() const { return type >= kFirstBlip && type <= kLastBlip; }
@@ -46,9 +47,9 @@ struct MsoRORecInfo {
 /// A cursor over records that lie one behind the other.
 class MsoRORecords {
  public:
-  explicit MsoRORecords(ByteView bytes) : left_(bytes) {}
+  explicit MsoRORecords(ByteView bytes) : left_(bytes), reach_(bytes) {}
   /// The records in the body of a container.
-  explicit MsoRORecords(const MsoRORecInfo& container) : left_(container.body) {}
+  explicit MsoRORecords(const MsoRORecInfo& container) : left_(container.body), reach_(container.reach) {}
 
   /// kOk with a record; kNothing at the end, or at a record whose length is negative. A record that overruns
   /// the bytes is delivered shortened, and is the last one.
@@ -58,6 +59,7 @@ class MsoRORecords {
 
  private:
   ByteView left_;
+  ByteView reach_;  ///< from where `left_` begins to the end of what was read
 };
 
 }  // namespace mso_escher

@@ -35,6 +35,7 @@ uint32_t arrayBytes(ByteView data) {
 
 void MsoROShapeOPT::Init(const MsoRORecInfo& record) {
   body_ = record.body;
+  reach_ = record.reach;
   const size_t fits = body_.size() / kPropertySize;
   count_ = static_cast<unsigned int>(std::min<size_t>(record.instance(), fits));
   map_.reset();
@@ -44,12 +45,14 @@ Status MsoROShapeOPT::Enumerator::Next(MsoROShapeProp* property) {
   if (properties_.size() < kPropertySize) return Status::kNothing;
   property->word = properties_.u16(0);
   property->operand = properties_.u32(2);
-  property->data = ByteView();
+  property->data = property->reach = ByteView();
   properties_ = properties_.part(kPropertySize);
   if (!property->isComplex() || property->operand == 0) return Status::kOk;
   if (isArray(property->id())) property->operand = arrayBytes(data_);
   property->data = data_.part(0, property->operand);
+  property->reach = reach_;
   data_ = data_.part(property->operand);
+  reach_ = reach_.part(property->operand);
   return Status::kOk;
 }
 

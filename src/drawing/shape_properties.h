@@ -18,6 +18,7 @@ struct MsoROShapeProp {
   uint16_t word = 0;     ///< the number in the low 14 bits, kBlipFlag, kComplexFlag
   uint32_t operand = 0;  ///< of a complex property: bytes of its data
   ByteView data;         ///< of a complex property, cut to the record
+  ByteView reach;        ///< the data and all that was read behind it
 
   static constexpr uint16_t kNumber = 0x3FFF;
   static constexpr uint16_t kBlipFlag = 0x4000;
@@ -48,19 +49,22 @@ class MsoROShapeOPT {
    public:
     explicit Enumerator(const MsoROShapeOPT& table)
         : properties_(table.body_.part(0, table.propertyBytes())),
-          data_(table.body_.part(table.propertyBytes())) {}
+          data_(table.body_.part(table.propertyBytes())),
+          reach_(table.reach_.part(table.propertyBytes())) {}
     /// kNothing at the end.
     Status Next(MsoROShapeProp* property);
 
    private:
     ByteView properties_;
     ByteView data_;
+    ByteView reach_;
   };
 
  private:
   size_t propertyBytes() const { return size_t{count_} * 6; }
 
   ByteView body_;
+  ByteView reach_;  ///< the body and all that was read behind it
   unsigned int count_ = 0;
   std::unique_ptr<std::map<PID, MsoROShapeProp>> map_;
 };

@@ -7,6 +7,7 @@
 #include "htmlwriter/output_path.h"
 #include "htmlwriter/writer_factory.h"
 #include "htmlwriter/writer_interfaces.h"
+#include "objectwriter/doc_object_writer.h"
 
 namespace pagerex {
 namespace {
@@ -48,6 +49,7 @@ Status KHtmlWriter::Init(const KDRDocument* doc, const char* path, VIEW chosenVi
   pageSize = charactersPerPage;
   view = chosenView;
   callback = host;
+  objectWriter = nullptr;
   DeleteHtmlWriterArchive(archive);
   archive = nullptr;
   if (CreateHtmlWriterArchive(&archive, path) != Status::kOk) return Status::kCannotCreate;
@@ -59,11 +61,27 @@ Status KHtmlWriter::CreateFilesFolder() {
   std::string dir, name, extension;
   basefile::splitpath(htmlPath.c_str(), dir, name, extension);
   filesDir = dir + name + kFolderSuffix;
+  CreateObjectWriter(name);
   basefile::DelFilesInDir(filesDir.c_str());
   if (!basefile::CreateDir(filesDir.c_str())) return Status::kCannotCreate;
   // The pages name this file; shapes that need script append to it.
   basefile::CreateFile(outputPath(filesDir, "shapejs.js").c_str());
   return Status::kOk;
+}
+
+/// The object writer serves all stories of the conversion.
+void KHtmlWriter::CreateObjectWriter(const std::string& name) {
+  objectEnv_ = std::make_unique<ObjectWriter::KDocHtmlEnv>();
+  objectEnv_->archive = archive;
+  objectEnv_->document = document;
+  objectEnv_->filesDir = filesDir;
+  objectEnv_->htmlPath = htmlPath;
+  objectEnv_->name = name;
+  objectEnv_->inTable = &inTable;
+  objectEnv_->env = this;
+  ownedObjectWriter_ = ObjectWriter::CreateDocHtmlObjectWriter();
+  ownedObjectWriter_->Init(objectEnv_.get());
+  objectWriter = ownedObjectWriter_.get();
 }
 
 Status KHtmlWriter::Write() {

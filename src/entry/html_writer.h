@@ -1,13 +1,19 @@
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "base/status.h"
 #include "htmlwriter/env.h"
+#include "objectwriter/object_env.h"
+#include "objectwriter/object_writer_interface.h"
 #include "pagerex/pagerex.h"
 
 namespace pagerex {
 
 /// Drives one conversion: prepares the output, runs the writers of the view over the main text and writes the
-/// index at the main HTML path. It is the environment of the main text and owns the archive in it.
+/// index at the main HTML path. It is the environment of the main text and owns the archive and the object
+/// writer in it.
 class KHtmlWriter : public KEnv {
  public:
   KHtmlWriter() = default;
@@ -28,8 +34,12 @@ class KHtmlWriter : public KEnv {
 
  private:
   Status CreateFilesFolder();
+  void CreateObjectWriter(const std::string& name);
   Status WritePages();
   void WriteIndex();
+
+  std::unique_ptr<ObjectWriter::KDocHtmlEnv> objectEnv_;
+  std::unique_ptr<ObjectWriter::IObjectWriter> ownedObjectWriter_;
 };
 
 }  // namespace pagerex

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 #include "base/encoding.h"
 
@@ -20,12 +19,14 @@ bool isClass(ByteView bytes, const ClassId& id) {
   return bytes.size() == kClassIdSize && std::memcmp(bytes.data(), id, kClassIdSize) == 0;
 }
 
-/// 16-bit text, which may stand at any address, up to the first zero.
+/// 16-bit text up to the first zero.
 std::string textOf(ByteView bytes) {
-  std::vector<unsigned short> units;
-  for (size_t i = 0; i + 2 <= bytes.size() && bytes.u16(i) != 0; i += 2) units.push_back(bytes.u16(i));
-  units.push_back(0);
-  return KEncoding::WCHAR2BitToString(65001, units.data());
+  std::string text;
+  Utf16Joiner joiner;
+  for (size_t i = 0; i + 2 <= bytes.size() && bytes.u16(i) != 0; i += 2) {
+    appendUtf8(text, joiner.Join(bytes.u16(i)));
+  }
+  return text;
 }
 
 }  // namespace
