@@ -38,9 +38,9 @@ TEST(DecompiledFormats, OfSectionsAreAsTheyWere) {
 }
 
 TEST(DecompiledFormats, OfDatesAreAsTheyWere) {
-  expectUnchanged({L"yyyy/mm/dd hh:mm:ss", L"[h]:mm", L"d/m", L"d-m", L"dd.mm.yyyy", L"mmmmm mmmm mmm",
-                   L"dddd ddd", L"HH:mm", L"h:mm AM/PM", L"a/p h", L"上午/下午 h", L"[$-411]ggg e", L"b1yyyy",
-                   L"yyyy年m月d日"});
+  expectUnchanged({L"yyyy/mm/dd hh:mm:ss", L"[h]:mm", L"d/m", L"d-m", L"d\\/m", L"dd.mm.yyyy",
+                   L"mmmmm mmmm mmm", L"dddd ddd", L"HH:mm", L"h:mm AM/PM", L"a/p h", L"上午/下午 h",
+                   L"[$-411]ggg e", L"b1yyyy", L"yyyy年m月d日"});
 }
 
 TEST(DecompiledFormats, TakeTheCanonicalKeyword) {

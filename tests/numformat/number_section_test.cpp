@@ -5,6 +5,7 @@
 #include <string>
 
 #include "formats.h"
+#include "numformat/section_factory.h"
 
 namespace {
 
@@ -24,6 +25,15 @@ void expectShown(std::initializer_list<NumberRow> rows) {
 std::wstring fitted(double value, int characters) {
   const NF_FORMAT_PARAM param = width(characters);
   return shown(L"General", value, param);
+}
+
+/// "0" and the per mille sign, which no keyword leads to.
+std::unique_ptr<KNFBase> perMille() {
+  static constexpr KPlaceholderPiece kSign = {&KPlaceholderPiece_NULL, &KPlaceholder_Thousandth, L""};
+  SectionTokens tokens(AREA_ENGLISH);
+  tokens.kind = NF_SORT_PER_MILLE;
+  tokens.tokens = {{L"0", &s_PLResouce[65]}, {L"", &kSign}};
+  return CreateNF(std::move(tokens));
 }
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -135,6 +145,16 @@ TEST(Numbers, KeepTheTextBetweenTheirDigits) {
 
 TEST(Numbers, AreShownInPercent) {
   expectShown({{L"0%", 0.125, L"13%"}, {L"0.0%", 0.125, L"12.5%"}, {L"%0", 0.5, L"%50"}, {L"0%", 0, L"0%"}});
+}
+
+TEST(Numbers, AreShownInPerMille) {
+  wchar_t* text = nullptr;
+  const std::unique_ptr<KNFBase> section = perMille();
+  EXPECT_EQ(section->FormatNum(number(0.125), nullptr, &text, nullptr), Status::kOk);
+  EXPECT_EQ(take(text), L"125\xA1EB");
+  double value = 0.1256;
+  EXPECT_EQ(section->FormatPrecision(value), Status::kOk);
+  EXPECT_EQ(value, 0.126);
 }
 
 TEST(Numbers, HaveDigitsOfTheNumberingSystem) {
