@@ -79,7 +79,8 @@ Status KDocHtmlObjectWriter::WriteObject(unsigned int cp, bool pageBreakFollows)
 Status KDocHtmlObjectWriter::WriteEmbedShape(unsigned int cp) {
   constexpr int16_t kVmlOnly = 2;
   const KDREmbedShape* const found = lookup().FindEmbedded(cp);
-  if (!found) return Status::kNothing;
+  if (!found || picturesLeft_ == 0) return Status::kNothing;
+  --picturesLeft_;
   const ByteView picture = found->picture;
   anchor_ = {0, 0, scaled(picture.u16(PICF::kGoalWidth), picture.u16(PICF::kScaleX)),
              scaled(picture.u16(PICF::kGoalHeight), picture.u16(PICF::kScaleY))};
@@ -99,6 +100,7 @@ Status KDocHtmlObjectWriter::WriteEmbedShape(unsigned int cp) {
 }
 
 Status KDocHtmlObjectWriter::WriteObject(const MsoROShape& shape, bool wrapInside) {
+  const PropertyMap map(shape);
   if (!shape.IsGroupShape()) return WriteShape(shape, wrapInside);
   const GroupLevel level(groupDepth_);
   if (!level.allowed()) return Status::kNothing;

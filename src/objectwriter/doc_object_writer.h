@@ -51,6 +51,9 @@ class KDocHtmlObjectWriter : public KHtmlObjectWriter {
   const KDREmbedShape* embedShape_ = nullptr;  ///< the current inline picture; null for a floating shape
   std::unique_ptr<ShapeLookup> lookup_;        ///< made at the first object
   RepeatLimit objects_;
+  /// Inline pictures that may still be written. A bullet's picture may be repeated for each item of a list,
+  /// so there is no limit for a single one.
+  uint32_t picturesLeft_ = 1u << 20;
   OpenTextBoxes textBoxes_;
 };
 

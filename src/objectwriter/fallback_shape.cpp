@@ -8,20 +8,6 @@
 namespace ObjectWriter {
 namespace {
 
-/// Builds the lookup map of a shape's properties for the time that it is written.
-class PropertyMap {
- public:
-  explicit PropertyMap(const MsoROShape& shape) : properties_(shape.GetProperties()) {
-    properties_.InitMap();
-  }
-  PropertyMap(const PropertyMap&) = delete;
-  PropertyMap& operator=(const PropertyMap&) = delete;
-  ~PropertyMap() { properties_.ClearMap(); }
-
- private:
-  mso_escher::MsoROShapeOPT& properties_;
-};
-
 /// Only a plain colour has a meaning without VML.
 std::string plainColour(int colour, const char* otherwise) {
   const std::string text = colourText(colour);

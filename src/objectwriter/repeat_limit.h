@@ -10,7 +10,7 @@ namespace ObjectWriter {
 /// box a few times; a damaged one may do so again and again, or in a circle.
 class RepeatLimit {
  public:
-  static constexpr int kMostTimes = 256;
+  static constexpr int kMostTimes = 64;
 
   /// True for the first `kMostTimes` calls with `number`.
   bool Enter(uint32_t number) { return ++times_[number] <= kMostTimes; }

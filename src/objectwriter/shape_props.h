@@ -229,4 +229,18 @@ class ShapeProps {
   const MsoROShape& shape_;
 };
 
+/// Builds the lookup map of a shape's properties for the time that it is written.
+class PropertyMap {
+ public:
+  explicit PropertyMap(const MsoROShape& shape) : properties_(shape.GetProperties()) {
+    properties_.InitMap();
+  }
+  PropertyMap(const PropertyMap&) = delete;
+  PropertyMap& operator=(const PropertyMap&) = delete;
+  ~PropertyMap() { properties_.ClearMap(); }
+
+ private:
+  mso_escher::MsoROShapeOPT& properties_;
+};
+
 }  // namespace ObjectWriter
