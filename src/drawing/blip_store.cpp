@@ -14,6 +14,11 @@ constexpr BlipSignature kSignatures[32] = {
 constexpr uint8_t kSecondUid = 0x10;  // in the first byte of a blip's record
 constexpr size_t kHeader = 8;
 
+bool isDecoded(const MsoRORecInfo& record) {
+  constexpr unsigned kTypes = 8;
+  return record.type >= kFirstBlip && record.type < kFirstBlip + kTypes;
+}
+
 }  // namespace
 
 BlipSignature GetBlipSignature(unsigned int type) {
@@ -45,8 +50,8 @@ const MsoROBlip* MsoROBlipStore::GetBlipNoDelayStrm(unsigned int i) const {
 }
 
 const MsoROBlip* MsoROBlipStore::GetBlipWithDelayStrm(unsigned int i, DsMemReadArchive* archive) const {
-  if (i >= entries_.size() || !archive) return nullptr;
-  if (!blips_[i]) blips_[i] = __GetDelayBlip(entries_[i], *archive);
+  if (i >= entries_.size()) return nullptr;
+  if (!blips_[i] && archive) blips_[i] = __GetDelayBlip(entries_[i], *archive);
   return blips_[i];
 }
 
@@ -59,7 +64,8 @@ const MsoROBlip* MsoROBlipStore::__GetDelayBlip(ByteView fbse, DsMemReadArchive&
   MsoRORecInfo probe;
   const ByteView view(header, kHeader);
   probe.type = view.u16(2);
-  if (!probe.isBlip()) return nullptr;
+  // Kinds that are not decoded are not read: they may be asked for time and again.
+  if (!isDecoded(probe)) return nullptr;
 
   // Pictures of a sound file do not overlap: all of them together fit into the stream.
   const uint64_t size = std::min<uint64_t>(uint64_t{view.u32(4)}, archive.bytesLeft()) + kHeader;
@@ -75,10 +81,8 @@ const MsoROBlip* MsoROBlipStore::__GetDelayBlip(ByteView fbse, DsMemReadArchive&
 }
 
 const MsoROBlip* MsoROBlipStore::__GetBlip(ByteView fbse, const MsoRORecInfo& record) const {
-  constexpr uint32_t kTypes = 8;
-  if (!record.isBlip()) return nullptr;
+  if (!isDecoded(record)) return nullptr;
   const uint32_t type = record.type - kFirstBlip;
-  if (type >= kTypes) return nullptr;
   size_t at = (record.versionAndInstance & kSecondUid) != 0 ? 2 * _FBSE::kUidSize : _FBSE::kUidSize;
   auto* blip = New<MsoROBlip>(*allocator_);
   blip->type = type;

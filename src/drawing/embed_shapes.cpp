@@ -74,9 +74,8 @@ Status KDREmbedShapes::AppendShape(uint32_t offset, DsMemReadArchive& stream, co
   auto known = byOffset_.find(offset);
   if (known == byOffset_.end()) {
     KDREmbedShape shape;
-    const unsigned int before = offset < stream.size() ? stream.size() - offset : 0;
     if (bytesLeft_ == 0 || failed(shape.Init(stream, offset, cp, allocator))) return Status::kNothing;
-    const uint64_t used = before - std::min<uint64_t>(before, stream.bytesLeft());
+    const uint64_t used = stream.tell() > offset ? stream.tell() - offset : 0;
     bytesLeft_ -= std::min<uint64_t>(bytesLeft_, std::max<uint64_t>(used, 1));
     known = byOffset_.emplace(offset, shape).first;
   }

@@ -1,7 +1,5 @@
 #include "drawing/query_prop.h"
 
-#include <cmath>
-
 namespace {
 
 using mso_escher::MsoROShapeOPT;

@@ -38,6 +38,7 @@ void MsoROShapeOPT::Init(const MsoRORecInfo& record) {
   reach_ = record.reach;
   const size_t fits = body_.size() / kPropertySize;
   count_ = static_cast<unsigned int>(std::min<size_t>(record.instance(), fits));
+  if (count_ < record.instance()) body_ = reach_ = body_.part(0, propertyBytes());  // cut: there is no data
   map_.reset();
 }
 
