@@ -250,6 +250,15 @@ void writeText(const KPlaceholderPiece&, const DecompileInfo& info, std::wstring
   out += info.record.text;
 }
 
+/// A note means nothing; one with a quote in it could hide what follows.
+void writeNote(const KPlaceholderPiece& piece, const DecompileInfo& info, std::wstring& out) {
+  if (info.record.text.find(L'"') == std::wstring::npos) {
+    writeText(piece, info, out);
+  } else {
+    out += L"[]";
+  }
+}
+
 void writeMarkAndText(const KPlaceholderPiece& piece, const DecompileInfo& info, std::wstring& out) {
   out += piece.keyword;
   out += info.record.text;
@@ -309,7 +318,7 @@ const KPlaceholderPieceClass KPlaceholderPiece_Point = {identifyPoint, writePoin
 const KPlaceholderPieceClass KPlaceholderPiece_Group = {identifyGroup, writeGroup};
 const KPlaceholderPieceClass KPlaceholderPiece_AMPM = {identifyHalfOfDay, writeKeyword};
 const KPlaceholderPieceClass KPlaceholderPiece_WestYear = {identifyWestYear, writeText};
-const KPlaceholderPieceClass KPlaceholderPiece_Note = {identifyNote, writeText};
+const KPlaceholderPieceClass KPlaceholderPiece_Note = {identifyNote, writeNote};
 const KPlaceholderPieceClass KPlaceholderPiece_UnknownChar = {identifyAnything, writeText};
 const KPlaceholderPieceClass KPlaceholderPiece_NULL = {identifyNothing, writeNothing};
 const KPlaceholderPieceClass KPlaceholderPiece_FactionPL = {identifyNothing, writeText};

@@ -140,6 +140,15 @@ TEST(DecompiledFormats, EscapeWithAnExclamationMarkInJapanese) {
   EXPECT_EQ(writtenBack(Format(L"\\k0"), Dialect::kOQ, &japanese), L"!k0");
 }
 
+TEST(DecompiledFormats, EmptyANoteWithAQuoteThatNothingHidesAnyMore) {
+  // The yen sign in front hides the first quote from the search for sections.
+  const NF_FORMAT_PARAM japanese = in(kJapanese);
+  const Format format(L"\\\"a\"0[\"]", Dialect::kOQ, &japanese);
+  const std::wstring written = writtenBack(format, Dialect::kOQ, &japanese);
+  EXPECT_EQ(written, L"!\\\"a\"0[]");
+  EXPECT_EQ(shown(written, 5, japanese), format.text(5, &japanese));
+}
+
 TEST(DecompiledFormats, OfGeneralAreGeneral) {
   EXPECT_EQ(back(L""), L"General");
   for (Dialect dialect : {Dialect::kOQ, Dialect::kExcel, Dialect::kWord})
