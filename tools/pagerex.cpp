@@ -12,7 +12,6 @@
 #include <cstring>
 #include <iterator>
 #include <string>
-#include <vector>
 
 #include "pagerex/pagerex.h"
 
@@ -50,10 +49,10 @@ int goOn() {
 }
 
 int convert(const Request& request) {
-  std::vector<std::string> options = {"view=" + request.view, "pagesize=" + std::to_string(request.pageSize)};
-  std::vector<char*> argv;
-  for (std::string& option : options) argv.push_back(option.data());
-  return PageRex(request.source.c_str(), request.target.c_str(), static_cast<int>(argv.size()), argv.data());
+  std::string view = "view=" + request.view;
+  std::string pageSize = "pagesize=" + std::to_string(request.pageSize);
+  char* argv[] = {view.data(), pageSize.data()};
+  return PageRex(request.source.c_str(), request.target.c_str(), static_cast<int>(std::size(argv)), argv);
 }
 
 int convertWithProgress(const Request& request) {

@@ -10,6 +10,7 @@ class FixedText {
  public:
   const char* c_str() const { return text_; }
   size_t size() const { return size_; }
+  // NOLINTNEXTLINE(google-explicit-constructor): stands for its text everywhere
   operator std::string_view() const { return {text_, size_}; }
 
   /// Appends; what does not fit is cut.

@@ -36,7 +36,7 @@ struct KDREmbedShape {
   uint32_t cp = 0;  ///< position of the picture's character in its sub-document
 
   /// Reads the picture at `offset` of the "Data" stream. kFailure for what is no picture.
-  Status Init(DsMemReadArchive& stream, uint32_t offset, uint32_t cp, ChainAllocator& allocator);
+  Status Init(DsMemReadArchive& stream, uint32_t offset, uint32_t position, ChainAllocator& allocator);
 };
 
 /// The inline pictures of all sub-documents.

@@ -64,7 +64,7 @@ void DeleteHtmlWriterArchive(IWriteArchive* archive) {
   delete archive;
 }
 
-KHtmlWriterArchive::KHtmlWriterArchive() {}
+KHtmlWriterArchive::KHtmlWriterArchive() = default;
 
 KHtmlWriterArchive::~KHtmlWriterArchive() {
   Close();
@@ -242,7 +242,7 @@ void KHtmlWriterArchive::AddContent(const unsigned short* text, int length, bool
 
 void KHtmlWriterArchive::AddContentBytes(std::string_view text, bool breaks) {
   EnsureWriteRight();
-  for (size_t lineEnd; breaks && (lineEnd = text.find('\n')) != text.npos;) {
+  for (size_t lineEnd; breaks && (lineEnd = text.find('\n')) != std::string_view::npos;) {
     Write(text.substr(0, lineEnd));
     Write("<br>");
     text.remove_prefix(lineEnd + 1);

@@ -76,17 +76,15 @@ int write(KDRDocument& document, const char* htmlPath, const Options& options, I
 /// A damaged document may make the reader throw; that is a failure of the step it was thrown in.
 int convert(const char* source, const char* htmlPath, const Options& options, IPageRexCallBack* callback) {
   KEncoding::SetLocale("zh_CN.UTF-8");
-  int result = PAGEREX_CANNOT_OPEN;
+  bool opened = false;
   try {
     KDRDocument document;
     const NumberFormats numbers;
-    if (source && document.OpenDocument(source, 0x10000) == Status::kOk) {
-      result = PAGEREX_FAILED;
-      result = write(document, htmlPath, options, callback);
-    }
+    opened = source && document.OpenDocument(source, 0x10000) == Status::kOk;
+    if (opened) return write(document, htmlPath, options, callback);
   } catch (...) {
   }
-  return result;
+  return opened ? PAGEREX_FAILED : PAGEREX_CANNOT_OPEN;
 }
 
 }  // namespace

@@ -89,7 +89,7 @@ Status WriteStyle(unsigned int istd, IWriteArchive* archive, KEnv* env) {
   int lineSpacing = 0;
   WritePapProps(env->merger->GetMergedPapx(static_cast<int>(istd)), archive, lineSpacing);
   const KDRSpanProp* span = env->merger->GetMergedChpxAtPStyle(static_cast<int>(istd));
-  if (span && span->has(span_mask::hps)) (*env->styleFontSizes)[istd] = span->hps / 2.0f;
+  if (span && span->has(span_mask::hps)) (*env->styleFontSizes)[istd] = static_cast<float>(span->hps) / 2;
   WriteChProps(span, archive, &env->document->GetFontTable(), -1, 10.5f);
   archive->EndCssBlock();
   archive->PutNewLine();

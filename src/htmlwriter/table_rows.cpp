@@ -194,11 +194,11 @@ unsigned mergeStyle(const RowSprms& sprms, const TABLE_ROW& row, int32_t leftMar
 
 }  // namespace
 
-unsigned ReadTableRow(const KDWSprmList& list, int32_t leftMargin, TABLE_ROW& row, TableStyle& style) {
+unsigned ReadTableRow(const KDWSprmList& sprms, int32_t leftMargin, TABLE_ROW& row, TableStyle& style) {
   row.Clear();
-  const RowSprms sprms = sortSprms(list, row);
-  fillRow(sprms, row);
-  return mergeStyle(sprms, row, leftMargin, style);
+  const RowSprms sorted = sortSprms(sprms, row);
+  fillRow(sorted, row);
+  return mergeStyle(sorted, row, leftMargin, style);
 }
 
 }  // namespace pagerex

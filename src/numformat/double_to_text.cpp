@@ -76,7 +76,7 @@ class WorkText {
   wchar_t stack_[256];
   std::unique_ptr<wchar_t[]> heap_;
   wchar_t* text_ = stack_;
-  int64_t capacity_ = std::size(stack_);
+  int64_t capacity_ = std::ssize(stack_);
   int64_t size_ = 0;
 };
 

@@ -23,7 +23,7 @@ bool takesAutoMinus(NF_SORT kind, int sections) {
 bool isInOrder(const NF_SORT* kinds, int count) {
   for (int i = 0; i < count; ++i) {
     if (kinds[i] > 99) return false;
-    if (isText(kinds[i]) && i < count - 1) return false;
+    if (i < count - 1 && isText(kinds[i])) return false;
   }
   const NF_SORT last = kinds[count - 1];
   return count < kMaxSections || isText(last) || last == NF_SORT_EMPTY;

@@ -140,7 +140,7 @@ wchar_t* newText(std::wstring_view text) {
 }
 
 DecimalDigits::DecimalDigits(double number, int decimals) {
-  const int written = _ConvertDecimal(number, decimals, mantissa_, std::size(mantissa_));
+  const int written = _ConvertDecimal(number, decimals, mantissa_, std::ssize(mantissa_));
   const std::wstring_view text(mantissa_, written > 0 ? static_cast<size_t>(written) : 0);
   const size_t mark = text.find(L'e');
   if (mark == std::wstring_view::npos || mark < 2) return;

@@ -91,6 +91,7 @@ int identifyMarkAndCharacter(const KPlaceholderPiece& piece, std::wstring_view t
 
 int identifyFill(const KPlaceholderPiece& piece, std::wstring_view text, KIdentifyInfo* info) {
   const int consumed = identifyMarkAndCharacter(piece, text, info);
+  // NOLINTNEXTLINE(bugprone-signed-char-misuse): a wide character is no byte
   if (info && consumed > 0) info->style.fillChar = static_cast<uint32_t>(text[1]);
   return consumed;
 }

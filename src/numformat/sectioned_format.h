@@ -10,7 +10,7 @@
 class KNFSect final : public KNumericalFormat {
  public:
   /// What a section serves.
-  enum Slot { kPositive, kNegative, kZero, kText, kSlots };
+  enum Slot : int { kPositive, kNegative, kZero, kText, kSlots };
 
   Status FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM* param, wchar_t** out,
                    NFSTYLE* style) override;

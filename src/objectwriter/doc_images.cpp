@@ -87,8 +87,8 @@ Status KDocHtmlObjectWriter::GetImageName(ByteView uid, std::string& name, std::
   auto& images = docEnv()->images;
   const auto [image, isNew] = images.try_emplace(key.c_str());
   if (isNew) {
-    image->second = imageName(images.size(), extension).c_str();
-    path = pagerex::outputPath(docEnv()->filesDir, image->second).c_str();
+    image->second = std::string_view(imageName(images.size(), extension));
+    path = std::string_view(pagerex::outputPath(docEnv()->filesDir, image->second));
   }
   name = image->second;
   return isNew ? Status::kOk : kKnownImage;

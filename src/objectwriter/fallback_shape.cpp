@@ -116,7 +116,7 @@ Status KHtmlObjectWriter::GetFillProp_NV(const MsoROShape& shape, std::string& c
   const std::optional<bool> filled = props.flag(pid::kFilled);
   if (filled == false) return Status::kNothing;
   const std::optional<int> fill = props.number(pid::kFillColor);
-  if (!fill && !filled && !force) return Status::kNothing;
+  if (!fill && !filled.has_value() && !force) return Status::kNothing;
   const bool isTold = fill || (filled && !props.has(pid::kConnectionSites));
   color = isTold ? plainColour(fill.value_or(0xFFFFFF), "#ffffff") : "#ffffff";
   const std::optional<int> fillOpacity = props.number(pid::kFillOpacity);
@@ -147,7 +147,7 @@ Status KHtmlObjectWriter::GetLineProp_NV(const MsoROShape& shape, std::string& c
   const int lineStyle = props.number(pid::kLineStyle, -1);
   const int dashing = props.number(pid::kLineDashing, -1);
   const std::optional<int> width = props.number(pid::kLineWidth);
-  if (!stroked && type == -1 && lineStyle == -1 && dashing == -1 && !width && !force) return Status::kNothing;
+  if (!stroked.has_value() && type == -1 && lineStyle == -1 && dashing == -1 && !width && !force) return Status::kNothing;
   weight = width ? UnitSwitch::EMU2Pt(*width) : 1.0;
   const auto isTold = [](int value) { return value != -1 && value != 0; };
   style = isTold(lineStyle) ? "double" : isTold(dashing) ? "dashed" : "solid";

@@ -14,7 +14,7 @@ constexpr std::array<uint16_t, 32> kFrom80 = {
 };
 
 constexpr std::array<uint16_t, 256> kCharacters = [] {
-  std::array<uint16_t, 256> table{};
+  std::array<uint16_t, 256> table = {};
   for (unsigned code = 0; code < table.size(); ++code) table[code] = static_cast<uint16_t>(code);
   for (unsigned i = 0; i < kFrom80.size(); ++i) table[0x80 + i] = kFrom80[i];
   return table;
