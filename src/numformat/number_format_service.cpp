@@ -21,10 +21,6 @@ uint32_t guarded(const Action& action) {
   return static_cast<uint32_t>(status);
 }
 
-constexpr uint32_t result(Status status) {
-  return static_cast<uint32_t>(status);
-}
-
 /// What is handed out and taken back here are whole formats, never sections.
 KNFSect* wholeFormat(KNumericalFormat* format) {
   return static_cast<KNFSect*>(format);
