@@ -3,37 +3,39 @@
 #include <algorithm>
 
 #include "document_input.h"
+#include "mutations.h"
 
 extern "C" size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t maxSize);
+
+namespace {
+
+size_t copyOut(const support::Bytes& bytes, uint8_t* out, size_t maxSize) {
+  const size_t size = std::min(bytes.size(), maxSize);
+  std::copy_n(bytes.begin(), size, out);
+  return size;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
   fuzz::convert(fuzz::documentOf(input, size), FUZZ_VIEW);
   return 0;
 }
 
-// Changes one of the streams and leaves the others where they are. Three times in four it keeps its length
-// too, so that the offsets that point into it still mean something.
 extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t maxSize, unsigned int seed) {
   if (fuzz::isCompoundFile(data, size)) return LLVMFuzzerMutate(data, size, maxSize);
+  fuzz::Random random(seed);
   fuzz::DocumentStreams streams = fuzz::splitStreams(data, size);
-  support::Bytes* const choices[] = {&streams.wordDocument, &streams.table, &streams.data};
-  support::Bytes& stream = *choices[seed % 3];
-  const bool keepsLength = !stream.empty() && seed / 3 % 4 != 0;
+  fuzz::changeDocument(streams, maxSize - std::min(maxSize, size), random);
+  return copyOut(fuzz::joinStreams(streams), data, maxSize);
+}
 
-  const size_t length = stream.size();
-  const size_t room = keepsLength ? length : length + (maxSize - std::min(maxSize, size));
-  support::Bytes changed = stream;
-  changed.resize(std::max<size_t>(room, 1));
-  const size_t newLength = LLVMFuzzerMutate(changed.data(), length, changed.size());
-  if (keepsLength) {
-    std::copy(stream.begin() + static_cast<ptrdiff_t>(newLength), stream.end(),
-              changed.begin() + static_cast<ptrdiff_t>(newLength));
-  }
-  changed.resize(keepsLength ? length : newLength);
-  stream = changed;
-
-  const support::Bytes joined = fuzz::joinStreams(streams);
-  const size_t result = std::min(joined.size(), maxSize);
-  std::copy_n(joined.begin(), result, data);
-  return result;
+extern "C" size_t LLVMFuzzerCustomCrossOver(const uint8_t* one, size_t oneSize, const uint8_t* other,
+                                            size_t otherSize, uint8_t* out, size_t maxSize,
+                                            unsigned int seed) {
+  if (fuzz::isCompoundFile(one, oneSize) || fuzz::isCompoundFile(other, otherSize)) return 0;
+  fuzz::Random random(seed);
+  fuzz::DocumentStreams streams = fuzz::splitStreams(one, oneSize);
+  fuzz::takeTable(streams, fuzz::splitStreams(other, otherSize), random);
+  return copyOut(fuzz::joinStreams(streams), out, maxSize);
 }

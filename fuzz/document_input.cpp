@@ -1,6 +1,9 @@
 #include "document_input.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <iterator>
 #include <string>
 
@@ -30,6 +33,27 @@ uint32_t takeLength(const uint8_t*& input, size_t& size) {
   Bytes bytes = takeFront(input, size, 4);
   bytes.resize(4);
   return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | uint32_t{bytes[3]} << 24;
+}
+
+[[noreturn]] void reject(const char* why, uintmax_t number) {
+  std::fprintf(stderr, "ERROR: %s: %ju\n", why, number);
+  std::abort();
+}
+
+void checkResult(int result) {
+  constexpr int kResults[] = {PAGEREX_OK, PAGEREX_FAILED, PAGEREX_CANNOT_OPEN};
+  if (std::find(std::begin(kResults), std::end(kResults), result) == std::end(kResults))
+    reject("no result of a conversion", static_cast<uintmax_t>(result));
+}
+
+/// No document that is as small as the inputs has so much to say.
+void checkOutput() {
+  constexpr uintmax_t kMost = 64 << 20;
+  uintmax_t size = 0;
+  for (const auto& file : std::filesystem::recursive_directory_iterator(scratchFolder())) {
+    if (file.is_regular_file()) size += file.file_size();
+  }
+  if (size > kMost) reject("bytes were written, which is too much", size);
 }
 
 }  // namespace
@@ -74,9 +98,13 @@ void convert(const Bytes& document, const char* view) {
   const std::string source = writeScratchFile("document.doc", document.data(), document.size());
   const std::string target = scratchFolder() + "/document.html";
   std::string viewOption = std::string("view=") + view;
-  std::string pageSize = "pagesize=500";
+  // Pages of all sizes, by something that an input has anyway.
+  constexpr int kPageSizes[] = {500, 40, 5000};
+  std::string pageSize =
+      "pagesize=" + std::to_string(kPageSizes[document.size() / 512 % std::size(kPageSizes)]);
   char* options[] = {viewOption.data(), pageSize.data()};
-  PageRex(source.c_str(), target.c_str(), static_cast<int>(std::size(options)), options);
+  checkResult(PageRex(source.c_str(), target.c_str(), static_cast<int>(std::size(options)), options));
+  checkOutput();
 }
 
 }  // namespace fuzz

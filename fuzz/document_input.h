@@ -26,7 +26,8 @@ support::Bytes joinStreams(const DocumentStreams& streams);
 /// The document file that an input stands for.
 support::Bytes documentOf(const uint8_t* input, size_t size);
 
-/// Converts the document in a view of `PageRex`, and throws the result away.
+/// Converts the document in a view of `PageRex`. Ends the process by a signal if the result is none of those
+/// that are told, or the output immoderate.
 void convert(const support::Bytes& document, const char* view);
 
 }  // namespace fuzz

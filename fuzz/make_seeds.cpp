@@ -11,6 +11,7 @@
 #include "document_input.h"
 #include "documents.h"
 #include "drawing_text.h"
+#include "mutation/rich_documents.h"
 #include "seed_drawings.h"
 #include "support/named_sprms.h"
 
@@ -48,6 +49,8 @@ void writeDocuments(const std::filesystem::path& folder) {
     bench::kConstructs[i].fill(doc, 3);
     write(folder, bench::kConstructs[i].name, inputOf(doc));
   }
+  for (const mutation::NamedDocument& seed : mutation::richDocuments())
+    write(folder, seed.name, inputOf(seed.document));
   write(folder, "Everything", inputOf(everything(2)));
   write(folder, "EverythingAsAFile", everything(1).build());
   write(folder, "Drawings", inputOf(fuzz::documentWith(fuzz::seedDrawing())));

@@ -4,6 +4,7 @@
 // bytes from 128 on stand for characters that formats of Asian languages know.
 
 #include <cstring>
+#include <iterator>
 #include <string>
 
 #include "pagerex/numformat.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr wchar_t kWide[] =
     L"年月日时分秒上午下午星期元圆亿万千百十零一二三四五六七八九〇壹贰叁"
-    L"肆伍陆柒捌玖拾佰仟時間平成昭和曜￥€£　。，／＋－〔〕◎𠀀";
+    L"肆伍陆柒捌玖拾佰仟時間平成昭和曜￥€£　。，／＋－〔〕◎𠀀黑色蓝绿青红洋白黄前後通用格式常规";
 
 constexpr uint32_t kLanguages[] = {1033, 1041, 2052, 1066, 1042, 1054, 0, 0xFFFF};
 
@@ -70,5 +71,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
     _XNFRelease(format);
   }
   _XNFUnInit();
+  _XNF_ClearNFTableCache();
   return 0;
 }
