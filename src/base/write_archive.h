@@ -90,6 +90,9 @@ class IWriteArchive {
   virtual bool WriteArchiveIsOk() = 0;
   virtual void _Put(const char* data, int length) = 0;
 
+  /// Bytes written since the archive was made, all its files together.
+  virtual uint64_t GetWrittenBytes() const = 0;
+
   /// As AddContentEx of each 16-bit character in turn, zeros left out, in one call.
   virtual void AddTextEx(const unsigned short* text, unsigned int length) = 0;
 };

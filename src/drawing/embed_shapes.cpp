@@ -27,12 +27,18 @@ ByteView read(DsMemReadArchive& stream, uint64_t size, ChainAllocator& allocator
   return ByteView(bytes, stream.get(bytes, fits));
 }
 
-/// The position of the picture's character in a run; the end of the run if it has none.
-uint32_t findMark(const KTextPool& pool, const KDWRange& range) {
-  for (uint32_t cp = range.start; cp < range.end && cp < pool.size();) {
+/// Runs of a sound document share no characters. Those of a damaged one may each be the whole text: a story
+/// is searched so many times.
+constexpr uint64_t kMostSearches = 8;
+
+/// The position of the picture's character in a run; the end of the run if it has none. `charactersLeft`
+/// counts down what may still be looked at.
+uint32_t findMark(const KTextPool& pool, const KDWRange& range, uint64_t& charactersLeft) {
+  for (uint32_t cp = range.start; cp < range.end && cp < pool.size() && charactersLeft > 0;) {
     uint32_t n = 0;
     const unsigned short* text = pool.run(cp, &n);
-    n = std::min(n, range.end - cp);
+    n = static_cast<uint32_t>(std::min<uint64_t>({n, range.end - cp, charactersLeft}));
+    charactersLeft -= n;
     const unsigned short* found = std::find(text, text + n, kPictureMark);
     if (found != text + n) return cp + static_cast<uint32_t>(found - text);
     cp += n;
@@ -50,6 +56,7 @@ Status KDREmbedShapes::Read(const KDRDocument& document) {
   Status status = Status::kOk;
   for (const mso_word::SUBDOC_TYPE type : kOrder) {
     const KPropxTable& runs = document.GetPlcfChp(type);
+    charactersLeft_ = kMostSearches * document.GetTextPool(type).size();
     for (uint32_t i = 0; i < runs.Count(); ++i) {
       const ByteView properties = runs.Data(i)->fkp();
       if (properties.size() <= 2) continue;
@@ -69,7 +76,7 @@ Status KDREmbedShapes::Read(const KDRDocument& document) {
 
 Status KDREmbedShapes::AppendShape(uint32_t offset, DsMemReadArchive& stream, const KTextPool& pool,
                                    const KDWRange& range, ChainAllocator& allocator) {
-  const uint32_t cp = findMark(pool, range);
+  const uint32_t cp = findMark(pool, range, charactersLeft_);
   if (cp == range.end) return Status::kNothing;
   auto known = byOffset_.find(offset);
   if (known == byOffset_.end()) {

@@ -53,4 +53,5 @@ class KDREmbedShapes {
   std::vector<KDREmbedShape> shapes_;
   std::map<uint32_t, KDREmbedShape> byOffset_;  ///< each picture is read once, however many runs name it
   uint64_t bytesLeft_ = 0;                      ///< that may still be read
+  uint64_t charactersLeft_ = 0;                 ///< of the story that may still be searched
 };

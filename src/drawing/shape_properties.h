@@ -34,6 +34,8 @@ class MsoROShapeOPT {
   /// The instance of the record is the count of properties.
   void Init(const MsoRORecInfo& record);
   unsigned int GetCount() const { return count_; }
+  /// Bytes of the properties and their data.
+  size_t GetSize() const { return body_.size(); }
 
   /// kOk and the first property of that number; kNoProperty if there is none. `property` may be null.
   Status Find(PID id, MsoROShapeProp* property) const;

@@ -404,6 +404,7 @@ void KHtmlWriterArchive::WriteSlowly(const char* data, size_t length) {
   if (length > kBufferSize) {
     WriteOut();
     file_->put(data, static_cast<unsigned int>(length));
+    writtenOut_ += length;
     return;
   }
   const size_t fits = capacity_ - used_;
@@ -416,5 +417,6 @@ void KHtmlWriterArchive::WriteSlowly(const char* data, size_t length) {
 
 void KHtmlWriterArchive::WriteOut() {
   if (used_ > 0) file_->put(buffer_, used_);
+  writtenOut_ += used_;
   used_ = 0;
 }

@@ -70,6 +70,7 @@ class KHtmlWriterArchive final : public IWriteArchive {
   Status Open(const char* path) override;
   void Close() override;
   bool WriteArchiveIsOk() override { return file_ != nullptr; }
+  uint64_t GetWrittenBytes() const override { return writtenOut_ + used_; }
   void _Put(const char* data, int length) override;
 
   static constexpr uint32_t kBufferSize = 0x80000;
@@ -137,6 +138,7 @@ class KHtmlWriterArchive final : public IWriteArchive {
 
   WebEncoding webEncoding_ = WebEncoding::kUtf8;
   std::unique_ptr<DsWriteArchive> file_;
+  uint64_t writtenOut_ = 0;  ///< bytes that have left the buffer, or gone past it
   uint32_t used_ = 0;        ///< bytes in the buffer
   uint32_t capacity_ = 0;    ///< kBufferSize while a file is open, else 0
   Utf16Joiner joiner_;       ///< half a character may wait for the next 16-bit text

@@ -3,12 +3,14 @@
 #include "base/encoding.h"
 #include "base/number_text.h"
 #include "htmlwriter/navigation_writer.h"
+#include "htmlwriter/work_limits.h"
 
 namespace pagerex {
 
 Status KHtmlBookmarkWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
+  limits_ = &WorkLimitsOf(*env);
   return Status::kOk;
 }
 
@@ -21,6 +23,7 @@ Status KHtmlBookmarkWriter::Collect(unsigned int begin, unsigned int end) {
     if (env_->navigation) {
       // Word's hidden bookmarks begin with an underscore.
       const unsigned short* name = env_->bookmarkStarts->Item(static_cast<int>(it->second)).name.text;
+      if (!limits_->AddToNavigation()) break;
       if (name[0] == '_') continue;
       const std::string text = KEncoding::WCHAR2BitToString(65001, name);
       env_->navigation->CollectBookMarkCP(it->first, text.c_str());

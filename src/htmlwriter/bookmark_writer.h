@@ -21,6 +21,7 @@ class KHtmlBookmarkWriter {
 
  private:
   KEnv* env_ = nullptr;
+  KWorkLimits* limits_ = nullptr;
   std::vector<unsigned int> positions_;
 };
 

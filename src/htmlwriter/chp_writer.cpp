@@ -6,6 +6,7 @@
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
+#include "htmlwriter/work_limits.h"
 #include "objectwriter/object_writer_interface.h"
 
 namespace pagerex {
@@ -13,6 +14,7 @@ namespace pagerex {
 Status KChpBase::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
+  limits_ = &WorkLimitsOf(*env);
   return Status::kOk;
 }
 
@@ -23,9 +25,12 @@ Status KChpBase::EnterRun(unsigned int index) {
   runEnd_ = std::min({range.end, env_->pap.papEnd, env_->streamEnd});
   if (runEnd_ < runStart_) return Status::kNothing;
   runEnd_ = std::min(runEnd_, std::max(runStart_, env_->textPool->size()));
+  const uint32_t length = runEnd_ - runStart_;
+  if (!limits_->Visit(env_->subDocType, uint64_t{1} + length) || limits_->OutputFull(*env_->archive)) {
+    return Status::kNothing;
+  }
 
   // One character more is read to see whether a page break follows.
-  const uint32_t length = runEnd_ - runStart_;
   runText_.assign(size_t{length} + 2, 0);
   env_->textPool->read(runStart_, runText_.data(), length + 1);
   endsWithPageBreak_ = runText_[length] == kPageBreakMark;
@@ -72,7 +77,7 @@ bool KChpBase::ProcessMarks(bool links) {
     fields_.collect(runText_.data(), length);
     return fields_.hidesText();
   }
-  for (uint32_t i = 0; i < length; ++i) {
+  for (uint32_t i = 0; i < length && !limits_->OutputFull(*env_->archive); ++i) {
     switch (runText_[i]) {
       case kFieldBegin:
         OnFieldBegin(runStart_ + i, links);

@@ -52,6 +52,7 @@ class KChpBase : public IChpWriter {
   void WriteText(uint32_t start, uint32_t end);
 
   KEnv* env_ = nullptr;
+  KWorkLimits* limits_ = nullptr;
   uint32_t runStart_ = 0xFFFFFFFFu;
   uint32_t runEnd_ = 0xFFFFFFFFu;
   std::vector<uint16_t> runText_;  ///< the run's text and a 0; the buffer is used again for each run

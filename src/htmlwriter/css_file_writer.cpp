@@ -2,6 +2,7 @@
 
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/output_path.h"
+#include "htmlwriter/work_limits.h"
 #include "wordreader/font_table.h"
 #include "wordreader/style_sheet.h"
 
@@ -71,7 +72,10 @@ Status KCssFileWriter::Write(const char* fileName, KEnv* env) {
   writeBlock(archive.get(), "div", kDiv);
   WriteHtmlStyle(archive.get());
   const uint32_t count = env->document->GetStyleSheet().Count();
-  for (uint32_t istd = 0; istd < count; ++istd) WriteStyle(istd, archive.get(), env);
+  const uint64_t mostBytes = KWorkLimits::MostOutputBytes(*env->document);
+  for (uint32_t istd = 0; istd < count && archive->GetWrittenBytes() < mostBytes; ++istd) {
+    WriteStyle(istd, archive.get(), env);
+  }
   return Status::kOk;
 }
 

@@ -30,6 +30,7 @@ class IChpWriter;
 class ISectionWriter;
 class ITextStreamWriter;
 class KTableScans;
+class KWorkLimits;
 
 /// How the document comes out.
 enum VIEW : int {
@@ -65,6 +66,16 @@ struct KWriter {
   void Init() { *this = KWriter(); }
 };
 
+/// Numbers of notes. They stay where they are when an environment is copied: a nested story owes nothing, and
+/// a page may owe many notes and hold many stories.
+struct KNoteNumbers {
+  KNoteNumbers() = default;
+  KNoteNumbers(const KNoteNumbers&) {}
+  KNoteNumbers& operator=(const KNoteNumbers&) = delete;
+
+  std::vector<unsigned int> numbers;
+};
+
 /// All that the writers of one story share; they reach each other, the document and the output through it
 /// alone. A nested story (notes, text boxes) is written by a copy with writers of its own; the pointers are
 /// shared.
@@ -97,6 +108,7 @@ struct KEnv {
   uint32_t streamEnd = 0xFFFFFFFFu;
   uint8_t inTable = 0;
   std::shared_ptr<KTableScans> tableScans;  ///< of the document; made by the first table writer
+  std::shared_ptr<KWorkLimits> workLimits;  ///< of the conversion; made by the first writer
   uint32_t annotationCount = 0;
   uint32_t footnoteCount = 0;
   uint32_t endnoteCount = 0;
@@ -105,9 +117,9 @@ struct KEnv {
   /// Points, by style index. Filled before any page is written and shared by all copies.
   std::shared_ptr<std::map<unsigned int, float>> styleFontSizes =
       std::make_shared<std::map<unsigned int, float>>();
-  std::vector<unsigned int> pendingAnnotations;  ///< note numbers whose content the page still owes
-  std::vector<unsigned int> pendingFootnotes;
-  std::vector<unsigned int> pendingEndnotes;
+  KNoteNumbers pendingAnnotations;  ///< notes whose content the page still owes
+  KNoteNumbers pendingFootnotes;
+  KNoteNumbers pendingEndnotes;
   IPageRexCallBack* callback = nullptr;  ///< the host's; may be null
 };
 

@@ -4,11 +4,19 @@
 #include <utility>
 
 namespace pagerex {
+namespace {
+
+/// Codes that are kept of the fields around the innermost one. Word nests twenty.
+constexpr size_t kMostSavedCodes = 1000;
+
+}  // namespace
 
 void KFieldState::begin(bool known, uint32_t type) {
   fieldState_ = kFieldBegin;
   if (known) fieldTypes_.push_back(type);
-  if (fieldTypes_.size() >= 2) savedFieldCodes_.push_back(std::exchange(fieldCode_, Code()));
+  if (fieldTypes_.size() < 2) return;
+  Code outer = std::exchange(fieldCode_, Code());
+  if (savedFieldCodes_.size() < kMostSavedCodes) savedFieldCodes_.push_back(std::move(outer));
 }
 
 /// After a nested field the result of the outer one goes on, even if the nested one stood in its code.

@@ -1,11 +1,13 @@
 #include "htmlwriter/list_level_writer.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "base/encoding.h"
 #include "htmlwriter/css_file_writer.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
+#include "htmlwriter/work_limits.h"
 #include "objectwriter/object_writer_interface.h"
 #include "wordreader/font_table.h"
 #include "wordreader/list_table.h"
@@ -149,8 +151,10 @@ Status KHtmlListLevelWriter::_ParseBullet(unsigned int index) {
   if (!env_->objectWriter || !bookmarks || index >= bookmarks->Count()) return Status::kFailure;
   const auto first = bookmarks->Item(0);
   if (!isPictureBulletName(first.name.text)) return Status::kFailure;
+  KWorkLimits& limits = WorkLimitsOf(*env_);
+  const uint32_t end = std::min(first.range.end, env_->textPool->size());
   Status status = Status::kFailure;
-  for (uint32_t cp = first.range.start; cp < first.range.end && cp < env_->textPool->size(); ++cp) {
+  for (uint32_t cp = first.range.start; cp < end && limits.TryBullet(); ++cp) {
     status = env_->objectWriter->WriteEmbedShape(cp);
   }
   return status;

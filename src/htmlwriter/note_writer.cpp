@@ -75,12 +75,12 @@ Status KHtmlFootEndnoteWriter::Init(KEnv* env) {
 Status KHtmlFootEndnoteWriter::WriteAnchor(unsigned int cp) {
   if (!env_) return Status::kInvalidArgument;
   if (IsFootnote(cp, env_->footnoteCount)) {
-    env_->pendingFootnotes.push_back(env_->footnoteCount);
+    env_->pendingFootnotes.numbers.push_back(env_->footnoteCount);
     WriteFootnoteAnchor(env_->footnoteCount++);
     return Status::kOk;
   }
   if (IsEndnote(cp, env_->endnoteCount)) {
-    env_->pendingEndnotes.push_back(env_->endnoteCount);
+    env_->pendingEndnotes.numbers.push_back(env_->endnoteCount);
     WriteEndnoteAnchor(env_->endnoteCount++);
     return Status::kOk;
   }
@@ -122,7 +122,7 @@ Status KHtmlAnnotationWriter::Init(KEnv* env) {
 
 Status KHtmlAnnotationWriter::WriteAnchor() {
   if (!env_) return Status::kInvalidArgument;
-  env_->pendingAnnotations.push_back(env_->annotationCount);
+  env_->pendingAnnotations.numbers.push_back(env_->annotationCount);
   writeAnchor(env_->archive, kAnnotation, env_->annotationCount++, "|");
   return Status::kOk;
 }

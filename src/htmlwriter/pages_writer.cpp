@@ -7,6 +7,7 @@
 #include "htmlwriter/note_writer.h"
 #include "htmlwriter/output_path.h"
 #include "htmlwriter/page_frame.h"
+#include "htmlwriter/work_limits.h"
 #include "pagerex/pagerex.h"
 
 namespace pagerex {
@@ -24,7 +25,8 @@ Status KPagesBase::Write() {
   if (failed(started)) return started;
   env_->plcfSed = &env_->document->GetPlcfsed();
   const uint32_t count = env_->plcfSed->Count();
-  for (uint32_t i = 0; i < count; ++i) env_->writers.section->Write(i);
+  const KWorkLimits& limits = WorkLimitsOf(*env_);
+  for (uint32_t i = 0; i < count && !limits.OutputFull(*env_->archive); ++i) env_->writers.section->Write(i);
   return ClosePage();
 }
 
@@ -33,6 +35,7 @@ Status KPagesBase::StartNewPage(bool continueSection) {
   const Status closed = ClosePage();
   if (failed(closed)) return closed;
   ++pageIndex_;
+  WorkLimitsOf(*env_).AddPage();
   env_->archive->Open(pagePath(env_->filesDir, pageIndex_).c_str());
   StartPage();
   return continueSection ? env_->writers.section->ContinueSection() : Status::kOk;
@@ -59,12 +62,11 @@ Status KPagesBase::ClosePage() {
   return Status::kOk;
 }
 
-/// The contents of the notes whose anchors stand on the page. The lists are taken out first, so that the
-/// environments of the contents do not each copy them.
+/// The contents of the notes whose anchors stand on the page.
 void KPagesBase::WritePendingNotes() {
-  const auto annotations = std::exchange(env_->pendingAnnotations, {});
-  const auto footnotes = std::exchange(env_->pendingFootnotes, {});
-  const auto endnotes = std::exchange(env_->pendingEndnotes, {});
+  const auto annotations = std::exchange(env_->pendingAnnotations.numbers, {});
+  const auto footnotes = std::exchange(env_->pendingFootnotes.numbers, {});
+  const auto endnotes = std::exchange(env_->pendingEndnotes.numbers, {});
   for (const unsigned int note : annotations) KHtmlAnnotationWriter::WriteContent(note, env_);
   for (const unsigned int note : footnotes) KHtmlFootEndnoteWriter::WriteFootnoteContent(note, env_);
   for (const unsigned int note : endnotes) KHtmlFootEndnoteWriter::WriteEndnoteContent(note, env_);

@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
+#include "htmlwriter/work_limits.h"
 #include "wordreader/list_table.h"
 
 namespace pagerex {
@@ -10,6 +11,7 @@ namespace pagerex {
 Status KPapBase::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
+  limits_ = &WorkLimitsOf(*env);
   const Status tables = tableWriter_.Init(env);
   return failed(tables) ? tables : listWriter_.Init(env);
 }
@@ -46,6 +48,7 @@ void KPapBase::StartTitle() {
   if (!env_->navigation) return;
   const uint16_t istd = env_->pap.papx.GetParaIstd();
   env_->pap.collectingTitle = IsTitle(istd);
+  if (env_->pap.collectingTitle != 0 && !limits_->AddToNavigation()) env_->pap.collectingTitle = 0;
   if (env_->pap.collectingTitle == 0) return;
   env_->navigation->StartCollectTitle(env_->pap.papStart, istd);
   env_->navigation->WriteTitleAnchor(env_->pap.papStart, env_->archive);
@@ -58,6 +61,7 @@ Status KPapBase::EnterPap(unsigned int index) {
   if (range.start > range.end || range.start >= env_->streamEnd || env_->streamStart >= range.end) {
     return Status::kNothing;
   }
+  if (!limits_->Visit(env_->subDocType, 1) || limits_->OutputFull(*env_->archive)) return Status::kNothing;
   env_->pap.papStart = range.start;
   env_->pap.papEnd = range.end;
   env_->pap.papIndex = index;
@@ -137,29 +141,18 @@ Status KPapBase::SearchChp(const KDWRange& range, unsigned int& first, unsigned 
   return Status::kOk;
 }
 
+/// Where the runs ascend, those that end before the range need no look. A damaged table is walked, step by
+/// counted step.
 bool KPapBase::FindFirstChp(const KDWRange& range, unsigned int& first) {
   const KPropxTable& runs = *env_->plcfChp;
-  // Where the runs ascend, those that end before the range need no look; a damaged table is walked, but its
-  // walks may not add up to more than a document's worth of work.
-  constexpr uint64_t kMostWalks = 64;
   if (chpCursor_ >= runs.Count()) return false;
-  if (runs.ascends()) {
-    first = runs.FirstEndingFrom(range.start, chpCursor_);
-  } else {
-    first = chpCursor_;
-    const uint64_t budget = kMostWalks * (uint64_t{runs.Count()} + 1000);
-    while (first < runs.Count() && !HasIntersection(runs.Range(first), range)) {
-      if (++searchSteps_ > budget) return false;
-      ++first;
-    }
-  }
+  const bool ascends = runs.ascends();
+  first = ascends ? runs.FirstEndingFrom(range.start, chpCursor_) : chpCursor_;
   for (; first < runs.Count(); ++first) {
     const KDWRange run = runs.Range(first);
-    if (!HasIntersection(run, range)) {
-      if (runs.ascends()) return false;
-      continue;
-    }
-    if (range.start != run.end || runs.Range(first + 1).start != range.start) return true;
+    const bool meets = HasIntersection(run, range);
+    if (meets && (range.start != run.end || runs.Range(first + 1).start != range.start)) return true;
+    if (ascends ? !meets : !limits_->Search(env_->subDocType)) return false;
   }
   return false;
 }

@@ -36,6 +36,7 @@ class KPapBase : public IPapWriter {
   virtual Status ChoosePage() { return Status::kOk; }
 
   KEnv* env_ = nullptr;
+  KWorkLimits* limits_ = nullptr;
 
  private:
   void StartTitle();
@@ -46,7 +47,6 @@ class KPapBase : public IPapWriter {
   bool hasList_ = false;  ///< the paragraph's direct properties hold both a list number and a level
   KHtmlTableWriter tableWriter_;
   uint32_t chpCursor_ = 0;
-  uint64_t searchSteps_ = 0;
   KHtmlListLevelWriter listWriter_;
 };
 

@@ -1,6 +1,7 @@
 #include "htmlwriter/section_writer.h"
 
 #include "base/number_text.h"
+#include "htmlwriter/work_limits.h"
 
 namespace pagerex {
 
@@ -83,7 +84,8 @@ void KSectionBase::LoadSectionProps() {
   propIndex_ = sectionIndex_;
   prop_.Reset();
   const auto section = env_->plcfSed->Item(static_cast<uint32_t>(sectionIndex_), *env_->document);
-  if (!section.sprms.empty()) Sprms2ZeloSectionProp(KDWSprmList(section.sprms), &prop_);
+  if (section.sprms.empty() || !WorkLimitsOf(*env_).DecodeSection(section.sprms.size())) return;
+  Sprms2ZeloSectionProp(KDWSprmList(section.sprms), &prop_);
 }
 
 /// The child block is absolute and gives its parent no height: the page's script adds it when it has loaded.

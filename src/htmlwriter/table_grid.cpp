@@ -66,6 +66,7 @@ void KTableScan::Start(uint32_t paragraph) {
   start_ = end_ = paragraph;
   firstRow_ = 0;
   rows_.clear();
+  redone_ = KBudget(kSpareRedone);
   edges_.Clear();
   style_.Clear();
   std::fill(std::begin(deciders_), std::end(deciders_), kNoRow);
@@ -75,6 +76,7 @@ void KTableScan::CollectRow(uint32_t paragraph, ByteView sprms, int32_t leftMarg
   const uint32_t number = EndRow();
   NoteDeciders(ReadTableRow(KDWSprmList(sprms), leftMargin, scratch_, style_), number);
   rows_.emplace_back(paragraph, sprms, scratch_);
+  redone_.Add(kMostRedone * sprms.size());
   const KRowDefinition& definition = scratch_.definition;
   for (uint32_t i = 0; i <= definition.CellCount(); ++i) edges_.Add(definition.Edge(i), number);
 }
@@ -119,7 +121,9 @@ void KTableScan::RedoStyle(int32_t leftMargin) {
   const auto* end = std::unique(std::begin(rows), std::end(rows));
   style_.Clear();
   for (const uint32_t* row = rows; row != end && *row != kNoRow; ++row) {
-    if (*row >= firstRow_) ReadTableRow(rows_[*row].sprms(), leftMargin, scratch_, style_);
+    if (*row < firstRow_) continue;
+    const KDWSprmList sprms = rows_[*row].sprms();
+    if (redone_.Take(sprms.bytes().size())) ReadTableRow(sprms, leftMargin, scratch_, style_);
   }
 }
 

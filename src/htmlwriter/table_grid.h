@@ -7,6 +7,7 @@
 
 #include "base/byte_view.h"
 #include "htmlwriter/table_rows.h"
+#include "htmlwriter/work_limits.h"
 #include "wordreader/sprm_list.h"
 
 namespace pagerex {
@@ -97,7 +98,13 @@ class KTableScan {
 
   uint32_t start_ = 0;
   uint32_t end_ = 0;
+  /// Bytes of lists that may be read again for the tables that one scan serves: few rows decide the style,
+  /// but the tables may be many and those rows' lists long.
+  static constexpr uint64_t kMostRedone = 64;  ///< for each byte that was scanned
+  static constexpr uint64_t kSpareRedone = 1 << 16;
+
   uint32_t firstRow_ = 0;
+  KBudget redone_{kSpareRedone};
   std::vector<KTableRowSource> rows_;
   KColumnEdges edges_;
   TableStyle style_;

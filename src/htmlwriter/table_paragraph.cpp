@@ -69,6 +69,16 @@ TableParagraph lookAtList(ByteView sprms, HugeReference& reference) {
 
 }  // namespace
 
+KTableParagraphs::KTableParagraphs(const KDRDocument* document) : document_(document) {
+  // A list is walked a few times for each paragraph that uses it: when its table is scanned, and when it is
+  // written.
+  constexpr uint64_t kMostUses = 64;
+  constexpr uint64_t kSpareBytes = 1 << 20;
+  if (!document) return;
+  const DsMemReadArchive& data = document->GetDocFile().getDataStrm();
+  uses_ = KBudget(kMostUses * (uint64_t{data.tell()} + data.bytesLeft()) + kSpareBytes);
+}
+
 TableParagraph KTableParagraphs::Look(ByteView sprms) {
   HugeReference reference;
   TableParagraph paragraph = lookAtList(sprms, reference);
@@ -80,11 +90,19 @@ TableParagraph KTableParagraphs::Look(ByteView sprms) {
 }
 
 const TableParagraph& KTableParagraphs::LookAtHuge(uint32_t offset) {
-  const auto [entry, isNew] = huge_.try_emplace(offset);
+  static const TableParagraph unreadable = [] {
+    TableParagraph paragraph;
+    paragraph.kind = TableParagraph::UNREADABLE;
+    return paragraph;
+  }();
+  const auto [entry, isNew] = huge_.try_emplace(offset, unreadable);
   TableParagraph& paragraph = entry->second;
+  const ByteView list = isNew ? ReadHuge(offset) : paragraph.sprms;
+  // Whoever gets a row's list walks it.
+  if (!uses_.Take(list.size())) return unreadable;
   if (!isNew) return paragraph;
   HugeReference ignored;
-  paragraph = lookAtList(ReadHuge(offset), ignored);
+  paragraph = lookAtList(list, ignored);
   if (paragraph.kind == TableParagraph::INSIDE) {
     paragraph.inTable = 1;  // whatever the flag says in there
   } else {

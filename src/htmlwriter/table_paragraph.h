@@ -4,6 +4,7 @@
 #include <map>
 
 #include "base/byte_view.h"
+#include "htmlwriter/work_limits.h"
 #include "wordreader/document.h"
 #include "wordreader/merged_propx.h"
 #include "wordreader/sprm_list.h"
@@ -33,7 +34,7 @@ struct TableParagraph {
 /// "Data" stream: those lists are read into the document's allocator, each once.
 class KTableParagraphs {
  public:
-  explicit KTableParagraphs(const KDRDocument* document) : document_(document) {}
+  explicit KTableParagraphs(const KDRDocument* document);
 
   /// `sprms` is the paragraph's list, without its style index.
   TableParagraph Look(ByteView sprms);
@@ -45,6 +46,7 @@ class KTableParagraphs {
   const KDRDocument* document_;
   std::map<uint32_t, TableParagraph> huge_;  ///< by offset in the "Data" stream
   uint64_t bytesRead_ = 0;
+  KBudget uses_;        ///< bytes of lists that may be handed out
   ByteView wholeData_;  ///< the whole "Data" stream, once its lists prove to overlap
 };
 

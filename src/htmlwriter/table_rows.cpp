@@ -107,6 +107,14 @@ class RowSprms {
   std::array<ByteView, kCount> operands_;
 };
 
+/// Operands of a kind that are kept of a row, as each of its cells looks at all of them. A row has 63 cells
+/// with six borders each.
+constexpr size_t kMostRepeated = 1024;
+
+void keep(std::vector<ByteView>& operands, ByteView operand) {
+  if (operands.size() < kMostRepeated) operands.push_back(operand);
+}
+
 /// Sorts the list into `row` what is repeated, and the rest into the result.
 RowSprms sortSprms(const KDWSprmList& list, TABLE_ROW& row) {
   RowSprms sprms;
@@ -115,10 +123,10 @@ RowSprms sortSprms(const KDWSprmList& list, TABLE_ROW& row) {
   while (!failed(enumerator.Next(&sprm))) {
     switch (sprm.GetOpcode()) {
       case sprmTSetBrc:
-        row.setBrcEx.push_back(sprm.GetArgument());
+        keep(row.setBrcEx, sprm.GetArgument());
         break;
       case sprmTSetBrc80:
-        row.setBrc.push_back(sprm.GetArgument());
+        keep(row.setBrc, sprm.GetArgument());
         break;
       case sprmTCellPaddingDefault:
         MergedPadding(row.padding, sprm);

@@ -8,6 +8,7 @@
 #include "htmlwriter/env.h"
 #include "htmlwriter/table_grid.h"
 #include "htmlwriter/table_paragraph.h"
+#include "htmlwriter/work_limits.h"
 
 namespace pagerex {
 
@@ -42,7 +43,7 @@ template <class Visit>
 uint32_t KTableScans::Walk(const KEnv& env, uint32_t paragraph, uint32_t depth, Visit&& visit) {
   for (; paragraph < env.plcfPap->Count(); ++paragraph) {
     const KDRMergePropx* propx = env.plcfPap->Data(paragraph);
-    if (propx->fkp().empty()) break;
+    if (propx->fkp().empty() || (env.workLimits && !env.workLimits->LookAhead())) break;
     const TableParagraph properties = paragraphs_.Look(SprmsOfParagraph(*propx));
     if (properties.kind == TableParagraph::OUTSIDE) break;
     if (properties.kind == TableParagraph::UNREADABLE) continue;

@@ -3,12 +3,14 @@
 #include <utility>
 
 #include "htmlwriter/cell_format_css.h"
+#include "htmlwriter/work_limits.h"
 
 namespace pagerex {
 
 Status KHtmlTableWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
+  limits_ = &WorkLimitsOf(*env);
   if (!env->tableScans || env->tableScans->document() != env->document) {
     env->tableScans = std::make_shared<KTableScans>(env->document);
   }
@@ -22,7 +24,7 @@ Status KHtmlTableWriter::Write() {
     while (depth_ > 0) EndTable();
     return Status::kOk;
   }
-  while (depth_ < paragraph.depth) StartTable(env_->pap.papIndex);
+  while (depth_ < paragraph.depth && limits_->OpenTable()) StartTable(env_->pap.papIndex);
   while (depth_ > paragraph.depth) EndTable();
   if (rowEnd_) {
     EndTR();
@@ -150,7 +152,7 @@ Status KHtmlTableWriter::StartTD() {
 /// Empty cells up to `column`. Within a row one too few, since there `nextColumn` is the first free one
 /// itself.
 void KHtmlTableWriter::WriteFillerCells(int32_t column) {
-  for (int32_t gap = column - tableStack_.back().nextColumn - 1; gap > 0; --gap) {
+  for (int32_t gap = column - tableStack_.back().nextColumn - 1; gap > 0 && limits_->FillCell(); --gap) {
     env_->archive->BeginElement("td");
     env_->archive->EndElement("td");
   }

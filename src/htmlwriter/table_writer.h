@@ -64,6 +64,7 @@ class KHtmlTableWriter {
 
   std::vector<TABLE_CACHE> tableStack_;  ///< innermost last
   KEnv* env_ = nullptr;
+  KWorkLimits* limits_ = nullptr;
   uint32_t depth_ = 0;  ///< tables open
   bool rowEnd_ = false;
   bool innerCellEnd_ = false;

@@ -1,5 +1,6 @@
 #include "drawing/drawing.h"
 #include "htmlwriter/output_path.h"
+#include "htmlwriter/work_limits.h"
 #include "objectwriter/doc_object_writer.h"
 #include "objectwriter/image_file.h"
 #include "objectwriter/object_attr.h"
@@ -75,8 +76,9 @@ Status KDocHtmlObjectWriter::WriteImage(ByteView uid, const StoredImage& image, 
   std::string path;
   const Status status = GetImageName(uid, name, path, objectAttr::GetImageExt(image.type));
   if (status == kKnownImage) return Status::kOk;
-  if (status == Status::kOk) WriteImageFile(image, path.c_str());
-  return status;
+  if (status != Status::kOk) return status;
+  if (!limits() || limits()->WritePicture(MostImageBytes(image))) WriteImageFile(image, path.c_str());
+  return Status::kOk;
 }
 
 Status KDocHtmlObjectWriter::GetImageName(ByteView uid, std::string& name, std::string& path,

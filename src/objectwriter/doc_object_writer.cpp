@@ -2,6 +2,7 @@
 
 #include "drawing/unit_switch.h"
 #include "htmlwriter/story_writer.h"
+#include "htmlwriter/work_limits.h"
 #include "objectwriter/attribute_text.h"
 #include "objectwriter/object_attr.h"
 #include "wordreader/document.h"
@@ -55,6 +56,19 @@ const ShapeLookup& KDocHtmlObjectWriter::lookup() {
   return *lookup_;
 }
 
+pagerex::KWorkLimits* KDocHtmlObjectWriter::limits() const {
+  return docEnv()->env ? docEnv()->env->workLimits.get() : nullptr;
+}
+
+/// What a shape costs grows with its properties, whether or not they come out.
+bool KDocHtmlObjectWriter::MayWrite(const MsoROShape& shape) {
+  constexpr uint64_t kShape = 128;
+  pagerex::KWorkLimits* const most = limits();
+  if (!most) return true;
+  const uint64_t cost = kShape + shape.GetProperties().GetSize() / 2;
+  return most->WriteShape(cost) && !most->OutputFull(*archive());
+}
+
 /// The wrapping element does not pair up with the comments, nor always with itself: readers of these pages
 /// rely on where its tags stand.
 Status KDocHtmlObjectWriter::WriteObject(unsigned int cp, bool pageBreakFollows) {
@@ -100,6 +114,7 @@ Status KDocHtmlObjectWriter::WriteEmbedShape(unsigned int cp) {
 }
 
 Status KDocHtmlObjectWriter::WriteObject(const MsoROShape& shape, bool wrapInside) {
+  if (!MayWrite(shape)) return Status::kNothing;
   const PropertyMap map(shape);
   if (!shape.IsGroupShape()) return WriteShape(shape, wrapInside);
   const GroupLevel level(groupDepth_);

@@ -7,6 +7,10 @@
 #include "objectwriter/repeat_limit.h"
 #include "objectwriter/shape_lookup.h"
 
+namespace pagerex {
+class KWorkLimits;
+}
+
 namespace ObjectWriter {
 
 /// Writes the shapes and pictures of a Word document into its pages, each as VML in a conditional comment and
@@ -24,6 +28,7 @@ class KDocHtmlObjectWriter : public KHtmlObjectWriter {
 
   Status GetShapePos(const MsoROShape& shape, std::string& style) override;
   Status WriteShapePos_NV(const MsoROShape& shape) override;
+  bool MayWrite(const MsoROShape& shape) override;
   bool HasTextBox(const MsoROShape& shape) override;
   Status WriteDiv(const MsoROShape& shape) override;
   Status WriteImage(PID property, int index, std::string& name) override;
@@ -43,6 +48,8 @@ class KDocHtmlObjectWriter : public KHtmlObjectWriter {
   Status WriteEmbedImage(PID property, std::string& name);
 
   KDocHtmlEnv* docEnv() const { return static_cast<KDocHtmlEnv*>(env_); }
+  /// Null if none are set.
+  pagerex::KWorkLimits* limits() const;
   const ShapeLookup& lookup();
   int ZIndexOf(const MsoROShape& shape) const;
 

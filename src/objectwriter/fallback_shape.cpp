@@ -27,6 +27,7 @@ Status KHtmlObjectWriter::WriteObject_NV(const MsoROShape& shape) {
 
 Status KHtmlObjectWriter::WriteObject_NV(tagRECT& rect, const MsoROShape& shape) {
   if (!shape.Good()) return Status::kOk;
+  if (!MayWrite(shape)) return Status::kNothing;
   const PropertyMap map(shape);
   if (!shape.IsGroupShape()) {
     parentBounds_ = rect;

@@ -3,7 +3,6 @@
 #include <zlib.h>
 
 #include <cstring>
-#include <new>
 
 #include "base/stdio_archive.h"
 #include "drawing/shape_geometry.h"
@@ -46,11 +45,12 @@ static_assert(sizeof(PlaceableHeader) == 22);
 
 constexpr uint8_t kWmfTrailer[8] = {0x00, 0x03, 0x04, 0x11};
 
-void putDibHeader(DsWriteArchive& file, ByteView data) {
+/// `start` is the beginning of the picture's `size` bytes.
+void putDibHeader(DsWriteArchive& file, ByteView start, size_t size) {
   constexpr uint32_t kHeaders = sizeof(BitmapFileHeader) + 40;
   BitmapFileHeader header;
-  const auto info = data.copyOf<tagBITMAPINFOHEADER>(0);
-  header.fileSize = static_cast<uint32_t>(data.size() + sizeof(header));
+  const auto info = start.copyOf<tagBITMAPINFOHEADER>(0);
+  header.fileSize = static_cast<uint32_t>(size + sizeof(header));
   header.pixelOffset = kHeaders + 4 * static_cast<uint32_t>(object::DIBNumColors(&info));
   file.put(&header, sizeof(header));
 }
@@ -65,36 +65,110 @@ void putWmfHeader(DsWriteArchive& file) {
   file.put(&header, sizeof(header));
 }
 
-Status writeFile(ByteView data, unsigned char type, const char* path) {
-  DsWriteArchive file;
+/// A picture's file, which is written part by part.
+class PictureFile {
+ public:
+  /// `size` counts the bytes of all parts.
+  PictureFile(unsigned char type, size_t size) : type_(type), size_(size) {}
+
+  bool open(const char* path) { return file_.open(path); }
+  void put(ByteView part) {
+    if (!begun_) putHeader(part);
+    begun_ = true;
+    file_.put(part.data(), static_cast<unsigned int>(part.size()));
+  }
+  void finish() {
+    if (!begun_) putHeader({});
+    if (type_ == kWmf) file_.put(kWmfTrailer, sizeof(kWmfTrailer));
+  }
+
+ private:
+  void putHeader(ByteView start) {
+    if (type_ == kDib) putDibHeader(file_, start, size_);
+    if (type_ == kWmf) putWmfHeader(file_);
+  }
+
+  const unsigned char type_;
+  const size_t size_;
+  bool begun_ = false;
+  DsWriteArchive file_;
+};
+
+Status writeStored(const StoredImage& image, const char* path) {
+  PictureFile file(image.type, image.data.size());
   if (!file.open(path)) return Status::kCannotCreate;
-  if (type == kDib) putDibHeader(file, data);
-  if (type == kWmf) putWmfHeader(file);
-  file.put(data.data(), static_cast<unsigned int>(data.size()));
-  if (type == kWmf) file.put(kWmfTrailer, sizeof(kWmfTrailer));
+  file.put(image.data);
+  file.finish();
   return Status::kOk;
+}
+
+Status writeInflated(const StoredImage& image, const char* path) {
+  PictureFile file(image.type, image.rawSize);
+  if (!file.open(path)) return Status::kCannotCreate;
+  const Status status =
+      _XZlibDecompressInline(image.data, image.rawSize, [&file](ByteView part) { file.put(part); });
+  if (status == Status::kOk) file.finish();
+  return status;
+}
+
+/// A deflated stream that is being read.
+class Inflater {
+ public:
+  explicit Inflater(ByteView source) {
+    stream_.next_in = const_cast<Bytef*>(source.data());
+    stream_.avail_in = static_cast<uInt>(source.size());
+    good_ = inflateInit(&stream_) == Z_OK;
+  }
+  Inflater(const Inflater&) = delete;
+  Inflater& operator=(const Inflater&) = delete;
+  ~Inflater() { inflateEnd(&stream_); }
+
+  /// The next part; empty at the end and for damaged data.
+  ByteView next() {
+    if (!good_ || ended_) return {};
+    stream_.next_out = part_;
+    stream_.avail_out = sizeof(part_);
+    const int code = inflate(&stream_, Z_NO_FLUSH);
+    ended_ = code == Z_STREAM_END;
+    good_ = ended_ || code == Z_OK;
+    return good_ ? ByteView(part_, sizeof(part_) - stream_.avail_out) : ByteView();
+  }
+  bool reachedEnd() const { return ended_; }
+
+ private:
+  z_stream stream_{};
+  bool good_ = false;
+  bool ended_ = false;
+  uint8_t part_[1 << 14];
+};
+
+bool canInflate(ByteView source, uint32_t rawSize) {
+  return rawSize <= kLargestRaw && rawSize <= source.size() * uint64_t{kLargestRatio};
 }
 
 }  // namespace
 
-Status _XZlibDecompressInline(ByteView source, uint32_t rawSize, std::unique_ptr<uint8_t[]>& out) {
-  if (rawSize > kLargestRaw || rawSize > source.size() * uint64_t{kLargestRatio}) return Status::kFailure;
-  std::unique_ptr<uint8_t[]> raw(new (std::nothrow) uint8_t[rawSize]);
-  if (!raw) return Status::kOutOfMemory;
-  uLongf length = rawSize;
-  const int code = uncompress(raw.get(), &length, source.data(), static_cast<uLong>(source.size()));
-  if (length != rawSize) return Status::kFailure;
-  if (code == Z_OK) out = std::move(raw);
-  return static_cast<Status>(code);
+Status _XZlibDecompressInline(ByteView source, uint32_t rawSize, const TakePart& take) {
+  if (!canInflate(source, rawSize)) return Status::kFailure;
+  Inflater inflater(source);
+  uint64_t length = 0;
+  for (ByteView part = inflater.next(); !part.empty(); part = inflater.next()) {
+    length += part.size();
+    if (length > rawSize) return Status::kFailure;
+    take(part);
+  }
+  return inflater.reachedEnd() && length == rawSize ? Status::kOk : Status::kFailure;
+}
+
+uint64_t MostImageBytes(const StoredImage& image) {
+  const bool inflates = image.compressed && canInflate(image.data, image.rawSize);
+  return image.data.size() + uint64_t{inflates ? image.rawSize : 0};
 }
 
 Status WriteImageFile(const StoredImage& image, const char* path) {
   if (!image.data.data() || !path) return Status::kNothing;
-  std::unique_ptr<uint8_t[]> raw;
-  if (image.compressed && _XZlibDecompressInline(image.data, image.rawSize, raw) == Status::kOk) {
-    return writeFile(ByteView(raw.get(), image.rawSize), image.type, path);
-  }
-  return writeFile(image.data, image.type, path);
+  const Status status = image.compressed ? writeInflated(image, path) : Status::kFailure;
+  return status == Status::kFailure ? writeStored(image, path) : status;
 }
 
 }  // namespace ObjectWriter

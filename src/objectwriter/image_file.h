@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <functional>
 
 #include "base/byte_view.h"
 #include "base/status.h"
@@ -15,9 +15,16 @@ struct StoredImage {
   uint32_t rawSize = 0;     ///< bytes when inflated; counts only for a compressed picture
 };
 
-/// Inflates `source` to exactly `rawSize` bytes. kOutOfMemory; kFailure when another length comes out, and
-/// for a size that no data could have; else zlib's code.
-Status _XZlibDecompressInline(ByteView source, uint32_t rawSize, std::unique_ptr<uint8_t[]>& out);
+/// Takes a part of a picture.
+using TakePart = std::function<void(ByteView)>;
+
+/// Inflates `source` to exactly `rawSize` bytes, part by part, so that a picture takes no memory of its size.
+/// kFailure when another length comes out or the data are damaged, which may show only after some parts, and
+/// for a size that no data could have.
+Status _XZlibDecompressInline(ByteView source, uint32_t rawSize, const TakePart& take);
+
+/// Bytes that writing the picture's file can take, inflated and as stored.
+uint64_t MostImageBytes(const StoredImage& image);
 
 /// Writes a picture to the file `path`, inflated if it is compressed; what does not inflate is written as it
 /// is stored. Types 3 and 7 get the file header that a document leaves out. kCannotCreate when the file

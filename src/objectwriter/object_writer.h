@@ -86,6 +86,8 @@ class KHtmlObjectWriter : public KObjectWriter {
   virtual Status WriteImageProp(const MsoROShape& shape, PID blip, PID name, PID flags);
 
   // --- What the kind of document decides ---
+  /// Asked before each shape and group: false when no more are to be written.
+  virtual bool MayWrite(const MsoROShape&) { return true; }
   virtual bool HasTextBox(const MsoROShape&) { return false; }
   /// The text of a text box.
   virtual Status WriteDiv(const MsoROShape&) { return Status::kOk; }

@@ -6,7 +6,7 @@ namespace {
 
 constexpr int kEmptyChain[] = {-2};
 /// Steps beyond twice the table, so that small files may be damaged at will.
-constexpr size_t kSpareSteps = size_t{1} << 20;
+constexpr size_t kSpareSteps = size_t{1} << 18;
 
 }  // namespace
 

@@ -9,12 +9,12 @@ namespace {
 
 using AtnPositions = KDRPlcf<mso_word::ATRD, mso_word::FCLCB_ANNOTATION_REFS>;
 
-constexpr size_t kAddressableUsers = 1 << 15;  // what the signed index of a reference can reach
+constexpr size_t kMostUsers = 4096;  // a reference could reach eight times as many, but each takes 160 bytes
 constexpr size_t kTagInExtra = 2;              // place of a range's tag in the extra data of its name
 
 /// The table of authors: names as a length, a byte that is skipped, and 16-bit characters.
 void readUsers(ByteView names, std::vector<UserInfo>& users) {
-  for (size_t at = 0; at < names.size() && users.size() < kAddressableUsers;) {
+  for (size_t at = 0; at < names.size() && users.size() < kMostUsers;) {
     const size_t textBytes = names.u8(at) * size_t{2};
     const ByteView name = names.part(at + 2, textBytes);
     UserInfo& user = users.emplace_back();

@@ -9,6 +9,11 @@ namespace {
 constexpr unsigned int kExclusiveRead = 16;
 constexpr size_t kFirstSubDocLength = 3;  // place of the main text's length in rglw
 
+/// Tables of a sound file share no bytes. Those of a damaged one may all be the whole stream: together they
+/// get room for so many times the stream, and a little more for small ones.
+constexpr uint64_t kMostCopies = 4;
+constexpr uint64_t kSpareTableBytes = 1 << 16;
+
 /// Opens a stream of `storage` for `archive`, which then holds the only reference.
 Status attachStream(IStorage* storage, const wchar_t* name, DsMemReadArchive& archive) {
   IStream* stream = nullptr;
@@ -75,6 +80,7 @@ const mso_word::FIB_HEADER& KDRTableStrm::ReadHeader(DsMemReadArchive& word) {
 
 Status KDRTableStrm::init(IStream* table, DsMemReadArchive& word, ChainAllocator& allocator) {
   table_.attach(table);
+  bytesLeft_ = kMostCopies * bytes() + kSpareTableBytes;
   ReadCounts(word, allocator);
   if (failed(ReadPairs(word, allocator))) {
     close();
@@ -114,7 +120,9 @@ Status KDRTableStrm::getRecord(KDRTableRecord* out, uint32_t index, ChainAllocat
   const Status status = getRecInfo(index, &out->place);
   if (status != Status::kOk) return status;
   table_.seek(static_cast<long>(out->place.fc), STREAM_SEEK_SET);
+  if (std::min(out->place.lcb, table_.bytesLeft()) > bytesLeft_) return Status::kNothing;
   out->bytes = ReadBytes(table_, out->place.lcb, allocator);
+  bytesLeft_ -= out->bytes.size();
   return out->bytes.size() == out->place.lcb ? Status::kOk : Status::kNothing;
 }
 

@@ -65,8 +65,10 @@ class KDRTableStrm : public KDRFib {
   /// arrived. Throws an int if `record.fc` lies outside the stream.
   Status getRecord(const mso_word::FCLCB& record, void* buffer) const;
   /// Reads the table `index` into `allocator`. On a short read kNothing: the view is cut, so that what is
-  /// missing reads as zero.
+  /// missing reads as zero. kNothing, and no bytes, for a table that overlaps others too often.
   Status getRecord(KDRTableRecord* out, uint32_t index, ChainAllocator& allocator) const;
+  /// Bytes that the stream holds.
+  uint64_t bytes() const { return uint64_t{table_.tell()} + table_.bytesLeft(); }
   /// Bytes that can be read from `position` on at most. Throws an int if it lies outside the stream.
   uint32_t bytesLeftAt(uint32_t position) const;
 
@@ -74,6 +76,7 @@ class KDRTableStrm : public KDRFib {
   Status ReadPairs(DsMemReadArchive& word, ChainAllocator& allocator);
 
   mutable DsMemReadArchive table_;
+  mutable uint64_t bytesLeft_ = 0;  ///< that may still be read into tables
   uint16_t cfclcb_ = 0;
   ByteView rgfclcb_;
 };

@@ -45,6 +45,14 @@ void KDRDocument::Close() {
   docFile_.close();
 }
 
+uint64_t KDRDocument::GetStreamBytes() const {
+  const auto bytesOf = [](const DsMemReadArchive& stream) {
+    return uint64_t{stream.tell()} + stream.bytesLeft();
+  };
+  return bytesOf(docFile_.getWordDocumentStrm()) + docFile_.getTableStrm().bytes() +
+         bytesOf(docFile_.getDataStrm());
+}
+
 Status KDRDocument::GetRecInfo(uint32_t fibIndex, mso_word::FCLCB* out) const {
   return docFile_.getTableStrm().getRecInfo(fibIndex, out);
 }

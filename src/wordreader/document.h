@@ -60,6 +60,8 @@ class KDRDocument : public KDRClx {
 
   ChainAllocator& GetAllocator() const { return allocator_; }
   const KDRDocFile& GetDocFile() const { return docFile_; }
+  /// Bytes that the document's three streams hold together: what limits are measured by. 0 once closed.
+  uint64_t GetStreamBytes() const;
 
   /// Where a table lies: kOk, or kNothing if it is absent or empty.
   Status GetRecInfo(uint32_t fibIndex, mso_word::FCLCB* out) const;

@@ -1,5 +1,8 @@
 #include "wordreader/fields.h"
 
+#include <algorithm>
+#include <numeric>
+
 #include "wordreader/document.h"
 
 namespace {
@@ -38,8 +41,14 @@ Status KDRPlcffld::Read(const KDRDocument& document) {
 
 Status KDRFieldContext::Read(const KDRDocument& document) {
   const Status status = KDRPlcffld::Read(document);
-  ascending_ = true;
-  for (uint32_t i = 1; i < Count() && ascending_; ++i) ascending_ = Position(i - 1) <= Position(i);
+  bool ascending = true;
+  for (uint32_t i = 1; i < Count() && ascending; ++i) ascending = Position(i - 1) <= Position(i);
+  order_.clear();
+  if (ascending) return status;
+  order_.resize(Count());
+  std::iota(order_.begin(), order_.end(), 0u);
+  std::stable_sort(order_.begin(), order_.end(),
+                   [this](uint32_t a, uint32_t b) { return Position(a) < Position(b); });
   return status;
 }
 
@@ -48,24 +57,14 @@ KDRField KDRFieldContext::Item(unsigned int i) const {
 }
 
 uint32_t KDRFieldContext::Find(uint32_t cp) const {
-  uint32_t i = 0;
-  if (ascending_) {
-    i = FirstFrom(cp);
-  } else {
-    while (i < Count() && Position(i) != cp) ++i;
-  }
-  return i < Count() && Position(i) == cp ? i : Count();
-}
-
-uint32_t KDRFieldContext::FirstFrom(uint32_t cp) const {
   uint32_t low = 0;
   for (uint32_t high = Count(); low < high;) {
     const uint32_t middle = low + (high - low) / 2;
-    if (Position(middle) < cp) {
+    if (Position(Sorted(middle)) < cp) {
       low = middle + 1;
     } else {
       high = middle;
     }
   }
-  return low;
+  return low < Count() && Position(Sorted(low)) == cp ? Sorted(low) : Count();
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "base/status.h"
 #include "wordreader/plcf.h"
@@ -29,14 +30,14 @@ class KDRFieldContext : public KDRPlcffld {
   bool Good() const { return Count() > 0; }
   KDRField Item(unsigned int i) const;
   uint32_t GetCP(unsigned int i) const { return Position(i); }
-  /// Index of the first mark at `cp`, or `Count()`; a search where the positions ascend.
+  /// Index of the first mark at `cp`, or `Count()`.
   uint32_t Find(uint32_t cp) const;
 
  private:
-  /// Index of the first mark at or behind `cp`, where the positions ascend.
-  uint32_t FirstFrom(uint32_t cp) const;
+  /// The n-th mark in the order of the positions.
+  uint32_t Sorted(uint32_t n) const { return order_.empty() ? n : order_[n]; }
 
-  bool ascending_ = true;  ///< the positions ascend, as they do unless the document is damaged
+  std::vector<uint32_t> order_;  ///< only of a damaged document, whose positions do not ascend
 };
 
 /// The field contexts of all sub-documents; a sub-document without fields has an empty one.

@@ -1,10 +1,15 @@
 #include "wordreader/list_table.h"
 
+#include <algorithm>
+
 #include "wordreader/document.h"
 
 namespace {
 
 constexpr uint8_t kSimpleList = 1;  // flag of a definition with one level
+/// Characters of a number text that are kept. Its placeholders are told by bytes, so that the last that can
+/// be told stands here; each paragraph of the level writes the text.
+constexpr uint16_t kLongestText = 255;
 
 bool CanRead(const KDRDocument& document, uint64_t position, uint32_t size) {
   return position <= UINT32_MAX &&
@@ -117,15 +122,17 @@ Status KDRListLevel::ReadRecord(const KDRDocument& document, uint64_t& cursor) {
   cursor = textLengthAt + sizeof(textLength_);
 
   if (textLength_ != 0) {
+    const uint32_t declaredSize = uint32_t{textLength_} * sizeof(uint16_t);
+    if (!CanRead(document, cursor, declaredSize)) return Status::kFailure;
+    textLength_ = std::min(textLength_, kLongestText);
     const uint32_t size = uint32_t{textLength_} * sizeof(uint16_t);
-    if (!CanRead(document, cursor, size)) return Status::kFailure;
     void* memory = document.GetAllocator().AllocAligned(size + sizeof(uint16_t), alignof(uint16_t));
     auto* text = static_cast<uint16_t*>(memory);
     status = ReadAt(document, cursor, text, size);
     if (failed(status)) return status;
     text[textLength_] = 0;
     text_ = text;
-    cursor += size;
+    cursor += declaredSize;
   }
   good_ = true;
   return Status::kOk;

@@ -30,8 +30,8 @@ class KDRListLevel {
   /// Nine 1-based positions of level numbers in the number text.
   const uint8_t* GetrgbxchNums() const { return record_.rgbxchNums; }
   uint16_t GetStartAt() const { return static_cast<uint16_t>(record_.startAt); }
-  /// The number text with a terminating zero, null if it is empty; a character below 9 stands for a level's
-  /// number where `GetrgbxchNums` says so.
+  /// The number text, cut to 255 characters, with a terminating zero, null if it is empty; a character below
+  /// 9 stands for a level's number where `GetrgbxchNums` says so.
   const uint16_t* GetXst() const { return text_; }
   uint16_t GetXstLen() const { return textLength_; }
 
@@ -42,7 +42,7 @@ class KDRListLevel {
  private:
   mso_word::LVLF record_{};
   bool good_ = false;
-  uint16_t textLength_ = 0;  ///< characters
+  uint16_t textLength_ = 0;  ///< characters that are kept
   const uint16_t* text_ = nullptr;
   uint64_t groups_ = 0;  ///< position of the paragraph group; the character group follows it
   mutable const KDRPropx* papx_ = nullptr;

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <deque>
+#include <numeric>
+#include <vector>
 
 #include "base/byte_view.h"
 #include "wordreader/plcf.h"
@@ -56,8 +59,12 @@ class KDWPlcfNormal {
   uint32_t FirstEndingFrom(uint32_t position, uint32_t from) const;
 
  private:
+  /// The start of entry i, or the highest start up to there in a damaged table, where only these ascend.
+  uint32_t HighestStart(uint32_t i) const { return sorted_ ? positions_[i] : highestStarts_[i]; }
+
   std::deque<uint32_t> positions_{0xFFFFFFFFu};  // deques: a vector that grows holds all twice
   std::deque<T> records_;
+  mutable std::vector<uint32_t> highestStarts_;  ///< of a damaged table, made when first needed
   bool sorted_ = true;
 };
 
@@ -65,15 +72,17 @@ using KPropxTable = KDWPlcfNormal<KDRMergePropx>;
 
 template <class T>
 uint32_t KDWPlcfNormal<T>::FirstFrom(uint32_t position) const {
-  uint32_t low = 0;
-  if (!sorted_) {
-    while (low < Count() && positions_[low] < position) ++low;
-    return low;
+  // The first start that does not lie in front of `position` is where the highest one so far no longer does.
+  if (!sorted_ && highestStarts_.size() != records_.size()) {
+    highestStarts_.resize(records_.size());
+    std::partial_sum(positions_.begin(), positions_.end() - 1, highestStarts_.begin(),
+                     [](uint32_t a, uint32_t b) { return std::max(a, b); });
   }
+  uint32_t low = 0;
   uint32_t high = Count();
   while (low < high) {
     const uint32_t middle = low + (high - low) / 2;
-    if (positions_[middle] < position) {
+    if (HighestStart(middle) < position) {
       low = middle + 1;
     } else {
       high = middle;

@@ -8,8 +8,10 @@
 
 namespace {
 
-constexpr uint32_t kBlock = 4096;          // characters that are read at a time
-constexpr uint32_t kSmallestFkpEntry = 5;  // bytes: a stream offset and a word offset
+constexpr uint32_t kBlock = 4096;  // characters that are read at a time
+/// Bytes of an entry of a page: a stream offset and what follows for it.
+constexpr uint32_t kRunEntry = 4 + sizeof(unsigned char);
+constexpr uint32_t kParagraphEntry = 4 + sizeof(mso_word::FKP_BX);
 
 /// Bytes that are there, whatever the file claims.
 uint64_t sizeOf(DsMemReadArchive& stream) {
@@ -30,8 +32,9 @@ Status _KDRScanner::Scan() {
   const KDRPlcf<mso_word::PCD, 0>& pieces = document_.GetPlcfpcd();
   // In a sound document no two entries share their bytes, and a piece meets an entry of its own for each of
   // its paragraphs and runs, and one more of each at either end.
-  stepsLeft_ =
-      streamBytes_ / kSmallestFkpEntry + 6 * (uint64_t{pieces.PresentCount()} + mso_word::kSubDocCount);
+  const uint64_t edges = 3 * (uint64_t{pieces.PresentCount()} + mso_word::kSubDocCount);
+  paragraphsLeft_ = streamBytes_ / kParagraphEntry + edges;
+  runsLeft_ = streamBytes_ / kRunEntry + edges;
 
   papx_.Read(document_);
   chpx_.Read(document_);
@@ -50,6 +53,7 @@ Status _KDRScanner::Scan() {
 
 Status _KDRScanner::_ScanPiece(_PieceWrapper& piece, uint32_t n) {
   const Status status = ScanPiece(piece, piece.Front(n, subDoc_.GetTotal()));
+  if (failed(status) && overLimit_) FinishTables();
   piece.SplitPiece(n);
   subDoc_.ReduceHandCount(n);
   return status;
@@ -73,7 +77,8 @@ Status _KDRScanner::ScanTextPool(const _PieceEx& ex, KTextPool& pool) {
   ReadText(ex.wide, n, pool);
   // The final paragraph mark of every sub-document but the main text is no part of its text.
   if (!InMainText() && EndsSubDoc(ex)) pool.pop_back();
-  return n == length ? Status::kOk : Status::kFailure;
+  overLimit_ = n < length;
+  return overLimit_ ? Status::kFailure : Status::kOk;
 }
 
 void _KDRScanner::ReadText(bool wide, uint32_t n, KTextPool& pool) {
@@ -115,7 +120,7 @@ Status _KDRScanner::ScanParagraphs(const _PieceEx& ex, const _PieceWrapper& piec
   const auto end = papx_.End();
   for (auto entry = papx_.UpperBound(static_cast<uint32_t>(ex.fcBegin)); entry <= end; ++entry) {
     const auto [range, sprms] = papx_.Item(entry);
-    if (range.end <= range.start || !TakeStep()) return Status::kFailure;
+    if (range.end <= range.start || !Take(paragraphsLeft_)) return Status::kFailure;
     // The paragraph goes on in a later piece.
     if (range.end > ex.fcEnd && !endsSubDoc) break;
     // It goes on in the last mark, which is dropped.
@@ -143,7 +148,7 @@ Status _KDRScanner::ScanRuns(const _PieceEx& ex, const _PieceWrapper& piece) {
   for (auto entry = chpx_.UpperBound(static_cast<uint32_t>(ex.fcBegin)); entry <= end; ++entry) {
     const auto [range, sprms] = chpx_.Item(entry);
     if (range.end <= range.start || range.start >= ex.fcEnd) break;
-    if (!TakeStep()) return Status::kFailure;
+    if (!Take(runsLeft_)) return Status::kFailure;
     const uint32_t position = ex.PositionAt(range.start);
     if (position == cpLast_) continue;
     if (!Enter(Current().plcfChp, position, sprms, piece.Sprms().character)) return Status::kFailure;
@@ -155,14 +160,22 @@ Status _KDRScanner::ScanRuns(const _PieceEx& ex, const _PieceWrapper& piece) {
 // Entries
 
 bool _KDRScanner::Enter(KPropxTable& table, uint32_t position, ByteView fkp, ByteView piece) {
-  if (!sprms_.Keep(&fkp)) return false;
+  overLimit_ = !sprms_.Keep(&fkp);
+  if (overLimit_) return false;
   table.NewItem(position, {static_cast<uint16_t>(fkp.size()), static_cast<uint16_t>(piece.size()),
                            fkp.empty() ? nullptr : fkp.data(), piece.empty() ? nullptr : piece.data()});
   return true;
 }
 
-bool _KDRScanner::TakeStep() {
-  if (stepsLeft_ == 0) return false;
-  --stepsLeft_;
+bool _KDRScanner::Take(uint64_t& left) {
+  overLimit_ = left == 0;
+  if (overLimit_) return false;
+  --left;
   return true;
+}
+
+/// The last paragraph and the last run reach to the end of the text, so that all that was read comes out.
+void _KDRScanner::FinishTables() {
+  Current().plcfPap.Finalize(Current().textPool.size());
+  Current().plcfChp.Finalize(Current().textPool.size());
 }

@@ -39,7 +39,8 @@ class _KDRScanner {
   bool InMainText() const { return subDoc_.GetType() == mso_word::SUBDOC_MAIN; }
   bool EndsSubDoc(const _PieceEx& ex) const { return ex.GetCPEnd() == subDoc_.GetSubDocLen(); }
   /// False when more entries were met than a sound document can have.
-  bool TakeStep();
+  bool Take(uint64_t& left);
+  void FinishTables();
   /// Makes an entry. False when there are more lists than a sound document can have.
   bool Enter(KPropxTable& table, uint32_t position, ByteView fkp, ByteView piece);
 
@@ -54,5 +55,7 @@ class _KDRScanner {
   uint32_t cpPapPre_ = 0;          ///< where the next paragraph begins
   uint32_t cpLast_ = kNoPosition;  ///< where the last run was entered
   uint64_t charactersLeft_;        ///< that the stream can hold, whatever the pieces claim
-  uint64_t stepsLeft_ = 0;         ///< entries that sound pages and pieces can need
+  uint64_t paragraphsLeft_ = 0;    ///< entries that sound pages and pieces can need
+  uint64_t runsLeft_ = 0;
+  bool overLimit_ = false;  ///< one of these is used up
 };

@@ -137,14 +137,19 @@ TEST(ImageFile, TellsWhenItCannotBeOpened) {
 TEST(Inflate, TellsWhatWentWrong) {
   const Bytes stored = deflated(Bytes(5000, 0x41));
   const ByteView source(stored.data(), stored.size());
-  std::unique_ptr<uint8_t[]> out;
-  EXPECT_EQ(ObjectWriter::_XZlibDecompressInline(source, 5000, out), Status::kOk);
-  EXPECT_EQ(out[4999], 0x41);
-  EXPECT_EQ(ObjectWriter::_XZlibDecompressInline(source, 5001, out), Status::kFailure);
-  EXPECT_EQ(ObjectWriter::_XZlibDecompressInline(source, (64u << 20) + 1, out), Status::kFailure);
-  EXPECT_EQ(
-      ObjectWriter::_XZlibDecompressInline(source, static_cast<uint32_t>(stored.size() * 1100 + 1), out),
-      Status::kFailure);
+  Bytes out;
+  const auto inflate = [&](size_t size) {
+    out.clear();
+    return ObjectWriter::_XZlibDecompressInline(source, static_cast<uint32_t>(size), [&](ByteView part) {
+      out.insert(out.end(), part.data(), part.data() + part.size());
+    });
+  };
+  EXPECT_EQ(inflate(5000), Status::kOk);
+  EXPECT_EQ(out, Bytes(5000, 0x41));
+  EXPECT_EQ(inflate(4999), Status::kFailure);
+  EXPECT_EQ(inflate(5001), Status::kFailure);
+  EXPECT_EQ(inflate((64u << 20) + 1), Status::kFailure);
+  EXPECT_EQ(inflate(stored.size() * 1100 + 1), Status::kFailure);
 }
 
 }  // namespace
