@@ -45,9 +45,10 @@ class ByteView {
     return value;
   }
 
-  /// The part that begins at `offset`, at most `length` bytes; shortened or empty where the bytes end.
+  /// The part that begins at `offset`, at most `length` bytes; shortened where the bytes end. At their very end
+  /// it is empty but there (`data` is not null), beyond it there is none.
   ByteView part(size_t offset, size_t length = SIZE_MAX) const {
-    if (offset >= size_) return {};
+    if (offset > size_) return {};
     const size_t left = size_ - offset;
     return ByteView(data_ + offset, length < left ? length : left);
   }

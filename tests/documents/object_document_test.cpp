@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/byte_view.h"
 #include "documents/converted.h"
 #include "support/drawing_writer.h"
 
@@ -84,6 +85,76 @@ TEST(ObjectDocument, EachViewShowsItsObjects) {
   EXPECT_FALSE(shows(withPicture(), "preview"));
 }
 
+/// What reaches the page of a shape, a picture and an OLE object in each view.
+TEST(ObjectDocument, EachViewHasItsObjects) {
+  const struct {
+    std::string view;
+    size_t shapes, pictures;
+  } rows[] = {{"normal", 1, 1}, {"phone", 0, 1}, {"preview", 0, 0}, {"mulpages", 1, 1}};
+  for (const auto& row : rows) {
+    WordDocument document = withPicture();
+    const support::Sprms ole = pictureRun(document, Inline{.shape = Shape(75, 3000)});
+    document.paragraph().special(8).special(1, support::Sprms(ole).add({sprm(kOle2, 1)}));
+    Drawing().shape(4, Shape(1, 2000), {.rect = kBox}).addTo(document);
+    const Converted converted(document, {"view=" + row.view, "pagesize=1000"});
+    const std::string page = row.view == "preview" ? converted.main() : converted.page();
+    EXPECT_EQ(countOf(page, "<div id=\"2000\""), row.shapes) << row.view;
+    EXPECT_EQ(countOf(page, "<div id=\"1025\""), row.pictures) << row.view;
+    EXPECT_EQ(countOf(page, "id=\"3000\""), 0u) << row.view;
+  }
+}
+
+TEST(ObjectDocument, PictureMarkWithoutPictureWritesNothing) {
+  WordDocument document;
+  document.paragraph().run("a").special(1).run("b");
+  EXPECT_EQ(Converted(document).text(), p(span("a") + span("b")));
+}
+
+TEST(ObjectDocument, ObjectMarkWithoutAnchorWritesNothing) {
+  WordDocument document;
+  document.paragraph().run("a").special(8).run("b");
+  EXPECT_EQ(Converted(document).text(), p(span("a") + span("b")));
+}
+
+TEST(ObjectDocument, ObjectMarkOfAShapeThatIsNotThereWritesNothing) {
+  WordDocument document;
+  document.paragraph().run("a").special(8).run("b");
+  Drawing().shape(Shape(1)).anchor(1, 77).addTo(document);
+  EXPECT_EQ(Converted(document).text(), p(span("a") + span("b")));
+}
+
+/// The anchors are those of the main text, whichever text the object's character stands in.
+TEST(ObjectDocument, ObjectInANoteIsTheOneAtItsPositionInTheMainText) {
+  WordDocument document;
+  document.paragraph("main text").footnote([](support::Story& story) { story.paragraph().special(8); });
+  // The note's own text begins with its reference mark.
+  Drawing().shape(0, Shape(1, 2000)).shape(1, Shape(1, 2001)).shape(2, Shape(1, 2002)).addTo(document);
+  const std::string page = Converted(document).page();
+  EXPECT_EQ(countOf(page, "<div id=\"20"), 1u) << page;
+}
+
+TEST(ObjectDocument, HeadersAreNotWritten) {
+  WordDocument document = withShape(Shape(1));
+  document.story(mso_word::SUBDOC_HEADER).paragraph().special(8).run("header");
+  const std::string page = Converted(document).page();
+  EXPECT_EQ(countOf(page, "<![if !vml]>"), 1u);
+  EXPECT_FALSE(has(page, "header"));
+}
+
+/// In a drawing with the label 1 stand the shapes of the headers.
+TEST(ObjectDocument, ShapeOfTheHeaderDrawingIsNotFound) {
+  WordDocument document;
+  document.paragraph().run("a").special(8).run("b");
+  Drawing().shape(1, Shape(1)).addTo(document);
+  const uint8_t mainLabel = 0;
+  document.editTable(mso_word::FCLCB_DRAWINGS, [mainLabel](Bytes& table) {
+    const size_t groupEnd = 8 + ByteView(table.data(), table.size()).u32(4);
+    ASSERT_EQ(table[groupEnd], mainLabel);
+    table[groupEnd] = 1;
+  });
+  EXPECT_EQ(Converted(document).text(), p(span("a") + span("b")));
+}
+
 TEST(ObjectDocument, HiddenRunsShowNone) {
   for (const char* view : {"view=normal", "view=mulpages", "view=phone"}) {
     const std::vector<std::string> options = {view, "pagesize=100"};
@@ -148,6 +219,26 @@ TEST(TextBoxDocument, TextStandsInBothForms) {
   EXPECT_TRUE(has(page, "padding:3.60pt 7.20pt 3.60pt 7.20pt;\"><div><p class=\"std0\""));
   EXPECT_EQ(countOf(page, ">Inside</span></p>\r\n</div>\r\n"), 2u);
   EXPECT_FALSE(has(page, "Other"));
+}
+
+/// A text box as a whole, both forms byte for byte.
+TEST(TextBoxDocument, IsWrittenAsAWhole) {
+  const std::string place =
+      "position:absolute;left:0;text-align:left;margin-left:0.00pt;margin-top:0.00pt;width:100.00pt;"
+      "height:50.00pt;z-index:1;";
+  const std::string text = "<div>" + p(span("Inside")) + "</div>\r\n";
+  EXPECT_EQ(Converted(withTextBoxes({"Inside"})).text(),
+            p("<!--[if gte vml 1]>\r\n<v:shape o:spt=\"202\" id=\"1025\" style=\"" + place +
+              "\" coordsize=\"21600,21600\">\r\n"
+              "<v:textbox inset=\"7.20pt,3.60pt,7.20pt,3.60pt\">\r\n" +
+              text +
+              "</v:textbox>\r\n<v:imagedata></v:imagedata>\r\n</v:shape><![endif]--><![if !vml]>\r\n"
+              "<div id=\"1025\" style=\"" +
+              place +
+              "background:#ffffff;border-color:#000000;border-style:solid;border-width:1.000000pt;"
+              "word-wrap:break-word;overflow:hidden;\">"
+              "<div style=\"position:relative;padding:3.60pt 7.20pt 3.60pt 7.20pt;\">" +
+              text + "</div></div><![endif]>" + span("main")));
 }
 
 TEST(TextBoxDocument, NumberTellsTheText) {

@@ -66,6 +66,57 @@ TEST(FallbackBox, OtherTypesHaveNoLook) {
   EXPECT_EQ(lookOf(Props().number(0x0181, 0xFF).flag(0x01FC, true), 2), "");
 }
 
+/// What each type shows of its look, its text and by script.
+TEST(FallbackBox, TypesHaveALookOfTheirOwn) {
+  for (uint16_t type = 0; type <= 202; ++type) {
+    const bool isBox = type == 1 || type == 202;
+    const Props props = Props().number(0x0181, 0xFF).flag(0x01FC, true);
+    const std::string look = isBox || type == 75 ? "background:#FF0000;" + kBorder : "";
+    const std::string text =
+        isBox ? "<div style=\"position:relative;padding:3.60pt 7.20pt 3.60pt 7.20pt;\"><div></div>\r\n</div>"
+              : "";
+    const std::string plain = plainOf(Shape(type).props(props).textBox(0));
+    EXPECT_NE(plain.find("z-index:1;" + look + "word-wrap:break-word;overflow:hidden;\">"), std::string::npos)
+        << type;
+    EXPECT_EQ(plain.find("<div style=") != std::string::npos, isBox) << type;
+    EXPECT_NE(plain.find(text + "</div>"), std::string::npos) << type;
+    EXPECT_EQ(plain.find("drawEllipse(") != std::string::npos, type == 3) << type;
+    EXPECT_EQ(plain.find("drawLine(") != std::string::npos, type == 20) << type;
+  }
+}
+
+/// Every type has its place, its size and its images.
+TEST(FallbackBox, TypesHaveTheirImages) {
+  for (const uint16_t type : {0, 1, 2, 3, 20, 75, 136, 201, 202}) {
+    support::drawing::Drawing drawing;
+    drawing.blip(support::drawing::Blip{});
+    drawing.shape(0, Shape(type).props(Props().number(0x4104, 1)), {.rect = kBox});
+    ObjectPage page(drawing);
+    const std::string markup = page.written([](auto& writer) { writer.WriteObject(0, false); });
+    EXPECT_NE(markup.find("<img style=\"position:absolute;\" width=\"192px\" height=\"96px\""
+                          " src=\"image001.png\"></img>"),
+              std::string::npos)
+        << type;
+  }
+}
+
+TEST(FallbackBox, BehindTheTextHasTheOrderMinusOne) {
+  const Shape behind = Shape(75).props(Props().flag(0x03BA, true));
+  EXPECT_NE(plainOf(behind, {.rect = kBox, .wrap = 3}).find("z-index:-1;"), std::string::npos);
+  EXPECT_NE(plainOf(behind, {.rect = kBox, .wrap = 5}).find("z-index:1;"), std::string::npos);
+}
+
+TEST(FallbackBox, RotationTurnsTheBoxButIsNotTold) {
+  EXPECT_NE(plainOf(Shape(75).props(Props().fixed(0x0004, 90)))
+                .find("margin-left:108.00pt;margin-top:0.00pt;width:72.00pt;height:144.00pt;z-index:1;\">"),
+            std::string::npos);
+}
+
+TEST(FallbackBox, NegativeOpacityIsWritten) {
+  EXPECT_EQ(lookOf(Props().number(0x0182, 0xFFFF0000), 1),
+            "background:#ffffff;MozOpacity:-1.00;Opacity:-1.00;" + kBorder);
+}
+
 TEST(FallbackBox, SystemColoursAreDefaults) {
   EXPECT_EQ(lookOf(Props().number(0x0181, 0x08000040).number(0x01C0, 0x08000041), 1),
             "background:#ffffff;" + kBorder);

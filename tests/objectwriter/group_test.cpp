@@ -84,6 +84,44 @@ TEST(Group, SpaceWithoutSizeHasTheScaleZero) {
   EXPECT_FALSE(has(markup, "inf"));
 }
 
+TEST(Group, SpaceThatIsFlatOnOneSideKeepsTheOtherScale) {
+  const std::string markup =
+      objectOf(Shape(0, 10).group({0, 0, 0, 100}, {Shape(201, 11).at({10, 20, 40, 60})}));
+  EXPECT_TRUE(has(markup, "margin-left:0.00pt;margin-top:10.00pt;width:0.00pt;height:20.00pt;z-index:1;"));
+}
+
+/// The largest numbers that a file holds come out as numbers.
+TEST(Group, LargestSpacesAndPlacesAreNumbers) {
+  const int32_t least = -2147483647 - 1, most = 2147483647;
+  for (const Rect& space :
+       {Rect{0, 0, 1, 1}, Rect{least, least, most, most}, Rect{most, most, least, least}}) {
+    ObjectPage page(Shape(0, 10).group(space, {Shape(3, 11).at({least, least, most, most}),
+                                               Shape(20, 12).at({most, least, least, most})}),
+                    {.rect = {least, most, most, least}});
+    const std::string markup = page.written([](auto& writer) { writer.WriteObject(0, false); });
+    EXPECT_FALSE(has(markup, "nan"));
+    EXPECT_FALSE(has(markup, "inf"));
+  }
+}
+
+TEST(Group, RotatedChildHasItsBoxTurnedInTheSpaceOfTheGroup) {
+  const Shape child = Shape(201, 11).at({10, 20, 50, 40}).props(Props().fixed(0x0004, 90));
+  const std::string markup = objectOf(Shape(0, 10).group({0, 0, 100, 50}, {child}));
+  // 40 by 20 about 30, 30: 20 by 40 at 20, 10.
+  EXPECT_TRUE(has(markup, "margin-left:20.00pt;margin-top:10.00pt;width:20.00pt;height:40.00pt;z-index:1;"));
+}
+
+TEST(Group, RotatedGroupIsTurnedAndItsChildrenScaleWithIt) {
+  const Shape group = Shape(0, 10)
+                          .props(Props().fixed(0x0004, 90))
+                          .group({0, 0, 50, 100}, {Shape(201, 11).at({0, 0, 50, 100})});
+  const std::string markup = objectOf(group);
+  // 100 by 50 about 60, 45: 50 by 100 at 35, -5.
+  EXPECT_TRUE(
+      has(markup, "margin-left:35.00pt;margin-top:-5.00pt;width:50.00pt;height:100.00pt;rotation:90;"));
+  EXPECT_TRUE(has(markup, "margin-left:0.00pt;margin-top:0.00pt;width:50.00pt;height:100.00pt;z-index:1;"));
+}
+
 TEST(Group, ChildWithoutAnchorHasAnEmptyBox) {
   const std::string markup = objectOf(Shape(0, 10).group({0, 0, 10, 10}, {Shape(1, 11).flags(2)}));
   EXPECT_TRUE(has(markup, "margin-left:0.00;margin-top:0.00;width:0.00;height:0.00;"));
@@ -127,6 +165,7 @@ TEST(Group, NestingDeeperThan64IsDropped) {
     return objectOf(shape);
   };
   EXPECT_TRUE(has(nested(64), "id=\"999\""));
+  EXPECT_FALSE(has(nested(65), "id=\"999\""));
   EXPECT_FALSE(has(nested(66), "id=\"999\""));
 }
 

@@ -188,6 +188,16 @@ TEST(Picture, DeflatedMetafileThatIsCorruptStaysDeflated) {
   EXPECT_EQ(page.folder().read("image001.wmf"), "emf");
 }
 
+TEST(Picture, WithoutBytesIsAnEmptyFile) {
+  Pictures pictures;
+  pictures.drawing.blip(Blip{.data = {}});
+  pictures.frame(1);
+  ObjectPage page(pictures.drawing);
+  EXPECT_EQ(sourcesOf(page, 1), "image001.png ");
+  EXPECT_TRUE(page.folder().exists("image001.png"));
+  EXPECT_EQ(page.folder().read("image001.png"), "");
+}
+
 TEST(Picture, NameStaysWhenTheFileCannotBeWritten) {
   Pictures pictures;
   pictures.drawing.blip(Blip{});
@@ -235,6 +245,30 @@ TEST(InlinePicture, IsWrittenTwice) {
             "z-index:0;\"><img style=\"position:absolute;\" width=\"96px\" height=\"48px\""
             " src=\"image001.png\"></img></div><![endif]>");
   EXPECT_EQ(page.folder().read("image001.png"), "\x07\x08\x09");
+}
+
+TEST(InlinePicture, HasNoPositionAndNoMarginsButItsImageIsAbsolute) {
+  Inline picture;
+  picture.shape = Shape(75).props(Props().number(kBlip, 1));
+  picture.blips = {Blip{}};
+  const std::string markup = inlineOf(picture);
+  EXPECT_EQ(markup.find("margin"), std::string::npos);
+  size_t positions = 0;
+  for (size_t at = 0; (at = markup.find("position:", at)) != std::string::npos; ++at) ++positions;
+  EXPECT_EQ(positions, 1u);
+  EXPECT_NE(markup.find("<img style=\"position:absolute;\""), std::string::npos);
+}
+
+TEST(InlinePicture, MetafileIsInflated) {
+  Inline picture;
+  picture.shape = Shape(75).props(Props().number(kBlip, 1));
+  // "stored" deflated by zlib without compression.
+  const Bytes deflated = {0x78, 0x01, 0x01, 6,   0,    0xF9, 0xFF, 's', 't',
+                          'o',  'r',  'e',  'd', 0x09, 0x3C, 0x02, 0x92};
+  picture.blips = {Blip{.type = 2, .data = deflated, .rawSize = 6, .compression = 0}};
+  ObjectPage page(withInline(picture));
+  page.written([](auto& writer) { writer.WriteEmbedShape(0); });
+  EXPECT_EQ(page.folder().read("image001.wmf"), "stored");
 }
 
 TEST(InlinePicture, IsScaled) {

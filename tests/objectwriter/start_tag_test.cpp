@@ -233,6 +233,54 @@ TEST(ShapeLink, UnknownAbsoluteAddressIsEmpty) {
             std::string::npos);
 }
 
+/// Each kind of address, by the attributes that it gives.
+TEST(ShapeLink, KindsOfAddresses) {
+  const Bytes urlMoniker = {0xE0, 0xC9, 0xEA, 0x79, 0xF9, 0xBA, 0xCE, 0x11,
+                            0x8C, 0x82, 0x00, 0xAA, 0x00, 0x4B, 0xA9, 0x0B};
+  const Bytes fileMoniker = {0x03, 0x03, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                             0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46};
+  const Bytes narrow = ByteWriter().u16(0).u32(8).text8("a/b.doc").u8(0).zeros(24).u32(0).take();
+  const Bytes wide =
+      ByteWriter().u16(0).u32(2).text8("a").u8(0).zeros(24).u32(8).u32(2).u16(3).text16(u"\u4E2D").take();
+  const Bytes measured = ByteWriter().u32(14).text16(u"a/b.doc").take();
+  const Bytes counted = ByteWriter().u32(7).text16(u"a/b.doc").take();
+  const struct {
+    uint32_t flags;
+    Bytes moniker, address;
+    const char* attributes;
+  } rows[] = {
+      {0x08, {}, ByteWriter().u32(3).text16(u"top").take(), R"( href="#top")"},
+      {0x00, {}, {}, R"( href="#")"},
+      {0x01, fileMoniker, narrow, R"( href="../a/b.doc")"},
+      {0x01, fileMoniker, wide, " href=\"../\xE4\xB8\xAD\""},
+      {0x01, urlMoniker, measured, R"( href="../a/b.doc")"},
+      {0x03, fileMoniker, narrow, R"( href="a/b.doc")"},
+      {0x03, fileMoniker, wide, " href=\"\xE4\xB8\xAD\""},
+      {0x101, {}, counted, R"( href="a/b.doc")"},
+      {0x103, {}, counted, R"( href="a/b.doc")"},
+      {0x03, urlMoniker, measured, R"( target="_parent" href="a/b.doc")"},
+      {0x03, Bytes(16, 7), measured, R"( href="")"},
+  };
+  for (const auto& row : rows) {
+    const Bytes link = ByteWriter().zeros(20).u32(row.flags).bytes(row.moniker).bytes(row.address).take();
+    const std::string tag = startTagOf(Props().complex(0x0382, link));
+    EXPECT_NE(tag.find(" id=\"1025\"" + std::string(row.attributes) + " style="), std::string::npos)
+        << row.flags << tag;
+  }
+}
+
+TEST(ShapeLink, StandsOnTheGroupToo) {
+  const Bytes link = ByteWriter().zeros(20).u32(0x08).u32(1).text16(u"x").take();
+  const Shape group = Shape(0).props(Props().complex(0x0382, link)).group({0, 0, 1, 1}, {});
+  EXPECT_NE(objectOf(group).find("<v:group id=\"1025\" href=\"#x\" style="), std::string::npos);
+}
+
+TEST(ShapeLink, FallbackHasNone) {
+  const Bytes link = ByteWriter().zeros(20).u32(0x08).u32(1).text16(u"x").take();
+  const std::string object = objectOf(Shape(1).props(Props().complex(0x0382, link)));
+  EXPECT_EQ(object.find("href", object.find("<![if !vml]>")), std::string::npos);
+}
+
 TEST(ShapeLink, NeedsTheProperty) {
   EXPECT_EQ(startTagOf(Props()).find("href"), std::string::npos);
   EXPECT_EQ(startTagOf(Props().complex(0x0382, {})).find("href"), std::string::npos);

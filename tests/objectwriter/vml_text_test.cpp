@@ -82,6 +82,14 @@ TEST(VmlTextBox, NeedsARecord) {
   EXPECT_EQ(writtenFor(Props().number(0x0087, 1), &KHtmlObjectWriter::WriteTextBoxProp, 202), "");
 }
 
+/// Even if it is empty and the last of the shape.
+TEST(VmlTextBox, AnyRecordIsATextBox) {
+  const Shape shape = Shape(202).extra(support::drawing::record(0xF00D, 0, 0, {}));
+  ObjectPage page(shape);
+  EXPECT_EQ(page.written([&](auto& writer) { writer.WriteTextBoxProp(page.shape()); }),
+            textBox(R"( inset="7.20pt,3.60pt,7.20pt,3.60pt")"));
+}
+
 TEST(VmlTextBox, InsetHasDefaults) {
   EXPECT_EQ(textBoxOf(Props()), textBox(R"( inset="7.20pt,3.60pt,7.20pt,3.60pt")"));
 }
