@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include "base/byte_view.h"
 #include "base/chain_allocator.h"
 #include "drawing/escher_records.h"
+#include "drawing/stream_pieces.h"
 #include "storage/byte_archives.h"
 
 namespace mso_escher {
@@ -51,51 +54,35 @@ struct _FBSE {
   static constexpr size_t kBlip = 36;  ///< the embedded blip, whether or not the entry has a name
 };
 
-/// The pictures of the drawings. Those that lie in the delay stream ("WordDocument") are read on demand.
+/// The pictures of the drawings. Each is decoded when it is first asked for; those that lie in the delay
+/// stream ("WordDocument") are read only then.
 class MsoROBlipStore {
  public:
+  /// Takes the entries of a blip store container.
   void Init(const MsoRORecInfo& container, ChainAllocator& allocator);
 
   unsigned int GetCount() const { return static_cast<unsigned int>(entries_.size()); }
   /// Body of entry i, zero-based; empty outside the store.
-  ByteView GetFBSE(unsigned int i) const;
+  ByteView GetFBSE(unsigned int i) const { return i < GetCount() ? entries_[i].fbse : ByteView(); }
   /// The picture that is embedded in entry i; null if there is none or if it cannot be decoded.
   const MsoROBlip* GetBlipNoDelayStrm(unsigned int i) const;
   /// The picture that entry i keeps in the delay stream; null if it cannot be read.
   const MsoROBlip* GetBlipWithDelayStrm(unsigned int i, DsMemReadArchive* archive) const;
 
  private:
+  struct Entry {
+    ByteView fbse;
+    const MsoROBlip* blip = nullptr;  ///< once it was asked for
+  };
+
   const MsoROBlip* __GetBlip(ByteView fbse, const MsoRORecInfo& record) const;
   const MsoROBlip* __GetDelayBlip(ByteView fbse, DsMemReadArchive& archive) const;
+  ByteView DelayRecord(uint32_t offset, DsMemReadArchive& archive) const;
 
-  std::vector<ByteView> entries_;
-  mutable std::vector<const MsoROBlip*> blips_;  ///< those that were asked for
-  mutable uint64_t delayBytes_ = 0;              ///< read from the delay stream so far
+  mutable std::vector<Entry> entries_;
+  mutable std::optional<StreamPieces> delayed_;
+  mutable std::unordered_map<uint32_t, ByteView> delayRecords_;  ///< those that were read, by their offsets
   ChainAllocator* allocator_ = nullptr;
 };
 
 }  // namespace mso_escher
-
-/// A picture behind an inline shape.
-struct KDRBseImage {
-  ByteView blipRecord;      ///< from the header of the blip's record on
-  ByteView uid;             ///< from its first identity on
-  ByteView metafileHeader;  ///< empty for a bitmap
-  ByteView data;            ///< the image
-};
-
-/// The blip list that trails an inline shape: store entries with their headers, back to back.
-class KDRBseTable {
- public:
-  void Init(ByteView buffer);
-  unsigned int Count() const { return static_cast<unsigned int>(images_.size()); }
-  /// The bytes from record i on; empty outside the table. Records behind the first are looked for further on
-  /// than `Init` found them: readers of the output rely on what comes of it.
-  ByteView Item(unsigned int i) const;
-  /// Image i; null outside the table.
-  const KDRBseImage* ImageItem(unsigned int i) const { return i < images_.size() ? &images_[i] : nullptr; }
-
- private:
-  ByteView buffer_;
-  std::vector<KDRBseImage> images_;
-};

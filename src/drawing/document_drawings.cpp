@@ -17,22 +17,37 @@ const KShapeAnchors& _KDRShpPos::GetShpPos(mso_word::SUBDOC_TYPE type) const {
   return type == mso_word::SUBDOC_HEADER ? headers_ : kNone;
 }
 
+namespace {
+
+/// A document is not lost for its drawings: a table that lies outside its stream, which throws, counts as
+/// absent. Asked for again, it is what was read of it.
+template <class T>
+const T& Tolerant(const KDRPtr<T>& table, const KDRDocument& document) {
+  try {
+    return table.ref(document);
+  } catch (int) {
+    return table.ref(document);
+  }
+}
+
+}  // namespace
+
 const mso_escher::MsoRODrawingGroup& KDRDocument::GetDrawingGroup() const {
-  return drawings_.ref(*this).GetDrawingGroup();
+  return Tolerant(drawings_, *this).GetDrawingGroup();
 }
 
 const mso_escher::MsoRODrawing& KDRDocument::GetDrawing(unsigned int i) const {
-  return drawings_.ref(*this).GetDrawing(i);
+  return Tolerant(drawings_, *this).GetDrawing(i);
 }
 
 const KDREmbedShapes& KDRDocument::GetEmbedShapes() const {
-  return embedShapes_.ref(*this);
+  return Tolerant(embedShapes_, *this);
 }
 
 const KShapeAnchors& KDRDocument::GetShapePositions(mso_word::SUBDOC_TYPE type) const {
-  return shapePositions_.ref(*this).GetShpPos(type);
+  return Tolerant(shapePositions_, *this).GetShpPos(type);
 }
 
 const KTextBoxes& KDRDocument::GetTxbxTxt() const {
-  return textBoxes_.ref(*this);
+  return Tolerant(textBoxes_, *this);
 }

@@ -2,16 +2,10 @@
 
 #include <algorithm>
 
-#include "wordreader/doc_file.h"
 #include "wordreader/document.h"
 #include "wordreader/sprm_list.h"
 
 namespace {
-
-constexpr uint16_t kSprmCFData = 0x0806;
-constexpr uint16_t kSprmCPicLocation = 0x6A03;
-constexpr uint16_t kPictureMark = 1;
-constexpr size_t kRecordHeader = 8;
 
 constexpr mso_word::SUBDOC_TYPE kOrder[] = {
     mso_word::SUBDOC_MAIN,           mso_word::SUBDOC_HEADER,     mso_word::SUBDOC_TEXTBOX,
@@ -19,31 +13,40 @@ constexpr mso_word::SUBDOC_TYPE kOrder[] = {
     mso_word::SUBDOC_ENDNOTE,
 };
 
-/// Up to `size` bytes, as many as there are.
-ByteView read(DsMemReadArchive& stream, uint64_t size, ChainAllocator& allocator) {
-  const auto fits = static_cast<unsigned int>(std::min<uint64_t>(size, stream.bytesLeft()));
-  if (fits == 0) return {};
-  void* bytes = allocator.Alloc(fits);
-  return ByteView(bytes, stream.get(bytes, fits));
+/// Where a run's properties say that its picture lies. A run with sprmCFData is a form field.
+std::optional<uint32_t> PictureOffset(ByteView properties) {
+  constexpr uint16_t kSprmCFData = 0x0806;
+  constexpr uint16_t kSprmCPicLocation = 0x6A03;
+  std::optional<uint32_t> offset;
+  if (properties.size() <= 2) return offset;
+  const KDWSprmList sprms(properties);
+  KDWSprm sprm;
+  for (KDWSprmList::Enumerator walk(sprms); walk.Next(&sprm) == Status::kOk;) {
+    if (sprm.GetOpcode() == kSprmCFData) return {};
+    if (sprm.GetOpcode() == kSprmCPicLocation && !offset) offset = sprm.GetArgument().u32(0);
+  }
+  return offset;
 }
 
 /// Runs of a sound document share no characters. Those of a damaged one may each be the whole text: a story
 /// is searched so many times.
 constexpr uint64_t kMostSearches = 8;
 
-/// The position of the picture's character in a run; the end of the run if it has none. `charactersLeft`
-/// counts down what may still be looked at.
-uint32_t findMark(const KTextPool& pool, const KDWRange& range, uint64_t& charactersLeft) {
-  for (uint32_t cp = range.start; cp < range.end && cp < pool.size() && charactersLeft > 0;) {
+/// The first place in a range of the character that stands for a picture. `charactersLeft` counts down what
+/// may still be looked at.
+std::optional<uint32_t> FindMark(const KTextPool& text, const KDWRange& range, uint64_t& charactersLeft) {
+  constexpr unsigned short kMark = 1;
+  const uint32_t end = std::min(range.end, text.size());
+  for (uint32_t cp = range.start; cp < end && charactersLeft > 0;) {
     uint32_t n = 0;
-    const unsigned short* text = pool.run(cp, &n);
-    n = static_cast<uint32_t>(std::min<uint64_t>({n, range.end - cp, charactersLeft}));
+    const unsigned short* const page = text.run(cp, &n);
+    n = static_cast<uint32_t>(std::min<uint64_t>({n, end - cp, charactersLeft}));
     charactersLeft -= n;
-    const unsigned short* found = std::find(text, text + n, kPictureMark);
-    if (found != text + n) return cp + static_cast<uint32_t>(found - text);
+    const unsigned short* const found = std::find(page, page + n, kMark);
+    if (found != page + n) return cp + static_cast<uint32_t>(found - page);
     cp += n;
   }
-  return range.end;
+  return {};
 }
 
 }  // namespace
@@ -51,85 +54,77 @@ uint32_t findMark(const KTextPool& pool, const KDWRange& range, uint64_t& charac
 Status KDREmbedShapes::Read(const KDRDocument& document) {
   DsMemReadArchive& stream = document.GetDocFile().getDataStrm();
   if (!stream.good()) return Status::kNothing;
-  // Pictures of a sound file do not overlap: all of them together fit into the stream.
-  bytesLeft_ = stream.size();
+  data_.emplace(stream, document.GetAllocator());
+  Known known;
   Status status = Status::kOk;
-  for (const mso_word::SUBDOC_TYPE type : kOrder) {
-    const KPropxTable& runs = document.GetPlcfChp(type);
-    charactersLeft_ = kMostSearches * document.GetTextPool(type).size();
-    for (uint32_t i = 0; i < runs.Count(); ++i) {
-      const ByteView properties = runs.Data(i)->fkp();
-      if (properties.size() <= 2) continue;
-      const KDWSprmList sprms(properties);
-      KDWSprm location;
-      // A run with sprmCFData is a form field.
-      if (sprms.FindSprm(kSprmCFData, nullptr) == Status::kOk) continue;
-      if (sprms.FindSprm(kSprmCPicLocation, &location) != Status::kOk) continue;
-      uint32_t offset = 0;
-      location.GetSprmValue(&offset);
-      status =
-          AppendShape(offset, stream, document.GetTextPool(type), runs.Range(i), document.GetAllocator());
-    }
-  }
+  for (const mso_word::SUBDOC_TYPE type : kOrder) ReadSubDoc(document, type, known, status);
   return status;
 }
 
-Status KDREmbedShapes::AppendShape(uint32_t offset, DsMemReadArchive& stream, const KTextPool& pool,
-                                   const KDWRange& range, ChainAllocator& allocator) {
-  const uint32_t cp = findMark(pool, range, charactersLeft_);
-  if (cp == range.end) return Status::kNothing;
-  auto known = byOffset_.find(offset);
-  if (known == byOffset_.end()) {
-    KDREmbedShape shape;
-    if (bytesLeft_ == 0 || failed(shape.Init(stream, offset, cp, allocator))) return Status::kNothing;
-    const uint64_t used = stream.tell() > offset ? stream.tell() - offset : 0;
-    bytesLeft_ -= std::min<uint64_t>(bytesLeft_, std::max<uint64_t>(used, 1));
-    known = byOffset_.emplace(offset, shape).first;
+void KDREmbedShapes::ReadSubDoc(const KDRDocument& document, mso_word::SUBDOC_TYPE type, Known& known,
+                                Status& status) {
+  const KPropxTable& runs = document.GetPlcfChp(type);
+  const KTextPool& text = document.GetTextPool(type);
+  uint64_t charactersLeft = kMostSearches * text.size();
+  for (uint32_t i = 0; i < runs.Count(); ++i) {
+    const std::optional<uint32_t> offset = PictureOffset(runs.Data(i)->fkp());
+    if (!offset) continue;
+    const std::optional<uint32_t> cp = FindMark(text, runs.Range(i), charactersLeft);
+    status = cp ? AppendShape(*offset, *cp, known, document.GetAllocator()) : Status::kNothing;
   }
-  shapes_.push_back(known->second);
-  shapes_.back().cp = cp;
+}
+
+/// A picture is read once, however many runs name it.
+Status KDREmbedShapes::AppendShape(uint32_t offset, uint32_t cp, Known& known, ChainAllocator& allocator) {
+  const auto [place, isNew] = known.try_emplace(offset);
+  KDREmbedShape shape;
+  if (isNew) {
+    if (failed(shape.Init(*data_, offset, cp, allocator))) return Status::kNothing;
+    place->second = Count();
+  } else {
+    if (!place->second) return Status::kNothing;
+    shape = shapes_[*place->second];
+    shape.cp = cp;
+  }
+  shapes_.push_back(shape);
   return Status::kOk;
 }
 
-Status KDREmbedShape::Init(DsMemReadArchive& stream, uint32_t offset, uint32_t position,
-                           ChainAllocator& allocator) try {
+Status KDREmbedShape::Init(StreamPieces& pieces, uint32_t offset, uint32_t position,
+                           ChainAllocator& allocator) {
   constexpr int kShape = 100;
   constexpr int kNamedShape = 102;
   cp = position;
-  stream.seek(static_cast<long>(offset), 0);
-  picture = read(stream, PICF::kSize, allocator);
+  picture = pieces.Read(offset, PICF::kSize);
+  if (picture.empty()) return Status::kFailure;
   if (picture.size() < PICF::kSize) {
     picture = ByteView();
     return Status::kOk;
   }
-  const uint64_t length = picture.u32(PICF::kLength);
-  uint64_t remaining = length > PICF::kSize ? length - PICF::kSize : 0;
-  const auto take = [&](uint64_t size) { remaining -= std::min(remaining, size); };
-
+  uint64_t at = uint64_t{offset} + PICF::kSize;
   const int kind = picture.i16(PICF::kKind);
   if (kind == kNamedShape) {
-    nameLength = read(stream, 1, allocator).u8(0);
-    name = read(stream, nameLength, allocator);
-    take(1u + nameLength);
+    pieces.Peek(at, &nameLength, 1);
+    name = pieces.Read(at + 1, nameLength);
+    at += 1u + nameLength;
   } else if (kind != kShape) {
     return Status::kFailure;
   }
 
-  const ByteView header = read(stream, kRecordHeader, allocator);
-  take(kRecordHeader);
+  // The container's type is not looked at.
+  uint8_t header[8] = {};
+  pieces.Peek(at, header, sizeof(header));
+  const uint32_t bodySize = ByteView(header, sizeof(header)).u32(4);
   mso_escher::MsoRORecInfo container;
-  container.versionAndInstance = header.u16(0);
-  container.type = header.u16(2);
-  container.body = container.reach = read(stream, header.u32(4), allocator);
-  take(header.u32(4));
-  auto* made = New<mso_escher::MsoROShape>(allocator);
-  made->InitShape(container, allocator, 0);
-  shape = made;
+  container.body = container.reach = pieces.Read(at + sizeof(header), bodySize);
+  mso_escher::MsoROShape made;
+  made.InitShape(container, allocator, 0);
+  if (made.Good()) shape = New<mso_escher::MsoROShape>(allocator, made);
 
-  auto* table = New<KDRBseTable>(allocator);
-  table->Init(read(stream, remaining, allocator));
+  at += sizeof(header) + uint64_t{bodySize};
+  const uint64_t end = uint64_t{offset} + picture.u32(PICF::kLength);
+  auto* const table = New<KDRBseTable>(allocator);
+  table->Init(pieces, at, end > at ? end - at : 0);
   blips = table;
   return Status::kOk;
-} catch (int) {
-  return Status::kFailure;  // a seek outside the stream
 }

@@ -1,16 +1,16 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include "base/byte_view.h"
 #include "base/status.h"
-#include "drawing/blip_store.h"
+#include "drawing/bse_table.h"
 #include "drawing/shape.h"
-#include "storage/byte_archives.h"
-#include "wordreader/plcf.h"
-#include "wordreader/text_pool.h"
+#include "drawing/stream_pieces.h"
+#include "wordreader/mso_word.h"
 
 class KDRDocument;
 
@@ -31,27 +31,34 @@ struct KDREmbedShape {
   ByteView picture;  ///< the PICF; empty if it is cut, and then there is no shape
   uint8_t nameLength = 0;
   ByteView name;
-  const mso_escher::MsoROShape* shape = nullptr;
-  const KDRBseTable* blips = nullptr;
-  uint32_t cp = 0;  ///< position of the picture's character in its sub-document
+  const mso_escher::MsoROShape* shape = nullptr;  ///< good, or null
+  const KDRBseTable* blips = nullptr;  ///< the pictures themselves, which are read when they are asked for
+  uint32_t cp = 0;                     ///< position of the picture's character in its sub-document
 
-  /// Reads the picture at `offset` of the "Data" stream. kFailure for what is no picture.
-  Status Init(DsMemReadArchive& stream, uint32_t offset, uint32_t position, ChainAllocator& allocator);
+  /// Reads the picture at `offset` of the "Data" stream. `pieces` stays. kFailure for what is no picture.
+  Status Init(StreamPieces& pieces, uint32_t offset, uint32_t position, ChainAllocator& allocator);
 };
 
-/// The inline pictures of all sub-documents.
+/// The inline pictures of all sub-documents, in the order in which they are found: the main text, headers,
+/// text boxes, text boxes of headers, annotations, footnotes, endnotes.
 class KDREmbedShapes {
  public:
+  KDREmbedShapes() = default;
+  KDREmbedShapes(const KDREmbedShapes&) = delete;
+  KDREmbedShapes& operator=(const KDREmbedShapes&) = delete;
+
+  /// Looks through the runs of the document. The result tells of the last picture only.
   Status Read(const KDRDocument& document);
   uint32_t Count() const { return static_cast<uint32_t>(shapes_.size()); }
   const KDREmbedShape& Item(uint32_t i) const { return shapes_[i]; }
 
  private:
-  Status AppendShape(uint32_t offset, DsMemReadArchive& stream, const KTextPool& pool, const KDWRange& range,
-                     ChainAllocator& allocator);
+  /// The index of the picture at an offset, or that there is none.
+  using Known = std::unordered_map<uint32_t, std::optional<uint32_t>>;
+
+  void ReadSubDoc(const KDRDocument& document, mso_word::SUBDOC_TYPE type, Known& known, Status& status);
+  Status AppendShape(uint32_t offset, uint32_t cp, Known& known, ChainAllocator& allocator);
 
   std::vector<KDREmbedShape> shapes_;
-  std::map<uint32_t, KDREmbedShape> byOffset_;  ///< each picture is read once, however many runs name it
-  uint64_t bytesLeft_ = 0;                      ///< that may still be read
-  uint64_t charactersLeft_ = 0;                 ///< of the story that may still be searched
+  std::optional<StreamPieces> data_;
 };

@@ -28,7 +28,6 @@ enum RecordType : uint16_t {
   kClientAnchor = 0xF010,
   kClientData = 0xF011,
   kFirstBlip = 0xF018,
-  kLastBlip = 0xF117,
   kColourScheme = 0xF120,
   kUserOpt = 0xF122,
 };
@@ -41,7 +40,6 @@ struct MsoRORecInfo {
   ByteView reach;  ///< the body and all that was read behind it
 
   uint16_t instance() const { return versionAndInstance >> 4; }
-  bool isBlip() const { return type >= kFirstBlip && type <= kLastBlip; }
 };
 
 /// A cursor over records that lie one behind the other.
@@ -58,6 +56,8 @@ class MsoRORecords {
   unsigned int ReadBytes(unsigned char* out, unsigned int n);
 
  private:
+  void Skip(size_t n);
+
   ByteView left_;
   ByteView reach_;  ///< from where `left_` begins to the end of what was read
 };

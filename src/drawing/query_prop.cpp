@@ -1,5 +1,8 @@
 #include "drawing/query_prop.h"
 
+#include <cmath>
+#include <cstdint>
+
 namespace {
 
 using mso_escher::MsoROShapeOPT;
@@ -21,11 +24,18 @@ bool findBool(const MsoROShapeOPT* table, PID id, bool& value) {
   return table && table->FindBool(id, value) == Status::kOk;
 }
 
+/// Toward zero; what no int can hold, and what is no number, to the nearest end of its range or to 0.
+int truncated(float value) {
+  constexpr float kLimit = 2147483648.0f;
+  if (!(value > -kLimit)) return std::isnan(value) ? 0 : INT32_MIN;
+  return value < kLimit ? static_cast<int>(value) : INT32_MAX;
+}
+
 bool findInt(const MsoROShapeOPT* table, PID id, int& value, KQueryProp::Converter convert) {
   MsoROShapeProp property;
   if (!find(table, id, property)) return false;
   const int operand = static_cast<int>(property.operand);
-  value = convert ? static_cast<int>(convert(operand)) : operand;
+  value = convert ? truncated(convert(operand)) : operand;
   return true;
 }
 

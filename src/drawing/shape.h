@@ -11,8 +11,6 @@
 
 namespace mso_escher {
 
-class MsoROShape;
-
 /// Bits of a shape's flags word.
 enum ShapeFlags : uint32_t {
   kShapeIsGroup = 0x01,
@@ -26,23 +24,22 @@ struct _MsoROShape {
   uint32_t grf = 0;
   uint32_t id = 0;
   uint32_t type = 0;  ///< MSOSPT
-  ByteView anchor;    ///< body of the latest anchor record
-  ByteView textBox;   ///< body of the latest text box record
+  ByteView anchor;    ///< from the body of the latest anchor record on
+  ByteView textBox;   ///< from the body of the latest text box record on
   ByteView clientData;
   MsoROShapeOPT properties;
   MsoROShapeOPT userProperties;
   uint32_t zOrder = 0;  ///< place among its siblings
-  // Of a group:
-  std::vector<MsoROShape> children;
-  tagRECT groupBounds;  ///< the coordinate space of the children
 };
+
+struct _MsoROGroupShape;
 
 /// A handle on a read-only shape; copied freely, null by default. The document owns the shape.
 class MsoROShape {
  public:
   bool Good() const { return shape_ != nullptr; }
 
-  // The following need a good handle, except that the counts are 0 and the views empty without.
+  // Of a handle that is not good, all are 0 or empty; but the property tables need a good one.
   uint32_t GetGrfValue() const { return shape_ ? shape_->grf : 0; }
   bool IsGroupShape() const { return (GetGrfValue() & kShapeIsGroup) != 0; }
   bool IsChildShape() const { return (GetGrfValue() & kShapeIsChild) != 0; }
@@ -51,14 +48,15 @@ class MsoROShape {
   uint32_t GetShapeType() const { return shape_ ? shape_->type : 0; }
   MsoROShapeOPT& GetProperties() const { return shape_->properties; }
   MsoROShapeOPT& GetUDefProperties() const { return shape_->userProperties; }
-  void GetGroupCoordBounds(tagRECT& bounds) const { bounds = shape_ ? shape_->groupBounds : tagRECT(); }
+  /// The coordinate space of a group's children; zeros for a shape that is no group.
+  void GetGroupCoordBounds(tagRECT& bounds) const;
   /// The box of a child in its group's space; zeros without an anchor.
   void GetChildAnchor(tagRECT& anchor) const;
-  /// Body of the text box record: the text box's number in its high half.
+  /// From the body of the text box record on: the text box's number is the u16 at 2. Null without a record.
   ByteView GetTextBox() const { return shape_ ? shape_->textBox : ByteView(); }
   /// 0 for a shape that is no group.
   unsigned int GetChildCount() const;
-  /// A null handle outside the group.
+  /// Child i, which is not good if its records were bad. A null handle outside the group.
   MsoROShape GetChildShape(unsigned int i) const;
 
   /// Builds a shape of a shape container. The handle stays null if the container claims to be a group.
@@ -69,9 +67,15 @@ class MsoROShape {
                       unsigned int depth = 0);
 
  private:
-  static bool _HandleShape(const MsoRORecInfo& record, _MsoROShape& shape);
+  const _MsoROGroupShape* Group() const;
 
   _MsoROShape* shape_ = nullptr;
+};
+
+/// A shape with children: the shapes whose flags say so.
+struct _MsoROGroupShape : _MsoROShape {
+  std::vector<MsoROShape> children;
+  tagRECT coordinates;  ///< the space of the children
 };
 
 }  // namespace mso_escher

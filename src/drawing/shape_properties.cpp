@@ -8,7 +8,6 @@
 namespace mso_escher {
 namespace {
 
-constexpr size_t kPropertySize = 6;
 constexpr size_t kArrayHeader = 6;
 constexpr size_t kElementSizeAt = 4;
 
@@ -44,11 +43,9 @@ void MsoROShapeOPT::Init(const MsoRORecInfo& record) {
 
 Status MsoROShapeOPT::Enumerator::Next(MsoROShapeProp* property) {
   if (properties_.size() < kPropertySize) return Status::kNothing;
-  property->word = properties_.u16(0);
-  property->operand = properties_.u32(2);
-  property->data = property->reach = ByteView();
+  *property = {properties_.u16(0), properties_.u32(2), {}, {}};
   properties_ = properties_.part(kPropertySize);
-  if (!property->isComplex() || property->operand == 0) return Status::kOk;
+  if (!property->hasData()) return Status::kOk;
   if (isArray(property->id())) property->operand = arrayBytes(data_);
   property->data = data_.part(0, property->operand);
   property->reach = reach_;
@@ -58,19 +55,31 @@ Status MsoROShapeOPT::Enumerator::Next(MsoROShapeProp* property) {
 }
 
 Status MsoROShapeOPT::Find(PID id, MsoROShapeProp* property) const {
+  id &= MsoROShapeProp::kNumber;
   if (map_) {
-    const auto found = map_->find(id);
-    if (found == map_->end()) return Status::kNoProperty;
-    if (property) *property = found->second;
+    const auto found =
+        std::lower_bound(map_->begin(), map_->end(), id,
+                         [](const MsoROShapeProp& each, PID wanted) { return each.id() < wanted; });
+    if (found == map_->end() || found->id() != id) return Status::kNoProperty;
+    if (property) *property = *found;
     return Status::kOk;
   }
-  MsoROShapeProp each;
-  for (Enumerator walk(*this); walk.Next(&each) == Status::kOk;) {
-    if (each.id() != id) continue;
-    if (property) *property = each;
+  for (unsigned int i = 0; i < count_; ++i) {
+    if ((body_.u16(i * kPropertySize) & MsoROShapeProp::kNumber) != id) continue;
+    if (property) *property = PropertyAt(i);
     return Status::kOk;
   }
   return Status::kNoProperty;
+}
+
+/// Where the data of a complex property lies depends on that of those before it; others stand for themselves.
+MsoROShapeProp MsoROShapeOPT::PropertyAt(unsigned int i) const {
+  const size_t at = i * kPropertySize;
+  MsoROShapeProp property{body_.u16(at), body_.u32(at + 2), {}, {}};
+  if (!property.hasData()) return property;
+  Enumerator walk(*this);
+  for (unsigned int passed = 0; passed <= i; ++passed) walk.Next(&property);
+  return property;
 }
 
 /// Flags are packed into the last number of each 64: the value of each in the low half of the operand, in the
@@ -89,9 +98,12 @@ Status MsoROShapeOPT::FindBool(PID id, bool& value) const {
 
 void MsoROShapeOPT::InitMap() {
   if (body_.empty()) return;
-  map_ = std::make_unique<std::map<PID, MsoROShapeProp>>();
+  map_ = std::make_unique<Map>();
+  map_->reserve(count_);
   MsoROShapeProp each;
-  for (Enumerator walk(*this); walk.Next(&each) == Status::kOk;) map_->emplace(each.id(), each);
+  for (Enumerator walk(*this); walk.Next(&each) == Status::kOk;) map_->push_back(each);
+  std::stable_sort(map_->begin(), map_->end(),
+                   [](const MsoROShapeProp& a, const MsoROShapeProp& b) { return a.id() < b.id(); });
 }
 
 }  // namespace mso_escher

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
+#include <vector>
 
 #include "base/byte_view.h"
 #include "base/status.h"
@@ -24,7 +24,8 @@ struct MsoROShapeProp {
   static constexpr uint16_t kBlipFlag = 0x4000;
   static constexpr uint16_t kComplexFlag = 0x8000;
   PID id() const { return word & kNumber; }
-  bool isComplex() const { return (word & kComplexFlag) != 0; }
+  /// It has data behind the table, unless that is 0 bytes long.
+  bool hasData() const { return (word & kComplexFlag) != 0 && operand != 0; }
 };
 
 /// A property table: properties of 6 bytes each, then the data of the complex ones in their order.
@@ -42,7 +43,7 @@ class MsoROShapeOPT {
   /// kOk and the value of a flag that the file sets; kNoProperty for a flag that it leaves open.
   Status FindBool(PID id, bool& value) const;
 
-  /// Lookups go through a map between these two.
+  /// Between these two, lookups search instead of walking the table.
   void InitMap();
   void ClearMap() { map_.reset(); }
 
@@ -63,12 +64,16 @@ class MsoROShapeOPT {
   };
 
  private:
-  size_t propertyBytes() const { return size_t{count_} * 6; }
+  using Map = std::vector<MsoROShapeProp>;  ///< sorted by number, the first of each number foremost
+
+  static constexpr size_t kPropertySize = 6;
+  size_t propertyBytes() const { return count_ * kPropertySize; }
+  MsoROShapeProp PropertyAt(unsigned int i) const;
 
   ByteView body_;
   ByteView reach_;  ///< the body and all that was read behind it
   unsigned int count_ = 0;
-  std::unique_ptr<std::map<PID, MsoROShapeProp>> map_;
+  std::unique_ptr<Map> map_;
 };
 
 }  // namespace mso_escher

@@ -82,6 +82,8 @@ class KDRDocument : public KDRClx {
   const KDRFontTable& GetFontTable() const;
   const KDRStyleSheet& GetStyleSheet() const;
   const KDRListTable& GetListTable() const;
+
+  // Drawings. What cannot be read of them is absent: these do not throw.
   const mso_escher::MsoRODrawingGroup& GetDrawingGroup() const;
   /// 0 the main document's drawing, 1 that of the headers.
   const mso_escher::MsoRODrawing& GetDrawing(unsigned int i) const;

@@ -1,240 +1,219 @@
+#include "drawing/shape.h"
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "drawing/query_prop.h"
-#include "records.h"
+#include "read_drawing.h"
 
-using namespace escher;
-using namespace support;
-using mso_escher::MsoROShape;
-using mso_escher::MsoROShapeProp;
+using namespace drawing_test;
+using testing::ElementsAre;
 
 namespace {
 
-Bytes nestedGroups(unsigned depth) {
-  Bytes made = group(depth, {});
-  while (depth-- > 0) made = group(depth, {made});
-  return made;
+std::vector<int32_t> anchorOf(const MsoROShape& shape) {
+  tagRECT rect{1, 1, 1, 1};
+  shape.GetChildAnchor(rect);
+  return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
-float halved(int value) {
-  return static_cast<float>(value) / 2;
+std::vector<int32_t> boundsOf(const MsoROShape& shape) {
+  tagRECT rect{1, 1, 1, 1};
+  shape.GetGroupCoordBounds(rect);
+  return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
-}  // namespace
-
-TEST(Shape, TakesItsIdentityFromItsRecord) {
-  const ReadShape read(shape({fsp(75, 1026, 0xA40), clientTextBox(0x00030000)}));
-  EXPECT_EQ(read.shape.GetShapeID(), 1026u);
-  EXPECT_EQ(read.shape.GetShapeType(), 75u);
-  EXPECT_EQ(read.shape.GetGrfValue(), 0xA40u);
-  EXPECT_EQ(read.shape.GetTextBox().u32(0), 0x00030000u);
+Bytes group(const std::vector<Bytes>& self, std::vector<Bytes> children = {}) {
+  children.insert(children.begin(), container(0xF004, self));
+  return container(0xF003, children);
 }
 
-TEST(Shape, WithoutIdentityHasTheFlagsOfANewOne) {
-  EXPECT_EQ(ReadShape(shape({})).shape.GetGrfValue(), 0xA00u);
-  EXPECT_EQ(ReadShape(container(0xF003, {shape({})})).shape.GetGrfValue(), 0x201u);
+Bytes shape(uint32_t id) {
+  return container(0xF004, {fsp(1, id, kShapeFlags)});
+}
+
+const Bytes kSelf = fsp(0, 100, kGroupFlags);
+
+// Shapes.
+
+TEST(Shape, HasTypeNumberAndFlags) {
+  const ReadShape read = shapeOf({fsp(202, 1025, 0xAC2)}, 7);
+  ASSERT_TRUE(read->Good());
+  EXPECT_EQ(read->GetShapeType(), 202u);
+  EXPECT_EQ(read->GetShapeID(), 1025u);
+  EXPECT_EQ(read->GetGrfValue(), 0xAC2u);
+  EXPECT_TRUE(read->IsChildShape());
+  EXPECT_FALSE(read->IsGroupShape());
+}
+
+TEST(Shape, HasThePlaceAmongItsSiblingsThatItIsGiven) {
+  EXPECT_EQ(ReadShape(shape(1), 7)->GetZOrder(), 7u);
+}
+
+TEST(Shape, WithoutItsRecordHasTheFlagsOfANewOne) {
+  const ReadShape read = shapeOf({});
+  ASSERT_TRUE(read->Good());
+  EXPECT_EQ(read->GetGrfValue(), 0xA00u);
+  EXPECT_EQ(read->GetShapeID(), 0u);
 }
 
 TEST(Shape, ThatClaimsToBeAGroupIsDropped) {
-  EXPECT_FALSE(ReadShape(shape({fsp(75, 1, 0x201)})).shape.Good());
+  EXPECT_FALSE(shapeOf({fsp(0, 1, kGroupFlags)})->Good());
 }
 
-TEST(Shape, TakesTheLatestAnchor) {
-  const ReadShape read(shape({childAnchor(1, 2, 3, 4), childAnchor(-5, 6, 7, 8)}));
-  tagRECT anchor;
-  read.shape.GetChildAnchor(anchor);
-  EXPECT_EQ(anchor.left, -5);
-  EXPECT_EQ(anchor.bottom, 8);
+TEST(Shape, TakesTheLatestAnchorOfAnyKind) {
+  const Bytes a = rect(0xF00E, 1, 2, 3, 4);
+  const Bytes b = rect(0xF00F, 5, 6, 7, 8);
+  const Bytes c = rect(0xF010, 9, 10, 11, 12);
+  EXPECT_THAT(anchorOf(*shapeOf({a, c, b})), ElementsAre(5, 6, 7, 8));
+  EXPECT_THAT(anchorOf(*shapeOf({b, a, c})), ElementsAre(9, 10, 11, 12));
+  EXPECT_THAT(anchorOf(*shapeOf({c, b, a})), ElementsAre(1, 2, 3, 4));
 }
 
-TEST(Shape, WithoutAnchorHasAnEmptyBox) {
-  tagRECT anchor{1, 2, 3, 4};
-  ReadShape(plainShape(1)).shape.GetChildAnchor(anchor);
-  EXPECT_EQ(anchor.left, 0);
-  EXPECT_EQ(anchor.bottom, 0);
+TEST(Shape, ReadsAnchorsSigned) {
+  EXPECT_THAT(anchorOf(*shapeOf({rect(0xF00F, 0xFFFFFFFF, 0x80000000, 5, 6)})),
+              ElementsAre(-1, INT32_MIN, 5, 6));
 }
 
-TEST(Group, HoldsItsChildrenInOrder) {
-  const ReadShape read(group(1, {plainShape(2), atom(0xF005, 0, {}), group(3, {plainShape(4)})}));
-  ASSERT_EQ(read.shape.GetChildCount(), 2u);
-  EXPECT_EQ(read.shape.GetChildShape(0).GetZOrder(), 1u);
-  EXPECT_EQ(read.shape.GetChildShape(1).GetZOrder(), 2u);
-  EXPECT_EQ(read.shape.GetChildShape(1).GetChildShape(0).GetShapeID(), 4u);
+TEST(Shape, WithoutAnAnchorLiesAtZero) {
+  EXPECT_THAT(anchorOf(*ReadShape(shape(1))), ElementsAre(0, 0, 0, 0));
 }
 
-TEST(Group, HasBounds) {
-  tagRECT bounds;
-  ReadShape(group(1, {})).shape.GetGroupCoordBounds(bounds);
-  EXPECT_EQ(bounds.left, 0);
-  EXPECT_EQ(bounds.right, 1000);
-  EXPECT_EQ(bounds.bottom, 2000);
+TEST(Shape, WithAnAnchorThatIsCutHasZerosForTheRest) {
+  EXPECT_THAT(anchorOf(*shapeOf({record(0xF010, 0, 0, {1, 0, 0, 0, 2})})), ElementsAre(1, 2, 0, 0));
 }
 
-TEST(Group, WhoseFirstRecordIsNoShapeContainerLeavesTheHandleUnset) {
-  EXPECT_FALSE(ReadShape(container(0xF003, {fsp(0, 1, 0x201), plainShape(2)})).shape.Good());
-  EXPECT_FALSE(ReadShape(container(0xF003, {})).shape.Good());
+TEST(Shape, ReadsAnAnchorPastTheEndOfItsRecord) {
+  const Bytes shortAnchor = record(0xF010, 0, 0, ByteWriter().u32(7).take());
+  const Bytes next = record(0xF011, 0, 0, ByteWriter().u32(9).take());
+  EXPECT_THAT(anchorOf(*shapeOf({shortAnchor, next})), ElementsAre(7, int32_t(0xF0110000), 4, 9));
 }
 
-TEST(Group, ThatDeniesToBeOneIsDropped) {
-  EXPECT_FALSE(ReadShape(container(0xF003, {plainShape(1), plainShape(2)})).shape.Good());
+TEST(Shape, TakesTheLatestTextBox) {
+  const Bytes first = record(0xF00D, 0, 0, ByteWriter().u16(0).u16(3).take());
+  const Bytes second = record(0xF00C, 0, 0, ByteWriter().u16(0).u16(4).take());
+  EXPECT_EQ(shapeOf({first, second})->GetTextBox().u16(2), 4);
+  EXPECT_EQ(shapeOf({second, first})->GetTextBox().u16(2), 3);
 }
 
-TEST(Group, KeepsThePlaceOfAChildThatIsDropped) {
-  const ReadShape read(group(1, {shape({fsp(0, 2, 0x201)}), plainShape(3)}));
-  ASSERT_EQ(read.shape.GetChildCount(), 2u);
-  EXPECT_FALSE(read.shape.GetChildShape(0).Good());
-  EXPECT_EQ(read.shape.GetChildShape(0).GetChildCount(), 0u);
-  EXPECT_EQ(read.shape.GetChildShape(1).GetZOrder(), 2u);
+TEST(Shape, HasATextBoxAlsoIfItsRecordIsEmpty) {
+  EXPECT_NE(shapeOf({record(0xF00D, 0, 0, {})})->GetTextBox().data(), nullptr);
+  EXPECT_EQ(ReadShape(shape(1))->GetTextBox().data(), nullptr);
 }
 
-TEST(Group, NestedMoreThan64DeepIsDropped) {
-  const ReadShape read(nestedGroups(70));
-  MsoROShape at = read.shape;
-  for (unsigned depth = 0; depth < 64; ++depth) at = at.GetChildShape(0);
-  EXPECT_EQ(at.GetShapeID(), 64u);
-  ASSERT_EQ(at.GetChildCount(), 1u);
-  EXPECT_FALSE(at.GetChildShape(0).Good());
+TEST(Shape, HasItsOwnPropertiesAndThoseOfTheUser) {
+  const ReadShape read =
+      shapeOf({Props().number(4, 1).bytes(0xF00B), Props().number(4, 2).number(5, 3).bytes(0xF122)});
+  EXPECT_EQ(read->GetProperties().GetCount(), 1u);
+  EXPECT_EQ(read->GetUDefProperties().GetCount(), 2u);
 }
 
-TEST(Group, GivesNoChildOutside) {
-  EXPECT_FALSE(ReadShape(group(1, {plainShape(2)})).shape.GetChildShape(1).Good());
-  EXPECT_EQ(MsoROShape().GetChildCount(), 0u);
+TEST(Shape, IgnoresOtherRecords) {
+  const ReadShape read = shapeOf({record(0xF009, 0, 1, Bytes(16, 1)), record(0xF121, 1, 3, Bytes(6)),
+                                  record(0x1234, 0, 0, {1}), fsp(1, 5, kShapeFlags)});
+  EXPECT_EQ(read->GetShapeID(), 5u);
+  EXPECT_EQ(read->GetProperties().GetCount(), 0u);
+  EXPECT_THAT(boundsOf(*read), ElementsAre(0, 0, 0, 0));
 }
 
-TEST(PropertyTable, WithoutBodyHasNoProperties) {
-  MsoROShapeProp property;
-  mso_escher::MsoROShapeOPT none;
-  none.InitMap();
-  EXPECT_NE(none.Find(4, &property), Status::kOk);
-  EXPECT_EQ(mso_escher::MsoROShapeOPT::Enumerator(none).Next(&property), Status::kNothing);
-  EXPECT_EQ(ReadTable(atom(0xF00B, 9, {})).table.GetCount(), 0u);
+TEST(Shape, ThatIsNoGroupHasNoChildren) {
+  const ReadShape read(shape(1));
+  EXPECT_EQ(read->GetChildCount(), 0u);
+  EXPECT_FALSE(read->GetChildShape(0).Good());
 }
 
-TEST(PropertyTable, FindsTheFirstOfANumberWithAndWithoutMap) {
-  ReadTable read(propertyTable({{0x4104, 1}, {4, 7}, {4, 8}}));
-  MsoROShapeProp property;
-  for (int pass = 0; pass < 2; ++pass, read.table.InitMap()) {
-    ASSERT_EQ(read.table.Find(4, &property), Status::kOk);
-    EXPECT_EQ(property.operand, 7u);
-    EXPECT_EQ(read.table.Find(0x104, nullptr), Status::kOk);
-    EXPECT_NE(read.table.Find(5, &property), Status::kOk);
+TEST(Shape, OfANullHandleIsEmpty) {
+  const MsoROShape null;
+  EXPECT_FALSE(null.Good());
+  EXPECT_EQ(null.GetGrfValue() + null.GetShapeID() + null.GetShapeType() + null.GetZOrder(), 0u);
+  EXPECT_EQ(null.GetChildCount(), 0u);
+  EXPECT_EQ(null.GetTextBox().data(), nullptr);
+  EXPECT_THAT(anchorOf(null), ElementsAre(0, 0, 0, 0));
+  EXPECT_THAT(boundsOf(null), ElementsAre(0, 0, 0, 0));
+}
+
+// Groups.
+
+TEST(Group, HasItsChildrenInOrder) {
+  const ReadShape read(group({kSelf}, {shape(1), shape(2), shape(3)}), 5);
+  ASSERT_TRUE(read->Good());
+  EXPECT_TRUE(read->IsGroupShape());
+  EXPECT_EQ(read->GetZOrder(), 5u);
+  ASSERT_EQ(read->GetChildCount(), 3u);
+  for (unsigned int i = 0; i < 3; ++i) {
+    EXPECT_EQ(read->GetChildShape(i).GetShapeID(), i + 1);
+    EXPECT_EQ(read->GetChildShape(i).GetZOrder(), i + 1);
   }
-  read.table.ClearMap();
-  EXPECT_EQ(read.table.Find(4, nullptr), Status::kOk);
+  EXPECT_FALSE(read->GetChildShape(3).Good());
 }
 
-TEST(PropertyTable, ComplexPropertyOfNoLengthHasNoDataAndMovesNothing) {
-  const ReadTable read(propertyTable({complexProperty(0xC0, {}), complexProperty(0xC5, {1, 2})}));
-  MsoROShapeProp property;
-  read.table.Find(0xC0, &property);
-  EXPECT_EQ(property.data.data(), nullptr);
-  read.table.Find(0xC5, &property);
-  EXPECT_EQ(property.data.u16(0), 0x0201u);
+TEST(Group, HasACoordinateSpace) {
+  const ReadShape read(group({rect(0xF009, 0xFFFFFFFE, 2, 3, 4), kSelf}));
+  EXPECT_THAT(boundsOf(*read), ElementsAre(-2, 2, 3, 4));
 }
 
-TEST(PropertyTable, NegativeElementSizeIsAQuarterOfItAndWrittenBack) {
-  const ReadTable read(propertyTable(
-      {arrayProperty(0x145, 2, 0xFFF0, {1, 1, 1, 1, 2, 2, 2, 2}), complexProperty(0xC0, {9, 8})}));
-  MsoROShapeProp property;
-  for (int pass = 0; pass < 2; ++pass) {
-    ASSERT_EQ(read.table.Find(0x145, &property), Status::kOk);
-    EXPECT_EQ(property.operand, 14u);
-    EXPECT_EQ(property.data.u16(4), 4u);
-    EXPECT_EQ(object::CMsoArray(property.data).GetEle(1).u32(0), 0x02020202u);
-    read.table.Find(0xC0, &property);
-    EXPECT_EQ(property.data.u16(0), 0x0809u);
-  }
+TEST(Group, HoldsGroups) {
+  const ReadShape read(group({kSelf}, {shape(1), group({fsp(0, 2, kGroupFlags)}, {shape(3)})}));
+  const MsoROShape inner = read->GetChildShape(1);
+  EXPECT_EQ(inner.GetShapeID(), 2u);
+  EXPECT_EQ(inner.GetZOrder(), 2u);
+  ASSERT_EQ(inner.GetChildCount(), 1u);
+  EXPECT_EQ(inner.GetChildShape(0).GetZOrder(), 1u);
 }
 
-TEST(PropertyTable, DataThatRunsPastTheEndIsCut) {
-  ShapeProperty text = textProperty(0xC0, u"abc");
-  text.operand = 0x7FFFFFFF;
-  const ReadShape read(shape({propertyTable({text})}));
-  std::u16string found;
-  EXPECT_TRUE(KQueryProp::QueryBstrProp(&read.shape, 0xC0, found));
-  EXPECT_EQ(found, u"abc");
+TEST(Group, WhoseFirstRecordIsNoShapeLeavesTheHandleAsItWas) {
+  const Bytes bad = container(0xF003, {record(0xF00B, 0, 3, {}), container(0xF004, {kSelf})});
+  EXPECT_FALSE(ReadShape(bad)->Good());
+  EXPECT_FALSE(ReadShape(container(0xF003, {}))->Good());
+
+  const ReadShape other(shape(9));
+  MsoROShape handle = *other;
+  ChainAllocator allocator;
+  handle.InitGroupShape(firstRecord(bad), allocator, 0);
+  EXPECT_EQ(handle.GetShapeID(), 9u);
 }
 
-TEST(PropertyTable, ThatIsCutHasTheRestAndNoData) {
-  Bytes cut = propertyTable({{0x8004, 4}, {5, 2}});
-  cut.resize(cut.size() - 2);
-  const ReadTable read(cut);
-  MsoROShapeProp property;
-  EXPECT_EQ(read.table.GetCount(), 1u);
-  EXPECT_EQ(read.table.Find(4, &property), Status::kOk);
-  EXPECT_TRUE(property.data.empty());
+TEST(Group, ThatIsNoneByItsFlagsIsNull) {
+  EXPECT_FALSE(ReadShape(group({fsp(0, 1, kShapeFlags)}, {shape(2)}))->Good());
 }
 
-TEST(ArrayProperty, HasAtMostTheElementsThatAreThere) {
-  const ReadTable read(propertyTable({arrayProperty(0x146, 0x7000, 2, {1, 0, 2, 0, 3})}));
-  MsoROShapeProp property;
-  read.table.Find(0x146, &property);
-  const object::CMsoArray array(property.data);
-  EXPECT_EQ(array.GetItemCount(), 2u);
-  EXPECT_TRUE(array.GetEle(2).empty());
+TEST(Group, WithoutFlagsOfItsOwnIsOne) {
+  const ReadShape read(group({}, {shape(2)}));
+  ASSERT_TRUE(read->Good());
+  EXPECT_EQ(read->GetGrfValue(), 0x201u);
+  EXPECT_EQ(read->GetChildCount(), 1u);
 }
 
-TEST(QueryProp, LeavesTheDefaultOfAFlagThatTheFileLeavesOpen) {
-  const ReadShape read(shape({propertyTable({{0x01BF, 0x00000010}})}));
-  bool filled = false;
-  EXPECT_FALSE(KQueryProp::QueryBoolProp(&read.shape, 0x01BB, filled));
-  EXPECT_FALSE(filled);
+TEST(Group, HasANullChildForEachBadOne) {
+  const Bytes badShape = container(0xF004, {kSelf});
+  const Bytes badGroup = container(0xF003, {});
+  const ReadShape read(group({kSelf}, {badShape, badGroup, shape(3)}));
+  ASSERT_EQ(read->GetChildCount(), 3u);
+  EXPECT_FALSE(read->GetChildShape(0).Good());
+  EXPECT_FALSE(read->GetChildShape(1).Good());
+  EXPECT_EQ(read->GetChildShape(2).GetZOrder(), 3u);
 }
 
-TEST(QueryProp, ReadsAFlagThatTheFileSets) {
-  const ReadShape read(shape({propertyTable({{0x01BF, 0x00300010}})}));
-  bool filled = false;
-  EXPECT_TRUE(KQueryProp::QueryBoolProp(&read.shape, 0x01BB, filled));
-  EXPECT_TRUE(filled);
-  EXPECT_TRUE(KQueryProp::QueryBoolProp(&read.shape, 0x01BA, filled));
-  EXPECT_FALSE(filled);
+TEST(Group, DoesNotCountOtherRecords) {
+  const ReadShape read(group({kSelf}, {record(0xF005, 0, 0, {}), shape(1)}));
+  ASSERT_EQ(read->GetChildCount(), 1u);
+  EXPECT_EQ(read->GetChildShape(0).GetZOrder(), 1u);
 }
 
-TEST(QueryProp, HasNoFlagBelowTheLast16OfAGroup) {
-  const ReadShape read(shape({propertyTable({{0x01BF, 0xFFFFFFFF}, {0x01AF, 0xFFFFFFFF}})}));
-  bool value = false;
-  EXPECT_FALSE(KQueryProp::QueryBoolProp(&read.shape, 0x01AF, value));
-  EXPECT_TRUE(KQueryProp::QueryBoolProp(&read.shape, 0x01B0, value));
+/// Groups one in the other: how many lie inside the outermost one.
+unsigned int depthReadOf(unsigned int nested) {
+  Bytes bytes = group({kSelf});
+  for (unsigned int i = 0; i < nested; ++i) bytes = group({kSelf}, {bytes});
+  const ReadShape read(bytes);
+  unsigned int depth = 0;
+  for (MsoROShape at = *read; (at = at.GetChildShape(0)).Good();) ++depth;
+  return depth;
 }
 
-TEST(QueryProp, GivesNumbersAsTheyAreOrConverted) {
-  const ReadShape read(shape({propertyTable({{4, 0xFFFFFFFD}})}));
-  int number = 0;
-  float real = 0;
-  EXPECT_TRUE(KQueryProp::QueryI4Prop(&read.shape, 4, number));
-  EXPECT_EQ(number, -3);
-  KQueryProp::QueryI4Prop(&read.shape, 4, number, halved);
-  EXPECT_EQ(number, -1);
-  KQueryProp::QueryFloatProp(&read.shape, 4, real);
-  EXPECT_EQ(real, 4294967293.0f);
-  KQueryProp::QueryFloatProp(&read.shape, 4, real, halved);
-  EXPECT_EQ(real, -1.5f);
+TEST(Group, IsDroppedBelow64Levels) {
+  EXPECT_EQ(depthReadOf(63), 63u);
+  EXPECT_EQ(depthReadOf(64), 64u);
+  EXPECT_EQ(depthReadOf(65), 64u);
+  EXPECT_EQ(depthReadOf(5000), 64u);
 }
 
-TEST(QueryProp, KeepsTheCallersValueOfWhatIsNotFound) {
-  const ReadShape read(plainShape(1));
-  int number = 42;
-  float real = 1.5f;
-  std::u16string text = u"old";
-  EXPECT_FALSE(KQueryProp::QueryI4Prop(&read.shape, 4, number));
-  EXPECT_FALSE(KQueryProp::QueryFloatProp(&read.shape, 4, real));
-  EXPECT_FALSE(KQueryProp::QueryBstrProp(&read.shape, 4, text));
-  EXPECT_EQ(number, 42);
-  EXPECT_EQ(real, 1.5f);
-  EXPECT_EQ(text, u"");
-}
-
-TEST(QueryProp, HasATableOfTheUsersOwn) {
-  const ReadShape read(shape({propertyTable({{4, 1}}), propertyTable({{4, 2}}, 0xF122)}));
-  int number = 0;
-  KQueryProp::QueryI4Prop(&read.shape, 4, number);
-  EXPECT_EQ(number, 1);
-  KQueryProp::QueryI4UDefProp(&read.shape, 4, number);
-  EXPECT_EQ(number, 2);
-}
-
-TEST(QueryProp, FindsNoEmptyText) {
-  const ReadShape read(shape({propertyTable({textProperty(0xC0, u"")})}));
-  std::u16string text = u"old";
-  EXPECT_FALSE(KQueryProp::QueryBstrProp(&read.shape, 0xC0, text));
-}
+}  // namespace
