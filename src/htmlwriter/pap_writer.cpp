@@ -81,8 +81,11 @@ Status KPapBase::WriteRuns(unsigned int first, unsigned int last) {
 void KPapBase::WriteAutoNum() {
   if (!hasList_) return;
   const KDWSprmList sprms(env_->plcfChp->Data(chpCursor_)->fkp());
+  const uint16_t istd = sprms.GetCharIstd();
   KDRSpanProp span;
-  env_->merger->GetMergedChpxAll(span, sprms.GetCharIstd(), env_->pap.papx.GetParaIstd());
+  if (limits_->DecodeShared(env_->merger->GetChpx(istd).size())) {
+    env_->merger->GetMergedChpxAll(span, istd, env_->pap.papx.GetParaIstd());
+  }
   Sprms2SpanProp(sprms, &span);
   listWriter_.Write(&span);
 }

@@ -84,7 +84,7 @@ void KSectionBase::LoadSectionProps() {
   propIndex_ = sectionIndex_;
   prop_.Reset();
   const auto section = env_->plcfSed->Item(static_cast<uint32_t>(sectionIndex_), *env_->document);
-  if (section.sprms.empty() || !WorkLimitsOf(*env_).DecodeSection(section.sprms.size())) return;
+  if (section.sprms.empty() || !WorkLimitsOf(*env_).DecodeShared(section.sprms.size())) return;
   Sprms2ZeloSectionProp(KDWSprmList(section.sprms), &prop_);
 }
 

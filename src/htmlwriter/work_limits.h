@@ -56,8 +56,8 @@ class KWorkLimits {
   bool TryBullet() { return bullets_.Take(); }
   /// A heading or a bookmark goes into the navigation.
   bool AddToNavigation() { return navigation_.Take(); }
-  /// The properties of a section, so many bytes, are decoded.
-  bool DecodeSection(uint64_t bytes) { return sectionBytes_.Take(bytes); }
+  /// Properties that many may share, those of a section or of a label's style, are decoded once more.
+  bool DecodeShared(uint64_t bytes) { return sharedBytes_.Take(bytes); }
   /// A table is opened, or one of its paragraphs looked at ahead, or a cell written that has no content.
   bool OpenTable() { return tables_.Take(); }
   bool LookAhead() { return looks_.Take(); }
@@ -84,7 +84,7 @@ class KWorkLimits {
 
   const KDRDocument* document_;
   std::array<Story, mso_word::kSubDocCount> stories_;
-  KBudget bullets_, navigation_, sectionBytes_, tables_, looks_, fillers_, shapes_, pictureBytes_;
+  KBudget bullets_, navigation_, sharedBytes_, tables_, looks_, fillers_, shapes_, pictureBytes_;
   uint64_t outputBytes_ = UINT64_MAX / 2;
 };
 

@@ -65,7 +65,8 @@ bool KDocHtmlObjectWriter::MayWrite(const MsoROShape& shape) {
   constexpr uint64_t kShape = 128;
   pagerex::KWorkLimits* const most = limits();
   if (!most) return true;
-  const uint64_t cost = kShape + shape.GetProperties().GetSize() / 2;
+  const uint64_t bytes = uint64_t{shape.GetProperties().GetSize()} + shape.GetUDefProperties().GetSize();
+  const uint64_t cost = kShape + bytes / 2;
   return most->WriteShape(cost) && !most->OutputFull(*archive());
 }
 

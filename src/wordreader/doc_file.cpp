@@ -11,7 +11,7 @@ constexpr size_t kFirstSubDocLength = 3;  // place of the main text's length in 
 
 /// Tables of a sound file share no bytes. Those of a damaged one may all be the whole stream: together they
 /// get room for so many times the stream, and a little more for small ones.
-constexpr uint64_t kMostCopies = 4;
+constexpr uint64_t kMostCopies = 2;
 constexpr uint64_t kSpareTableBytes = 1 << 16;
 
 /// Opens a stream of `storage` for `archive`, which then holds the only reference.

@@ -93,6 +93,39 @@ Bytes smallPages(uint32_t scale) {
   return document.build();
 }
 
+/// The same with pieces that jump to and fro between pages of properties that put each other out of their
+/// cache.
+Bytes pagesOutOfCache(uint32_t scale) {
+  WordOptions options;
+  options.maxFkpEntries = 1;
+  options.compound.pageShift = 4;
+  options.compound.tinyPageShift = 0;
+  options.compound.tinyCutoff = 0;
+  options.compound.reverseChains = true;
+  WordDocument document(options);
+  constexpr uint32_t kPagesKept = 128;
+  for (uint32_t i = 0; i <= kPagesKept; ++i) document.paragraph("x");
+  const uint32_t rounds = scale * 40;
+  document.editTable(mso_word::FCLCB_CLX, [=](Bytes& clx) {
+    const Bytes first(clx.end() - 8, clx.end());
+    Bytes far = first;
+    patchInteger(far, 2, ByteView(first.data(), first.size()).u32(2) + 2 * 2 * kPagesKept);
+    std::vector<uint32_t> positions = {0};
+    std::vector<Bytes> records;
+    for (uint32_t i = 0; i < rounds; ++i) {
+      positions.push_back(2 * i + 2);
+      records.push_back(i % 2 == 0 ? first : far);
+    }
+    const Bytes table = positionTable(positions, records);
+    clx = ByteWriter().u8(2).u32(static_cast<uint32_t>(table.size())).bytes(table).take();
+  });
+  constexpr size_t kMainTextLength = 0x4C;
+  document.patchFib(kMainTextLength, 2 * rounds);
+  document.table(mso_word::FCLCB_SECTIONS, positionTable({0, 2 * rounds}, {Bytes(12, 0xFF)}));
+  document.wordDocumentData(Bytes(3 * rounds));
+  return document.build();
+}
+
 }  // namespace
 
 std::vector<HostileDocument> hostileFiles() {
@@ -103,5 +136,6 @@ std::vector<HostileDocument> hostileFiles() {
       {"FatOfOnePage", fatOfOnePage},
       {"TinyPages", tinyPages},
       {"SmallPages", smallPages},
+      {"PagesOutOfCache", pagesOutOfCache, false},
   };
 }

@@ -154,6 +154,24 @@ Bytes entriesOfOneMetafile(uint32_t scale) {
   return document.build();
 }
 
+/// Shapes that are nothing but the head of a record.
+Bytes emptyShapes(uint32_t scale) {
+  WordDocument document;
+  document.paragraph().special(8);
+  document.paragraph(kTheEnd);
+  Bytes shapes;
+  const Bytes head = container(0xF004, {});
+  for (uint32_t i = 0; i < scale * 120; ++i) shapes.insert(shapes.end(), head.begin(), head.end());
+  const Bytes own = Shape(0, 1024).flags(5).bytes();
+  const Bytes root = container(0xF003, {own, shapes});
+  const Bytes drawing = container(0xF002, {record(0xF008, 1, 0, Bytes(8)), root});
+  document.table(
+      mso_word::FCLCB_DRAWINGS,
+      ByteWriter().bytes(container(0xF000, {record(0xF006, 0, 0, Bytes(16))})).u8(0).bytes(drawing).take());
+  anchorAll(document, 1, 1);
+  return document.build();
+}
+
 /// Shapes that are small in the file and long in the page.
 Bytes smallShapes(uint32_t scale) {
   WordDocument document;
@@ -178,6 +196,7 @@ std::vector<HostileDocument> hostileObjects() {
       {"RunsOfOneSilentPicture", runsOfOneSilentPicture},
       {"HugeMetafiles", hugeMetafiles},
       {"EntriesOfOneMetafile", entriesOfOneMetafile},
+      {"EmptyShapes", emptyShapes},
       {"SmallShapes", smallShapes},
   };
 }

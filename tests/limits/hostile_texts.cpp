@@ -337,6 +337,33 @@ Bytes bulletsInAWideBookmark(uint32_t scale) {
   return document.build();
 }
 
+/// Labels that look like a character style with an endless list of properties.
+Bytes labelsOfOneStyle(uint32_t scale) {
+  WordDocument document;
+  Sprms sprms;
+  for (int i = 0; i < 20000; ++i) sprms.add(sprm(0x0835, 1));
+  document.style(20, Style().kind(StyleKind::kCharacter).chpx(sprms));
+  const uint16_t list = document.list({});
+  for (uint32_t i = 0; i < scale * 10; ++i) {
+    document.paragraph("x", {sprm(0x4A30, 20)}).sprms(listItem(list, 0));
+  }
+  end(document);
+  return document.build();
+}
+
+/// Paragraphs that name their list again and again, each time taking over its indents.
+Bytes listIndentsAgain(uint32_t scale) {
+  WordDocument document;
+  Sprms indents;
+  for (int i = 0; i < 60; ++i) indents.add(leftIndent(i));
+  const uint16_t list = document.list({.levels = {{.papx = indents}}});
+  Sprms sprms;
+  for (int i = 0; i < 60; ++i) sprms.add(listItem(list, 0));
+  for (uint32_t i = 0; i < scale * 30; ++i) document.paragraph().sprms(sprms);
+  end(document);
+  return document.build();
+}
+
 /// Headings, which also stand in the navigation.
 Bytes headings(uint32_t scale) {
   WordDocument document;
@@ -406,6 +433,8 @@ std::vector<HostileDocument> hostileTexts() {
       {"LongLabels", longLabels},
       {"LabelsOfManyNumbers", labelsOfManyNumbers},
       {"BulletsInAWideBookmark", bulletsInAWideBookmark},
+      {"LabelsOfOneStyle", labelsOfOneStyle},
+      {"ListIndentsAgain", listIndentsAgain},
       {"Headings", headings},
       {"PicturesInRunsOutOfOrder", picturesInRunsOutOfOrder},
   };

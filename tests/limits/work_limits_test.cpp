@@ -155,7 +155,7 @@ TEST(OutputLimit, PagesBringTheirOwnRoom) {
 
 // Tables.
 
-TEST(TableLimit, TablesOfTheSameBytesAreAbsentFromTheFifthOn) {
+TEST(TableLimit, TablesOfTheSameBytesAreAbsentFromTheThirdOn) {
   WordDocument document;
   document.paragraph("text");
   constexpr uint32_t kUnread = 150;
@@ -172,7 +172,7 @@ TEST(TableLimit, TablesOfTheSameBytesAreAbsentFromTheFifthOn) {
     KDRTableRecord record;
     if (opened->GetTableRecord(&record, index) == Status::kOk) ++present;
   }
-  EXPECT_EQ(present, 4);
+  EXPECT_EQ(present, 2);
 }
 
 TEST(ListTextLimit, TextIsCutTo255Characters) {
