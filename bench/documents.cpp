@@ -3,6 +3,7 @@
 #include <iterator>
 #include <string>
 
+#include "support/drawing_writer.h"
 #include "support/named_sprms.h"
 
 namespace bench {
@@ -206,6 +207,110 @@ void sections(WordDocument& doc, int count) {
   }
 }
 
+// --- Drawings ---
+
+using drawing::Drawing;
+using drawing::Inline;
+using drawing::Props;
+using drawing::Shape;
+
+constexpr drawing::Place kPlace = {.rect = {1440, 720, 4320, 2160}};
+constexpr uint32_t kFirstShape = 1025;
+
+/// A paragraph that begins with a drawn object; the result is the position behind it.
+uint32_t anchorParagraph(WordDocument& doc, uint32_t cp) {
+  const std::string text = "Beside a shape.";
+  doc.paragraph().special(8).run(text);
+  return cp + 1 + static_cast<uint32_t>(text.size()) + 1;
+}
+
+/// Drawn objects, each in a paragraph of its own.
+template <class MakeShape>
+void addShapes(WordDocument& doc, Drawing& drawing, int count, MakeShape shapeOf) {
+  uint32_t cp = 0;
+  for (int i = 0; i < count; ++i) {
+    drawing.shape(cp, shapeOf(i), kPlace);
+    cp = anchorParagraph(doc, cp);
+  }
+}
+
+uint32_t numberOf(int i) {
+  return kFirstShape + static_cast<uint32_t>(i);
+}
+
+const Props kLook =
+    Props().number(0x0181, 0x00FFFF).number(0x01C0, 0xFF0000).number(0x01CB, 19050).flag(0x01BB, true);
+
+void floatingShapes(WordDocument& doc, int count) {
+  Drawing drawing;
+  addShapes(doc, drawing, count, [](int i) { return Shape(1, numberOf(i)).props(kLook); });
+  drawing.addTo(doc);
+}
+
+void lines(WordDocument& doc, int count) {
+  Drawing drawing;
+  addShapes(doc, drawing, count, [](int i) { return Shape(20, numberOf(i)).props(kLook); });
+  drawing.addTo(doc);
+}
+
+void shapesInOneGroup(WordDocument& doc, int count) {
+  std::vector<Shape> children;
+  for (int i = 0; i < count; ++i)
+    children.push_back(Shape(1, numberOf(i)).props(kLook).at({i, 0, i + 10, 10}));
+  Drawing drawing;
+  addShapes(doc, drawing, 1, [&](int) {
+    return Shape(0, kFirstShape - 1).group({0, 0, count, 100}, children);
+  });
+  drawing.addTo(doc);
+}
+
+/// Their numbers have 16 bits: 65,535 at most.
+void textBoxes(WordDocument& doc, int count) {
+  Drawing drawing;
+  addShapes(doc, drawing, count,
+            [](int i) { return Shape(202, numberOf(i)).props(kLook).textBox(static_cast<uint16_t>(i + 1)); });
+  std::vector<uint32_t> lengths;
+  for (int i = 0; i < count; ++i) {
+    const std::string text = sentence(i);
+    doc.story(mso_word::SUBDOC_TEXTBOX).paragraph(text);
+    lengths.push_back(static_cast<uint32_t>(text.size()) + 1);
+  }
+  drawing.addTo(doc, lengths);
+}
+
+void floatingPictures(WordDocument& doc, int count) {
+  Drawing drawing;
+  drawing.blip({.data = Bytes(1000)});
+  const Props picture = Props().number(0x4104, 1).text(0x0105, u"A picture");
+  addShapes(doc, drawing, count, [&picture](int i) { return Shape(75, numberOf(i)).props(picture); });
+  drawing.addTo(doc);
+}
+
+/// Each lies in the document by itself; they come out as the same few files.
+void inlinePictures(WordDocument& doc, int count) {
+  Inline picture;
+  picture.shape = Shape(75).props(Props().number(0x4104, 1).text(0x0105, u"A picture"));
+  for (int i = 0; i < count; ++i) {
+    picture.blips = {{.data = Bytes(100), .uid = static_cast<uint8_t>(i % 10)}};
+    doc.paragraph("Before a picture ").special(1, drawing::pictureRun(doc, picture));
+  }
+}
+
+/// List items whose bullet is a picture.
+void pictureBullets(WordDocument& doc, int count) {
+  Inline picture;
+  picture.shape = Shape(75).props(Props().number(0x4104, 1));
+  picture.blips = {{.data = Bytes(100)}};
+  ListLevel level = bulletLevel(u'*', 0);
+  level.chpx = {sprm(0x6887, 0)};
+  const uint16_t list = doc.list({.levels = {level}});
+  for (int i = 0; i < count; ++i) doc.paragraph("An item.").sprms({listItem(list, 0)});
+  doc.paragraph()
+      .bookmarkStart("_PictureBullets")
+      .special(1, drawing::pictureRun(doc, picture))
+      .bookmarkEnd("_PictureBullets");
+}
+
 // --- Whole documents ---
 
 void longText(WordDocument& doc) {
@@ -228,6 +333,11 @@ void largeTable(WordDocument& doc) {
 
 void manyNotes(WordDocument& doc) {
   footnotes(doc, 10'000);
+}
+
+void manyDrawings(WordDocument& doc) {
+  textBoxes(doc, 4000);
+  inlinePictures(doc, 4000);
 }
 
 void shortLetter(WordDocument& doc) {
@@ -263,14 +373,19 @@ const Construct kConstructs[] = {
     {"Endnotes", endnotes},
     {"Annotations", annotations},
     {"Sections", sections},
+    {"FloatingShapes", floatingShapes},
+    {"Lines", lines},
+    {"ShapesInOneGroup", shapesInOneGroup},
+    {"TextBoxes", textBoxes},
+    {"FloatingPictures", floatingPictures},
+    {"InlinePictures", inlinePictures},
+    {"PictureBullets", pictureBullets},
 };
 const int kConstructCount = static_cast<int>(std::size(kConstructs));
 
 const WholeDocument kWholeDocuments[] = {
-    {"letter", shortLetter},
-    {"long_text", longText},
-    {"large_table", largeTable},
-    {"many_notes", manyNotes},
+    {"letter", shortLetter},   {"long_text", longText},         {"large_table", largeTable},
+    {"many_notes", manyNotes}, {"many_drawings", manyDrawings},
 };
 const int kWholeDocumentCount = static_cast<int>(std::size(kWholeDocuments));
 

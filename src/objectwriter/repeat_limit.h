@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 namespace ObjectWriter {
@@ -10,13 +10,18 @@ namespace ObjectWriter {
 /// box a few times; a damaged one may do so again and again, or in a circle.
 class RepeatLimit {
  public:
-  static constexpr int kMostTimes = 64;
+  static constexpr uint8_t kMostTimes = 64;
 
-  /// True for the first `kMostTimes` calls with `number`.
-  bool Enter(uint32_t number) { return ++times_[number] <= kMostTimes; }
+  /// True for the first `kMostTimes` calls with `number`, which is the place of a thing in its table.
+  bool Enter(uint32_t number) {
+    if (number >= times_.size()) times_.resize(size_t{number} + 1);
+    if (times_[number] == kMostTimes) return false;
+    ++times_[number];
+    return true;
+  }
 
  private:
-  std::unordered_map<uint32_t, int> times_;
+  std::vector<uint8_t> times_;
 };
 
 /// The text boxes that are being written, from the outermost in.
