@@ -18,7 +18,7 @@ DrawingInput splitDrawing(const uint8_t* input, size_t size);
 support::Bytes joinDrawing(const DrawingInput& drawing);
 
 constexpr uint32_t kFirstShapeId = 1025;
-constexpr uint32_t kShapeCount = 6;
+constexpr uint32_t kShapeCount = 8;
 
 support::WordDocument documentWith(const DrawingInput& drawing);
 

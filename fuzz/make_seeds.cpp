@@ -173,7 +173,7 @@ void writeHyperlinks(const std::filesystem::path& folder) {
 }
 
 int makeAll(const std::filesystem::path& folder) {
-  for (const char* view : {"normal_view", "phone_view", "mulpages_view", "preview_view"}) {
+  for (const char* view : {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model"}) {
     writeDocuments(folder / view);
   }
   writeCompoundFiles(folder / "compound_file");

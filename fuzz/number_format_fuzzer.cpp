@@ -22,19 +22,36 @@ wchar_t characterOf(uint8_t byte) {
   return kWide[(byte - 128u) % (std::size(kWide) - 1)];
 }
 
+void formatOne(KNumericalFormat* format, const tagVARIANT& value, const NF_FORMAT_PARAM& param) {
+  wchar_t* out = nullptr;
+  NFSTYLE style = {};
+  if (_XNFFormatEx(&value, format, &out, &style, &param) == NF_OK) _XNFFreeText(out);
+}
+
 void formatAll(KNumericalFormat* format, double number, const wchar_t* text, const NF_FORMAT_PARAM& param) {
-  tagVARIANT values[4] = {};
-  values[0].vt = NF_VT_R8;
-  values[0].dblVal = number;
-  values[1].vt = NF_VT_UI4;
-  values[1].ulVal = static_cast<uint32_t>(text[0]);
-  values[2].vt = NF_VT_BSTR;
-  values[2].bstrVal = text;
-  values[3].vt = NF_VT_EMPTY;
-  for (const tagVARIANT& value : values) {
-    wchar_t* out = nullptr;
-    NFSTYLE style = {};
-    if (_XNFFormatEx(&value, format, &out, &style, &param) == NF_OK) _XNFFreeText(out);
+  constexpr uint16_t kTags[] = {NF_VT_EMPTY, NF_VT_I2,  NF_VT_I4,  NF_VT_R4,  NF_VT_R8,  NF_VT_DATE,
+                                NF_VT_BOOL,  NF_VT_UI1, NF_VT_UI2, NF_VT_UI4, NF_VT_INT, NF_VT_UINT};
+  tagVARIANT value = {};
+  for (const uint16_t tag : kTags) {
+    value.vt = tag;
+    value.dblVal = number;
+    if (tag == NF_VT_R4) value.fltVal = static_cast<float>(number);
+    formatOne(format, value, param);
+  }
+  value.vt = NF_VT_BSTR;
+  value.bstrVal = text;
+  formatOne(format, value, param);
+  value.vt = NF_VT_BSTR | NF_VT_BYREF;
+  value.pbstrVal = &text;
+  formatOne(format, value, param);
+}
+
+void writeNumber(double number, uint8_t options) {
+  for (auto write : {_ftog, _ftot, _ftoe}) {
+    wchar_t buffer[40];
+    int length = 0;
+    write(number, options % 20, buffer, 1 + options % 39, options & 1, options & 2, options >> 2 & 15,
+          &length);
   }
 }
 
@@ -58,6 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
   std::wstring text;
   for (size_t i = kHead; i < size; ++i) text += characterOf(input[i]);
 
+  writeNumber(number, input[0]);
   _XNFInit();
   KNumericalFormat* format = nullptr;
   if (kCompilers[input[0] % std::size(kCompilers)](text.c_str(), &format, &param) == NF_OK && format) {

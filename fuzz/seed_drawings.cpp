@@ -1,5 +1,8 @@
 #include "seed_drawings.h"
 
+#include <zlib.h>
+
+#include <iterator>
 #include <vector>
 
 #include "support/drawing_writer.h"
@@ -29,6 +32,19 @@ Bytes words16(std::initializer_list<uint16_t> words) {
 
 Bytes hyperlink() {
   return ByteWriter().zeros(16).u32(2).u32(0x08).u32(6).text16(u"place").u16(0).take();
+}
+
+Bytes deflated(const Bytes& raw) {
+  Bytes packed(compressBound(raw.size()));
+  uLongf size = packed.size();
+  compress(packed.data(), &size, raw.data(), raw.size());
+  packed.resize(size);
+  return packed;
+}
+
+/// A palette of two colours, and one line of eight pixels.
+Bytes bitmap() {
+  return ByteWriter().u32(40).u32(8).u32(1).u16(1).u16(1).zeros(24).u32(0).u32(0xFFFFFF).u32(0x55).take();
 }
 
 Shape filled(uint32_t id) {
@@ -86,6 +102,33 @@ Shape textBox(uint32_t id) {
                  .text(0x0380, u"name"));
 }
 
+/// Shadow in perspective, and extrusion with lights: every number of both groups.
+Shape effects(uint32_t id) {
+  Props props;
+  props.number(0x0200, 2).flag(0x023E, true).flag(0x02BC, true).flag(0x02FD, false);
+  for (uint16_t number = 0x0201; number <= 0x0211; ++number) props.fixed(number, number % 7 / 2.0);
+  for (uint16_t number = 0x0280; number <= 0x0287; ++number) props.number(number, 1000u * number);
+  for (uint16_t number = 0x02C0; number <= 0x02DA; ++number) props.fixed(number, number % 5 - 2.0);
+  return Shape(kRectangle, id).props(props);
+}
+
+/// Pictures in all places that may have one: the text, a fill, a line.
+Shape pictured(uint32_t id) {
+  return Shape(kPicture, id)
+      .props(Props()
+                 .number(0x4104, 3)
+                 .fixed(0x0100, 0.1)
+                 .fixed(0x010A, 0.5)
+                 .flag(0x013D, true)
+                 .number(0x0180, 3)
+                 .number(0x4186, 4)
+                 .text(0x0187, u"fill")
+                 .flag(0x01BB, true)
+                 .number(0x41C5, 1)
+                 .number(0x01C4, 2))
+      .userProps(Props().flag(0x01BA, true));
+}
+
 Shape group(uint32_t id) {
   return Shape(kFreeform, id)
       .group({0, 0, 1000, 1000}, {Shape(kEllipse, id + 100).at({0, 0, 500, 500}),
@@ -97,7 +140,8 @@ Shape group(uint32_t id) {
 }  // namespace
 
 DrawingInput seedDrawing(std::optional<uint32_t> only) {
-  constexpr Shape (*kMakers[])(uint32_t) = {filled, lined, freeform, wordArt, textBox, group};
+  constexpr Shape (*kMakers[])(uint32_t) = {filled,  lined, freeform, wordArt,
+                                            textBox, group, effects,  pictured};
   static_assert(std::size(kMakers) == kShapeCount);
   WordDocument doc;
   Drawing drawing;
@@ -106,6 +150,8 @@ DrawingInput seedDrawing(std::optional<uint32_t> only) {
   }
   drawing.blip({.data = Bytes(40, 7)});
   drawing.blip({.type = 2, .data = Bytes(30, 1), .uid = 0x22, .rawSize = 30});
+  drawing.blip({.type = 3, .data = deflated(Bytes(500, 7)), .uid = 0x23, .rawSize = 500, .compression = 0});
+  drawing.blip({.type = 7, .data = bitmap(), .uid = 0x24});
 
   DrawingInput input;
   input.table = drawing.table(doc);

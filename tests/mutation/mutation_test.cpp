@@ -158,7 +158,7 @@ class MutatedDocument : public testing::TestWithParam<const char*> {
 };
 
 TEST_P(MutatedDocument, EndsInModerationWhateverItsStreamsHold) {
-  constexpr int kRounds = 300;
+  constexpr int kRounds = 100;
   for (const mutation::NamedDocument& rich : mutation::richDocuments()) {
     const WordStreams sound = rich.document.streams();
     for (int round = 0; round < kRounds; ++round)
@@ -169,7 +169,7 @@ TEST_P(MutatedDocument, EndsInModerationWhateverItsStreamsHold) {
 }
 
 TEST_P(MutatedDocument, EndsInModerationWhateverItsContainerHolds) {
-  constexpr int kRounds = 60;
+  constexpr int kRounds = 30;
   for (const mutation::NamedDocument& rich : mutation::richDocuments()) {
     const Bytes sound = rich.document.build();
     for (int round = 0; round < kRounds; ++round) {

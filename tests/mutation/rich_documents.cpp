@@ -1,5 +1,6 @@
 #include "mutation/rich_documents.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "support/drawing_writer.h"
@@ -76,6 +77,49 @@ void addTables(WordDocument& doc) {
   doc.paragraph("end");
 }
 
+void addParagraphs(WordDocument& doc) {
+  const Shading shading = {.foreground = rgb(255, 0, 0), .background = rgb(0, 0, 255), .pattern = 20};
+  doc.paragraph("Framed").sprms(
+      {shadingSprm(0xC64D, shading), borderSprm(0xC64E, {.width = 8}), borderSprm(0xC652, {.type = 3}),
+       borderSprm(0xC653, {.space = 0x24}), sprm(0x261B, 0x30), sprm(0x442B, 0x8100), sprm(0x442C, 0x32),
+       sprm(0x8418, 500), sprm(0x8419, -20), sprm(0x841A, 3000), sprm(0x2423, 2), sprm(0x842F, 90)});
+  doc.paragraph("By characters")
+      .sprms({sprm(0x4455, 100), sprm(0x4456, 200), sprm(0x4457, 300), sprm(0x4458, 50), sprm(0x4459, 150),
+              sprm(0x4439, 1), sprm(0x443A, 4), sprm(0x2407, 1), lineSpacing(-300, false)});
+  doc.paragraph("By itself").sprms({sprm(0x245B, 1), sprm(0x245C, 1), sprm(0x2431, 0), sprm(0x2405, 1)});
+}
+
+/// Rows as older and newer programs write them, off their usual place and in patterns.
+void addRows(WordDocument& doc) {
+  const std::vector<int16_t> halves = {0, 2000, 4000};
+  const Border80 old = {.width = 8, .type = 27, .ico = 6};
+  const Border line = {.width = 8, .type = 26};
+  doc.row({"a", "b"}, {sprm(0x5400, 2), sprm(0x9601, 300), sprm(0x9602, 100), defTableSprm(halves),
+                       tableBorders80Sprm({old, old, old, old, old, old}), sprm(0xD609, Bytes{0x45, 4, 0, 0}),
+                       sprm(0xD620, Bytes{0, 1, 15, 8, 1, 6, 0})});
+  doc.row({"c", "d"},
+          {defTableSprm(halves), sprm(0x360D, 0x80), sprm(0x940E, 700), sprm(0x940F, 100), sprm(0x9410, 90),
+           sprm(0xD62F, ByteWriter().u8(0).u8(2).u8(15).bytes(line.bytes()).take()),
+           tableShadingSprm({{.foreground = 0xFF, .pattern = 14}, {.background = 0xFF00, .pattern = 38}})});
+  doc.paragraph("between");
+  doc.row({"e", "f"}, {defTableSprm(halves), sprm(0xF661, Bytes{3, 0xC8, 0}), sprm(0x548A, 1),
+                       cellDistanceSprm(0xD634, 0, 1, 15, 2, 100), cellDistanceSprm(0xD632, 0, 1, 3, 3, 50)});
+  doc.paragraph("end");
+}
+
+/// Numbers as each kind of list writes them.
+void addNumbers(WordDocument& doc) {
+  int32_t lsid = 200;
+  for (int format = 0; format <= 60; format += 3) {
+    List list = {.lsid = ++lsid};
+    for (int level = 0; level < 3; ++level)
+      list.levels.push_back(
+          {.startAt = 21, .numberFormat = static_cast<uint8_t>(format + level), .text = u"%1-%2-%3"});
+    const uint16_t number = doc.list(list);
+    for (int level = 0; level < 3; ++level) doc.paragraph("x").sprms({listItem(number, level)});
+  }
+}
+
 void addNotes(WordDocument& doc) {
   doc.paragraph("Note")
       .footnote(
@@ -144,7 +188,9 @@ void addTextBoxes(WordDocument& doc) {
   const drawing::Shape group = drawing::Shape(0, 1030).group(
       {0, 0, 100, 100}, {drawing::Shape(202, 1031).at({0, 0, 50, 50}).textBox(2),
                          drawing::Shape(3, 1032).at({50, 50, 100, 100})});
-  shapes.shape(0, drawing::Shape(202, 1025).textBox(1).props(drawing::Props().text(0x0380, u"box")),
+  shapes.shape(0,
+               drawing::Shape(202, 1025).textBox(1).props(
+                   drawing::Props().text(0x0380, u"box").number(0x4186, 2).number(0x0180, 2)),
                {.rect = kBox, .wrap = 2});
   shapes.shape(1, group, {.rect = kBox});
   shapes.blip({.type = 5});
@@ -164,9 +210,18 @@ constexpr struct {
   const char* name;
   void (*add)(WordDocument& doc);
 } kParts[] = {
-    {"Revisions", addRevisions},           {"Characters", addCharacters}, {"PiecesOfBothWidths", addPieces},
-    {"TablesInCells", addTables},          {"NotesWithTables", addNotes}, {"LinksAndHeadings", addLinks},
-    {"PictureBullets", addPictureBullets}, {"ListOverrides", addLists},   {"TextBoxes", addTextBoxes},
+    {"Revisions", addRevisions},
+    {"Characters", addCharacters},
+    {"PiecesOfBothWidths", addPieces},
+    {"TablesInCells", addTables},
+    {"NotesWithTables", addNotes},
+    {"LinksAndHeadings", addLinks},
+    {"PictureBullets", addPictureBullets},
+    {"ListOverrides", addLists},
+    {"FramedParagraphs", addParagraphs},
+    {"OldAndNewRows", addRows},
+    {"Numbers", addNumbers},
+    {"TextBoxes", addTextBoxes},
     {"SectionsOfAllKinds", addSections},
 };
 
