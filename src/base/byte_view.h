@@ -45,8 +45,8 @@ class ByteView {
     return value;
   }
 
-  /// The part that begins at `offset`, at most `length` bytes; shortened where the bytes end. At their very end
-  /// it is empty but there (`data` is not null), beyond it there is none.
+  /// The part that begins at `offset`, at most `length` bytes; shortened where the bytes end. At their very
+  /// end it is empty but there (`data` is not null), beyond it there is none.
   ByteView part(size_t offset, size_t length = SIZE_MAX) const {
     if (offset > size_) return {};
     const size_t left = size_ - offset;

@@ -148,7 +148,8 @@ Status KHtmlObjectWriter::GetLineProp_NV(const MsoROShape& shape, std::string& c
   const int lineStyle = props.number(pid::kLineStyle, -1);
   const int dashing = props.number(pid::kLineDashing, -1);
   const std::optional<int> width = props.number(pid::kLineWidth);
-  if (!stroked.has_value() && type == -1 && lineStyle == -1 && dashing == -1 && !width && !force) return Status::kNothing;
+  if (!stroked.has_value() && type == -1 && lineStyle == -1 && dashing == -1 && !width && !force)
+    return Status::kNothing;
   weight = width ? UnitSwitch::EMU2Pt(*width) : 1.0;
   const auto isTold = [](int value) { return value != -1 && value != 0; };
   style = isTold(lineStyle) ? "double" : isTold(dashing) ? "dashed" : "solid";

@@ -10,7 +10,7 @@ namespace {
 using AtnPositions = KDRPlcf<mso_word::ATRD, mso_word::FCLCB_ANNOTATION_REFS>;
 
 constexpr size_t kMostUsers = 4096;  // a reference could reach eight times as many, but each takes 160 bytes
-constexpr size_t kTagInExtra = 2;              // place of a range's tag in the extra data of its name
+constexpr size_t kTagInExtra = 2;    // place of a range's tag in the extra data of its name
 
 /// The table of authors: names as a length, a byte that is skipped, and 16-bit characters.
 void readUsers(ByteView names, std::vector<UserInfo>& users) {
