@@ -104,6 +104,10 @@ Bytes Shape::bytes() const {
 
 // Pictures.
 
+Bytes threeBytes() {
+  return {1, 2, 3};
+}
+
 Bytes Blip::bytes() const {
   ByteWriter body;
   body.fill(16, uid);
