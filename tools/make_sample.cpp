@@ -2,11 +2,13 @@
 //
 //     make_sample samples/sample.doc
 //
-// One function a topic, in the order of the pages. Grow it when the converter learns something.
+// One function a topic, in the order of the pages; drawings stand in sample_drawings.cpp. Grow it when the
+// converter learns something.
 
 #include <cstdio>
 #include <exception>
 
+#include "sample_drawings.h"
 #include "support/named_sprms.h"
 #include "support/word_document_writer.h"
 
@@ -98,8 +100,8 @@ void heading(WordDocument& doc, StyleIndex istd, const Text& text) {
 
 // --- Page 1: characters and paragraphs ---
 
-void addOpening(WordDocument& doc) {
-  doc.paragraph("A Sampler").istd(kTitle);
+void addOpening(WordDocument& doc, drawing::Canvas& canvas) {
+  sample::addBulletPicture(doc.paragraph("A Sampler").istd(kTitle), canvas);
   doc.paragraph("This document shows, on a few pages, what a word processor document can hold. ")
       .run("Each paragraph is an example of what it says.", {italic()});
 }
@@ -219,7 +221,7 @@ void addScripts(WordDocument& doc) {
   doc.paragraph("Chinese: ").run(u"天地玄黄，宇宙洪荒。", inFarEastFont(kChinese));
   doc.paragraph("Japanese: ").run(u"いろはにほへと、カタカナ。", inFarEastFont(kJapanese));
   doc.paragraph(u"Beyond sixteen bits: 😀 🎻 𝔄.");
-  doc.paragraph("Reserved: a < b & c > d, \"quoted\".");
+  doc.paragraph("Reserved: a < b & c > d, \"quoted\".").ownMark();
 }
 
 // --- Page 2, landscape: lists, tables, fields and notes ---
@@ -245,6 +247,7 @@ void addLists(WordDocument& doc) {
       doc.list({.lsid = 3, .levels = {bulletLevel(0xF0B7, kSymbol, indent(0))}, .simple = true});
   doc.paragraph("A list of points").sprms({listItem(bullets, 0)});
   doc.paragraph("without numbers.").sprms({listItem(bullets, 0)});
+  sample::addPictureBullets(doc);
 
   const uint16_t restarted = doc.listOverride({.lsid = 1, .levels = {{.level = 0, .startAt = 7}}});
   doc.paragraph("The first list once more, from seven.").sprms({listItem(restarted, 0)});
@@ -348,10 +351,11 @@ void addNotes(WordDocument& doc) {
       .run("something to say")
       .annotationEnd(1)
       .annotation("Is this clear enough?", remark)
-      .run(" here.");
+      .run(" here.")
+      .ownMark();
 }
 
-// --- Page 3, small and in two columns ---
+// --- Page 4, small and in two columns, behind the drawings ---
 
 void addClosing(WordDocument& doc) {
   heading(doc, kHeading2, "Another page size");
@@ -366,10 +370,11 @@ Sprms pageSize(uint16_t width, uint16_t height) {
 }
 
 void fill(WordDocument& doc) {
+  drawing::Canvas canvas(doc);
   addFonts(doc);
   addStyles(doc);
   doc.section(pageSize(11906, 16838));
-  addOpening(doc);
+  addOpening(doc, canvas);
   addCharacterFormatting(doc);
   addParagraphFormatting(doc);
   addScripts(doc);
@@ -380,10 +385,14 @@ void fill(WordDocument& doc) {
   addFields(doc);
   addNotes(doc);
 
+  doc.section(pageSize(11906, 16838));
+  sample::addDrawings(doc, canvas);
+
   doc.section(pageSize(8391, 11906)
                   .add(Sprms{sprm(0xB021, 720), sprm(0xB022, 720), sprm(0x500B, 1), sprm(0x900C, 360),
                              sprm(0x3019, 1)}));
   addClosing(doc);
+  canvas.finish();
 }
 
 }  // namespace

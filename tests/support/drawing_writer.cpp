@@ -1,7 +1,18 @@
 #include "support/drawing_writer.h"
 
+#include <iterator>
+
 namespace support::drawing {
 namespace {
+
+/// Places count from the column and the paragraph.
+constexpr uint32_t kFromParagraph = 2 << 3 | 2 << 1;
+
+/// The instance of a blip record. One more would tell of a second identity.
+uint16_t signatureOf(uint8_t type) {
+  constexpr uint16_t kSignatures[] = {0, 0, 0x3D4, 0x216, 0x542, 0x46A, 0x6E0, 0x7A8};
+  return type < std::size(kSignatures) ? kSignatures[type] : 0;
+}
 
 constexpr uint32_t kGroupBit = 1;
 constexpr uint32_t kChildBit = 2;
@@ -116,7 +127,7 @@ Bytes Blip::bytes() const {
   } else {
     body.u8(0xFF);
   }
-  return record(static_cast<uint16_t>(0xF018 + type), 0, 0, body.bytes(data).take());
+  return record(static_cast<uint16_t>(0xF018 + type), signatureOf(type), 0, body.bytes(data).take());
 }
 
 Bytes Blip::entry(uint32_t delayOffset) const {
@@ -144,7 +155,7 @@ Drawing& Drawing::anchor(uint32_t cp, uint32_t shapeId, const Place& place) {
   anchors_[cp] = ByteWriter()
                      .u32(shapeId)
                      .bytes(rectBytes(place.rect))
-                     .u16(static_cast<uint32_t>(place.wrap << 5))
+                     .u16(place.wrap << 5 | kFromParagraph)
                      .u32(0)
                      .take();
   return *this;
