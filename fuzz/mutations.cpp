@@ -114,7 +114,7 @@ struct TablePlace {
 std::vector<TablePlace> tablesOf(const DocumentStreams& streams) {
   std::vector<TablePlace> places;
   const ByteView fib = viewOf(streams.wordDocument);
-  for (uint32_t i = 0; i < kPairCount; ++i) {
+  for (uint32_t i = 0; i < kPairCount && kPairs + i * 8 + 8 <= fib.size(); ++i) {
     const size_t begin = fib.u32(kPairs + i * 8), length = fib.u32(kPairs + i * 8 + 4);
     if (length > 0 && begin < streams.table.size() && length <= streams.table.size() - begin)
       places.push_back({i, begin, begin + length});
