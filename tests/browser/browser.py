@@ -109,6 +109,24 @@ class Browser:
     def run(self, script, *arguments):
         return self._driver.execute_script(script, *arguments)
 
+    def show(self, element):
+        """Scrolls the page until the element stands in the middle of the window."""
+        self.run("arguments[0].scrollIntoView({block: 'center'})", element)
+
+    def colours(self, points):
+        """The colours of points of the window, as (red, green, blue), from a picture of what is drawn."""
+        return [tuple(colour) for colour in self._driver.execute_async_script(
+            """const [png, points, done] = arguments, picture = new Image();
+            picture.onload = () => {
+                const canvas = document.createElement("canvas");
+                [canvas.width, canvas.height] = [picture.width, picture.height];
+                const drawing = canvas.getContext("2d");
+                drawing.drawImage(picture, 0, 0);
+                done(points.map(([x, y]) => [...drawing.getImageData(x, y, 1, 1).data].slice(0, 3)));
+            };
+            picture.src = "data:image/png;base64," + png;""",
+            self._driver.get_screenshot_as_base64(), points)]
+
     # --- What a reader does ---
 
     def hover(self, element):

@@ -5,6 +5,7 @@
 #include <exception>
 #include <string>
 
+#include "browser/shape_documents.h"
 #include "support/named_sprms.h"
 #include "support/word_document_writer.h"
 
@@ -192,6 +193,8 @@ int main(int argc, char** argv) {
     save(folder + "/notes.doc", fillNotes);
     save(folder + "/tables.doc", fillTables);
     save(folder + "/sections.doc", fillSections);
+    save(folder + "/shapes.doc", fillShapes);
+    save(folder + "/pictures.doc", fillPictures);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s: %s\n", argv[0], error.what());
     return 1;

@@ -1,15 +1,11 @@
-"""What a reader sees of converted documents: pages_test.py PAGEREX MAKE_DOCUMENTS [TEST...]
-
-Exits with 77 where there is no browser to see it with."""
+"""What a reader sees of the text of converted documents: pages_test.py PAGEREX MAKE_DOCUMENTS [TEST...]"""
 
 import re
-import subprocess
 import sys
-import tempfile
-import unittest
 from pathlib import Path
 
-import browser
+import harness
+from harness import PIXELS_PER_POINT, Pages, page
 
 CONVERSIONS = (
     # document, view and its options
@@ -21,11 +17,6 @@ CONVERSIONS = (
     ("sections", "mulpages", "--pagesize", "300"),
     ("sections", "phone", "--pagesize", "300"),
 )
-PIXELS_PER_POINT = 96 / 72
-
-
-def page(document, view="normal", number=1):
-    return f"{document}-{view}.files/{number}.htm"
 
 
 def frame_page(document):
@@ -35,26 +26,6 @@ def frame_page(document):
 def pages_of(document, view):
     folder = Path(Pages.folder, f"{document}-{view}.files")
     return [page(document, view, number) for number in range(1, len(list(folder.glob("[0-9]*.htm"))) + 1)]
-
-
-class Pages(unittest.TestCase):
-    """One browser for all tests."""
-
-    folder = None
-    browser = None
-
-    def setUp(self):
-        self.b = Pages.browser
-
-    def assertNear(self, expected, actual, pixels=1.0):
-        self.assertLessEqual(abs(expected - actual), pixels, f"{actual} is not near {expected}")
-
-    def assertStyle(self, element, **properties):
-        for name, value in properties.items():
-            self.assertEqual(value, self.b.style(element, name.replace("_", "-")), name)
-
-    def assertPoints(self, points, element, name):
-        self.assertNear(points * PIXELS_PER_POINT, float(self.b.style(element, name).removesuffix("px")), 0.05)
 
 
 class FramePage(Pages):
@@ -410,28 +381,5 @@ class ManyPages(Pages):
         self.assertTrue(self.b.all("p.std15"))
 
 
-def convert(pagerex, make_documents, folder):
-    subprocess.run([make_documents, folder], check=True)
-    for document, view, *options in CONVERSIONS:
-        subprocess.run([pagerex, "--view", view, *options, f"{folder}/{document}.doc",
-                        f"{folder}/{document}-{view}.html"], check=True)
-
-
-def main():
-    pagerex, make_documents, *tests = sys.argv[1:]
-    missing = browser.what_is_missing()
-    if missing:
-        print("Skipped: the pages were not looked at in a browser, for want of", ", ".join(missing))
-        return 77
-    with tempfile.TemporaryDirectory() as folder:
-        Pages.folder = folder
-        convert(pagerex, make_documents, folder)
-        Pages.browser = browser.Browser(folder)
-        try:
-            return not unittest.main(argv=[sys.argv[0], *tests], exit=False, verbosity=2).result.wasSuccessful()
-        finally:
-            Pages.browser.close()
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(harness.main(CONVERSIONS))
