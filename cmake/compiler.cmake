@@ -10,6 +10,17 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 add_library(pagerex_build_flags INTERFACE)
 target_compile_options(pagerex_build_flags INTERFACE -Wall -Wextra -Wshadow $<$<BOOL:${PAGEREX_WERROR}>:-Werror>
                        -ffunction-sections -fdata-sections)
+# A multiplication and an addition in one step round once instead of twice: where a processor has such a step,
+# as 64-bit ARM does, digits would come out other than on a processor that has not.
+target_compile_options(pagerex_build_flags INTERFACE -ffp-contract=off)
+# On 32-bit systems the plain file functions fail for files, inodes and times that do not fit 32 bits.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  target_compile_definitions(pagerex_build_flags INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+endif()
+# On 32-bit ARM GCC notes each call whose convention GCC 7.1 changed.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
+  target_compile_options(pagerex_build_flags INTERFACE "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-psabi>")
+endif()
 # At -O3 GCC 12 warns of its own library: of strings joined and of vectors compared or appended to.
 target_compile_options(pagerex_build_flags INTERFACE
   "$<$<AND:$<COMPILE_LANG_AND_ID:CXX,GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict;-Wno-stringop-overread;-Wno-stringop-overflow>")

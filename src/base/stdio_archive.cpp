@@ -6,12 +6,12 @@
 
 #include "base/encoding.h"
 
-long StdioAdapter::size() const {
+int64_t StdioAdapter::size() const {
   if (!file_) return 0;
-  const long position = std::ftell(file_);
-  std::fseek(file_, 0, SEEK_END);
-  const long length = std::ftell(file_);
-  std::fseek(file_, position, SEEK_SET);
+  const int64_t position = ftello(file_);
+  fseeko(file_, 0, SEEK_END);
+  const int64_t length = ftello(file_);
+  fseeko(file_, position, SEEK_SET);
   return length;
 }
 

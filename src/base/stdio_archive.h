@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 
 /// The empty root of all byte archives.
 class DsArchive {};
 
-/// One C file, owned; null when closed. Serves reading and writing alike.
+/// One C file, owned; null when closed. Serves reading and writing alike. Positions have 64 bits on every
+/// system.
 class StdioAdapter {
  public:
   StdioAdapter() = default;
@@ -18,10 +20,10 @@ class StdioAdapter {
   void attach(FILE* file) { file_ = file; }
   bool good() const { return file_ != nullptr; }
   /// As fseek; -1 without a file.
-  int seek(const long& offset, int whence) { return file_ ? std::fseek(file_, offset, whence) : -1; }
-  long tell() const { return file_ ? std::ftell(file_) : -1; }
+  int seek(const int64_t& offset, int whence) { return file_ ? fseeko(file_, offset, whence) : -1; }
+  int64_t tell() const { return file_ ? ftello(file_) : -1; }
   /// Length in bytes; the position stays where it was.
-  long size() const;
+  int64_t size() const;
   /// Count of bytes that could be read or written.
   unsigned int get(char* buffer, unsigned int n);
   unsigned int put(const char* data, unsigned int n);

@@ -22,7 +22,7 @@ unsigned int StreamPieces::Peek(uint64_t offset, void* out, unsigned int size) {
 bool StreamPieces::Seek(uint64_t offset) {
   if (offset > UINT32_MAX) return false;
   try {
-    stream_.seek(static_cast<long>(offset), 0);
+    stream_.seek(static_cast<int64_t>(offset), 0);
     return true;
   } catch (int) {
     return false;

@@ -67,7 +67,7 @@ class DsReadArchiveDelegate : public DsArchive {
   /// In bytes.
   auto size() const { return adapter_.size(); }
   auto tell() const { return adapter_.tell(); }
-  auto seek(const long& offset, int whence) { return adapter_.seek(offset, whence); }
+  auto seek(const int64_t& offset, int whence) { return adapter_.seek(offset, whence); }
   /// Count of bytes that could be read.
   unsigned int get(void* buffer, unsigned int n) { return adapter_.get(static_cast<char*>(buffer), n); }
   unsigned int read(void* buffer, unsigned int n) { return get(buffer, n); }

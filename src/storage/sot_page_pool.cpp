@@ -16,8 +16,8 @@ constexpr uint32_t kSparePiece = 4096;
 template <class Archive>
 bool SotRoPagePool<Archive>::open(Archive& archive) {
   archive_ = &archive;
-  const long size = archive.size();
-  if (size < static_cast<long>(sizeof(header_))) return false;
+  const int64_t size = archive.size();
+  if (size < static_cast<int64_t>(sizeof(header_))) return false;
   fileSize_ = static_cast<uint64_t>(size);
   if (readFile(0, &header_, sizeof(header_)) != sizeof(header_)) return false;
   if (std::memcmp(header_.signature, kSignature, sizeof(kSignature)) != 0) return false;
@@ -140,7 +140,7 @@ uint32_t SotRoPagePool<Archive>::bytesInFile(int page) const {
 
 template <class Archive>
 unsigned int SotRoPagePool<Archive>::readFile(uint64_t position, void* buffer, unsigned int n) {
-  archive_->seek(static_cast<long>(position), SEEK_SET);
+  archive_->seek(static_cast<int64_t>(position), SEEK_SET);
   return archive_->get(buffer, n);
 }
 

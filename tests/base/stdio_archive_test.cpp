@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <filesystem>
 #include <string>
 
 #include "support/temp_folder.h"
@@ -46,6 +47,16 @@ TEST(StdioAdapter, WritesAtThePosition) {
   EXPECT_EQ(file.adapter.put("ab", 2), 2u);
   file.adapter.close();
   EXPECT_EQ(file.folder.read("ten"), "01ab456789");
+}
+
+/// More than `long` holds on a 32-bit system.
+TEST(StdioAdapter, TellsPositionsBeyondTwoGigabytes) {
+  TenBytes file;
+  constexpr int64_t kFar = int64_t{3} << 30;
+  std::filesystem::resize_file(file.folder.path("ten"), kFar);  // takes no room: nothing is written
+  EXPECT_EQ(file.adapter.size(), kFar);
+  EXPECT_EQ(file.adapter.seek(-1, SEEK_END), 0);
+  EXPECT_EQ(file.adapter.tell(), kFar - 1);
 }
 
 TEST(StdioAdapter, IsBadWithoutAFile) {

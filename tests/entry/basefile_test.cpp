@@ -98,6 +98,15 @@ TEST(CreateDir, TheRootIsNoFolderToMake) {
   EXPECT_TRUE(basefile::CreateDir(""));
 }
 
+/// Without its large form, the file functions of a 32-bit system know nothing of such a file.
+TEST(DelFilesInDir, RemovesAFileOfThreeGigabytes) {
+  TempFolder folder;
+  folder.write("a/long", std::string());
+  fs::resize_file(folder.path("a/long"), uintmax_t{3} << 30);  // takes no room: nothing is written
+  EXPECT_TRUE(basefile::DelFilesInDir(folder.path("a").c_str()));
+  EXPECT_FALSE(folder.exists("a/long"));
+}
+
 TEST(DelFilesInDir, EmptiesTheFolderAndKeepsIt) {
   TempFolder folder;
   for (const char* name : {"out/1.htm", "out/.hidden", "out/sub/deep/file", "beside"})
