@@ -20,9 +20,9 @@ struct Finished {
   std::string output;  ///< of both streams
 };
 
-/// Runs a program by the shell; the arguments are words of it.
+/// Runs a program by the shell, in a cross build under its emulator; the arguments are words of it.
 Finished run(const std::string& program, const std::string& arguments) {
-  FILE* const pipe = popen((program + " " + arguments + " 2>&1 </dev/null").c_str(), "r");
+  FILE* const pipe = popen((PAGEREX_EMULATOR + program + " " + arguments + " 2>&1 </dev/null").c_str(), "r");
   Finished finished;
   char buffer[4096];
   while (const size_t size = fread(buffer, 1, sizeof buffer, pipe)) finished.output.append(buffer, size);
