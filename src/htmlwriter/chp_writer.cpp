@@ -213,7 +213,7 @@ void KHtmlChpWriterNormal::WriteTextWithBookmarks() {
 
 Status KHtmlChpWriterNormal::WriteChpContent(uint32_t start, uint32_t end) {
   if (start == end) return Status::kNothing;
-  if (!isPart(start, end)) return Status::kInvalidArgument;
+  if (!isPart(start, end)) return Status::kFailure;
   WriteText(start, end);
   return Status::kOk;
 }

@@ -23,7 +23,7 @@ class KChpBase : public IChpWriter {
   virtual bool ProcessField() = 0;
   /// The current run as a whole.
   virtual Status WriteChpContent() = 0;
-  /// The text of a part of the run. kNothing for an empty part, kInvalidArgument for one outside the run.
+  /// The text of a part of the run. kNothing for an empty part, kFailure for one outside the run.
   virtual Status WriteChpContent(uint32_t start, uint32_t end) = 0;
   virtual void BeginChp();
   virtual void EndChp();

@@ -58,7 +58,7 @@ Status KChpMulpageBase::WriteChpContent() {
 /// A page size of 0 or below never cuts inside a run.
 Status KChpMulpageBase::WriteChpContent(uint32_t start, uint32_t end) {
   if (start == end) return Status::kNothing;
-  if (!isPart(start, end)) return Status::kInvalidArgument;
+  if (!isPart(start, end)) return Status::kFailure;
   const uint32_t pageSize = static_cast<uint32_t>(env_->pageSize);
   const uint32_t count = static_cast<uint32_t>(env_->charCount);
   if (env_->pageSize > 0 && mayChangePage() && count < pageSize && end - start > pageSize - count) {
@@ -119,7 +119,7 @@ Status KHtmlChpWriterPreview::WriteUpToLimit() {
 
 Status KHtmlChpWriterPreview::WriteChpContent(uint32_t start, uint32_t end) {
   if (start == end) return Status::kNothing;
-  if (!isPart(start, end)) return Status::kInvalidArgument;
+  if (!isPart(start, end)) return Status::kFailure;
   WriteText(start, end);
   return Status::kOk;
 }

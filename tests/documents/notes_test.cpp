@@ -103,6 +103,17 @@ TEST(Annotations, TheHeaderNamesAuthorAndDateUnpadded) {
                         kCommentLabel + noteParagraph("Look.")));
 }
 
+TEST(Annotations, TheirFormattingSurvives) {
+  WordDocument doc;
+  doc.paragraph("a").annotation(
+      [](Story& story) { story.paragraph().run("bold", {sprm(0x0835, 1)}).run("."); });
+  EXPECT_EQ(notesOf(Converted(doc)),
+            content("annotation", 0,
+                    "<b>Author,&nbsp;1900-0-0&nbsp;0:0:00&nbsp;\xE6\x98\x9F\xE6\x9C\x9F"
+                    "0" +
+                        kCommentLabel + p(span("bold", "font-weight:bold;line-height:10.5pt;") + span("."))));
+}
+
 TEST(Annotations, WithoutDateRecordsTheNameStandsAlone) {
   WordDocument doc(support::WordOptions{.fibPairs = 108});
   doc.paragraph("a").annotation("Look.");
@@ -135,6 +146,16 @@ TEST(Notes, ViewMulpagesPutsThemAtTheEndOfTheirPage) {
   EXPECT_EQ(notesOf(converted, 1), content("footnote", 0, noteParagraph("First.")));
   EXPECT_EQ(notesOf(converted, 2), content("footnote", 1, noteParagraph("Second.")));
   EXPECT_EQ(notesOf(converted, 3), "");
+}
+
+TEST(Notes, LongOnesStayOnThePageOfTheirAnchor) {
+  const std::string text(500, 'x');
+  WordDocument doc;
+  doc.paragraph("a").footnote(text).annotation(text).run("b");
+  const Converted converted(doc, {"view=mulpages", "pagesize=100"});
+  EXPECT_EQ(converted.pageCount(), 1);
+  EXPECT_NE(notesOf(converted).find(content("footnote", 0, noteParagraph(text))), std::string::npos);
+  EXPECT_NE(notesOf(converted).find(kCommentLabel + noteParagraph(text)), std::string::npos);
 }
 
 }  // namespace

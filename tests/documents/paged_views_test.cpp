@@ -99,6 +99,19 @@ TEST(PhonePages, WithoutAPageSizeEveryRunHasAPageOfItsOwn) {
   EXPECT_EQ(converted.body(4), p(span("c")));
 }
 
+TEST(PhonePages, WithoutAPageSizeAParagraphBehindTextBeginsOnAPageOfItsOwn) {
+  WordDocument doc;
+  doc.paragraph("a");
+  doc.paragraph("b");
+  const Converted converted(doc, {"view=phone"});
+  ASSERT_EQ(converted.pageCount(), 4);
+  EXPECT_EQ(converted.body(2), p(span("a")));
+  // The change in front of the paragraph opens it once, the paragraph itself again; then its run leaves.
+  EXPECT_TRUE(converted.page(3).ends_with(
+      kPap + "<p class=\"std0\" style=\"margin-top:0pt;\"\r\n></body>\r\n</html>"));
+  EXPECT_EQ(converted.body(4), p(span("b")));
+}
+
 TEST(PhonePages, APageSizeOfZeroGivesEachRunAPageAndNeverCuts) {
   WordDocument doc;
   doc.paragraph(x(50)).run("b", kBold);
@@ -123,6 +136,16 @@ TEST(PhonePages, AHyperlinkIsNotCut) {
   ASSERT_EQ(converted.pageCount(), 3);
   EXPECT_EQ(converted.body(1), kPap + span("<a href=\"u\">" + x(500)) + "</a>");
   EXPECT_EQ(converted.body(2), kPap + span("b") + span(x(199), kBoldCss));
+}
+
+TEST(PhonePages, AParagraphInsideAHyperlinkOpensNoPage) {
+  WordDocument doc;
+  doc.paragraph().fieldBegin(88).run("HYPERLINK \"u\"").fieldSeparator().run(x(190));
+  doc.paragraph().run(x(100)).fieldEnd().run(".");
+  const Converted converted(doc, phone(200));
+  ASSERT_EQ(converted.pageCount(), 2);
+  EXPECT_EQ(converted.body(1), p(span("<a href=\"u\">" + x(190))) + kPap + span(x(100)) + "</a>");
+  EXPECT_EQ(converted.body(2), p(span(".")));
 }
 
 TEST(PhonePages, ATableIsNotCut) {

@@ -268,6 +268,12 @@ TEST(Runs, ACharacterStyleIsTheClassAndItsSizeTheBase) {
   EXPECT_EQ(textOf(doc), p("<span class=\"std15\" style=\"line-height:20.0pt;\">x</span>"));
 }
 
+TEST(Runs, CharacterStyle4095IsNoClass) {
+  WordDocument doc;
+  doc.paragraph("x", {sprm(0x4A30, 4095)});
+  EXPECT_EQ(textOf(doc), p(span("x")));
+}
+
 TEST(Runs, AParagraphStylesSizeIsTheBaseOfItsRuns) {
   WordDocument doc;
   doc.style(0, support::Style().name("Normal").chpx({sprm(0x4A43, 48)}));
