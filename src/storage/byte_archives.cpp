@@ -1,5 +1,7 @@
 #include "storage/byte_archives.h"
 
+#include <sys/stat.h>
+
 #include "storage/com_interfaces.h"
 
 size_t wcslen_2bit(const unsigned short* text) {
@@ -54,5 +56,7 @@ void IStreamAdapter::ThrowIOError(int code) {
 }
 
 DsReadArchive::DsReadArchive(const char* path) {
-  if (path) adapter_.attach(std::fopen(path, "rb+"));
+  // A pipe or a device could hold the conversion up for ever, or take being opened for an order.
+  struct stat info;
+  if (path && stat(path, &info) == 0 && S_ISREG(info.st_mode)) adapter_.attach(std::fopen(path, "rb+"));
 }

@@ -109,7 +109,7 @@ class DsReadArchiveDelegate : public DsArchive {
 };
 
 /// Reads the file named by a path. The mode is "rb+": a file without write permission does not open, which
-/// `good` tells, though nothing is ever written.
+/// `good` tells, though nothing is ever written; nor does what is no regular file.
 class DsReadArchive : public DsReadArchiveDelegate<StdioAdapter> {
  public:
   explicit DsReadArchive(const char* path);

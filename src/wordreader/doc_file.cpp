@@ -1,6 +1,7 @@
 #include "wordreader/doc_file.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "storage/com_interfaces.h"
 
@@ -13,6 +14,12 @@ constexpr size_t kFirstSubDocLength = 3;  // place of the main text's length in 
 /// get room for so many times the stream, and a little more for small ones.
 constexpr uint64_t kMostCopies = 2;
 constexpr uint64_t kSpareTableBytes = 1 << 16;
+
+/// Gives the reference back also when reading a damaged file throws.
+struct StreamReleaser {
+  void operator()(IStream* stream) const { stream->Release(); }
+};
+using StreamReference = std::unique_ptr<IStream, StreamReleaser>;
 
 /// Opens a stream of `storage` for `archive`, which then holds the only reference.
 Status attachStream(IStorage* storage, const wchar_t* name, DsMemReadArchive& archive) {
@@ -47,12 +54,11 @@ Status KDRDocFile::open(IStorage* storage, ChainAllocator& allocator) {
   if (header.flags & mso_word::FIB_HEADER::kEncrypted) return Status::kEncrypted;
 
   const bool isTable1 = (header.flags & mso_word::FIB_HEADER::kTable1) != 0;
-  IStream* table = nullptr;
-  status = storage_->OpenStream(isTable1 ? L"1Table" : L"0Table", nullptr, kExclusiveRead, 0, &table);
+  IStream* opened = nullptr;
+  status = storage_->OpenStream(isTable1 ? L"1Table" : L"0Table", nullptr, kExclusiveRead, 0, &opened);
   if (failed(status)) return status;
-  status = table_.init(table, word_, allocator);
-  if (table) table->Release();
-  return status;
+  const StreamReference table(opened);
+  return table_.init(opened, word_, allocator);
 }
 
 void KDRDocFile::close() {
