@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <charconv>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <iterator>
@@ -70,6 +71,7 @@ int explainSource(const std::string& source) {
   if (stat(source.c_str(), &info) != 0)
     return fail(PAGEREX_CANNOT_OPEN, source + ": " + std::strerror(errno));
   if (S_ISDIR(info.st_mode)) return fail(PAGEREX_CANNOT_OPEN, source + ": is a folder");
+  if (!S_ISREG(info.st_mode)) return fail(PAGEREX_CANNOT_OPEN, source + ": is not a regular file");
   if (access(source.c_str(), R_OK) != 0) return fail(PAGEREX_CANNOT_OPEN, source + ": cannot be read");
   if (access(source.c_str(), W_OK) != 0)
     return fail(PAGEREX_CANNOT_OPEN,
@@ -79,23 +81,38 @@ int explainSource(const std::string& source) {
   return fail(PAGEREX_CANNOT_OPEN, source + ": not a Word 97-2003 document, or encrypted");
 }
 
+/// What the library met while writing: ": No space left on device"; empty for nothing.
+std::string outputError() {
+  const int error = PageRexOutputError();
+  return error ? std::string(": ") + std::strerror(error) : "";
+}
+
 int explainTarget(const std::string& target) {
+  if (PageRexOutputError() == EEXIST)
+    return fail(PAGEREX_CANNOT_WRITE,
+                "SOURCE lies in the folder for the files of " + target + ", which is emptied");
   const bool made = access(target.c_str(), W_OK) == 0;
-  return fail(PAGEREX_CANNOT_WRITE,
-              made ? "cannot create the folder for the files of " + target : "cannot create " + target);
+  return fail(PAGEREX_CANNOT_WRITE, (made ? "cannot create the folder for the files of " : "cannot create ") +
+                                        target + outputError());
+}
+
+/// Files that are shortened are no failure to the library.
+int explainOutput(const std::string& target) {
+  if (PageRexOutputError() == 0) return PAGEREX_OK;
+  return fail(PAGEREX_FAILED, target + ": the output is incomplete" + outputError());
 }
 
 int explain(int result, const Request& request) {
   std::setlocale(LC_ALL, "C");  // the library has left its own behind, which would speak Chinese
   switch (result) {
     case PAGEREX_OK:
-      return PAGEREX_OK;
+      return explainOutput(request.target);
     case PAGEREX_CANNOT_OPEN:
       return explainSource(request.source);
     case PAGEREX_CANNOT_WRITE:
       return explainTarget(request.target);
     default:
-      return fail(PAGEREX_FAILED, request.source + ": could not be converted to its end");
+      return fail(PAGEREX_FAILED, request.source + ": could not be converted to its end" + outputError());
   }
 }
 
@@ -147,7 +164,8 @@ constexpr char kHelp[] =
     "  --help          show this and exit\n"
     "  --version       show the version and exit\n"
     "\n"
-    "Exit codes: 0 converted, 1 usage, 2 not converted to its end, 3 SOURCE cannot be opened,\n"
+    "Exit codes: 0 converted, 1 usage, 2 not converted or not written to its end, 3 SOURCE cannot be "
+    "opened,\n"
     "4 TARGET cannot be created.\n";
 
 int usageError(const std::string& message) {
@@ -224,5 +242,6 @@ int main(int argc, char** argv) {
   int exitCode = 0;
   if (!readArguments(argc, argv, request, exitCode)) return exitCode;
   if (const int refused = check(request)) return refused;
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that reaches the limit of sizes is told of, as a full disk is
   return explain(request.progress ? convertWithProgress(request) : convert(request), request);
 }

@@ -4,7 +4,9 @@
 /* Word 97-2003 documents (.doc) to HTML. Usable from C and C++.
  *
  * A conversion runs on the caller's thread from start to end and sets the process locale; only one conversion
- * may run at a time in a process. No exception leaves these functions. */
+ * may run at a time in a process. Threads need a lock around it, processes none. No exception leaves these
+ * functions. A conversion raises one signal only, SIGXFSZ, and only where the host has set RLIMIT_FSIZE:
+ * ignore it there, since it ends the process. */
 
 #if defined(__GNUC__)
 #define PAGEREX_API __attribute__((visibility("default")))
@@ -60,12 +62,22 @@ typedef struct IPageRexCallBack {
  * A page size counts only behind a view other than normal, and has no default: pass one with these views.
  * Options that cannot be read are skipped. The source must be writable, though nothing is written to it.
  *
+ * Writing goes on when the file system fails, so that PAGEREX_OK does not say that the files are complete:
+ * ask PageRexOutputError. Only regular files are read. A document that its own output would destroy, being
+ * the main HTML file by whatever name or lying in the files folder, is not converted (PAGEREX_CANNOT_WRITE).
+ *
  * Returns PAGEREX_OK, PAGEREX_FAILED, PAGEREX_CANNOT_OPEN or PAGEREX_CANNOT_WRITE. */
 PAGEREX_API int PageRex(const char* source, const char* htmlPath, int argc, char** argv);
 
 /* Converts in view mulpages with `pageSize` characters per page, calling `callback` (may be null) for each
  * finished page. Returns PAGEREX_OK or PAGEREX_ERROR. */
 PAGEREX_API int pageRex(const char* source, const char* htmlPath, int pageSize, IPageRexCallBack* callback);
+
+/* Why the output of this thread's last conversion is not complete: a value of errno (ENOSPC, EFBIG, ...) of
+ * the first file or folder that could not be made, or not be written to its end, which then remains as it is.
+ * ENAMETOOLONG also for a path in the files folder of more than 259 bytes; EEXIST where the output would
+ * destroy the document. 0 when all that was to be written has arrived, or before the first conversion. */
+PAGEREX_API int PageRexOutputError(void);
 
 #ifdef __cplusplus
 }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cwchar>
 #include <string>
+#include <utility>
 
 #include "base/encoding.h"
 
@@ -23,14 +24,14 @@ unsigned int StdioAdapter::put(const char* data, unsigned int n) {
   return file_ ? static_cast<unsigned int>(std::fwrite(data, 1, n, file_)) : 0;
 }
 
-void StdioAdapter::close() {
-  if (file_) std::fclose(file_);
-  file_ = nullptr;
+bool StdioAdapter::close() {
+  FILE* const file = std::exchange(file_, nullptr);
+  return !file || std::fclose(file) == 0;
 }
 
 bool DsWriteArchive::open(const char* path) {
   close();
-  adapter_.attach(path ? std::fopen(path, "wb+") : nullptr);
+  adapter_.attach(OpenOutputFile(path));
   return good();
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+
+#include "base/output_files.h"
 
 /// The empty root of all byte archives.
 class DsArchive {};
@@ -27,7 +30,8 @@ class StdioAdapter {
   /// Count of bytes that could be read or written.
   unsigned int get(char* buffer, unsigned int n);
   unsigned int put(const char* data, unsigned int n);
-  void close();
+  /// False, with errno set, when what was written did not all arrive. True without a file.
+  bool close();
 
  private:
   FILE* file_ = nullptr;
@@ -38,19 +42,28 @@ template <class Adapter>
 class DsWriteArchiveDelegate : public DsArchive {
  public:
   bool good() const { return adapter_.good(); }
+  /// Count of bytes that could be written. Fewer than asked for, and a failure of `close`, are noted as
+  /// failures of the output.
   unsigned int put(const void* data, unsigned int n) {
-    return adapter_.put(static_cast<const char*>(data), n);
+    const unsigned int count = adapter_.put(static_cast<const char*>(data), n);
+    if (count < n && good()) NoteOutputError(errno);
+    return count;
   }
-  void close() { adapter_.close(); }
+  void close() {
+    if (!adapter_.close()) NoteOutputError(errno);
+  }
 
  protected:
   Adapter adapter_;
 };
 
-/// Writes the file named by a path, which is created or truncated (mode "wb+").
+/// Writes the file named by a path, which `OpenOutputFile` creates or truncates (mode "wb+").
 class DsWriteArchive : public DsWriteArchiveDelegate<StdioAdapter> {
  public:
   DsWriteArchive() = default;
+  DsWriteArchive(const DsWriteArchive&) = delete;
+  DsWriteArchive& operator=(const DsWriteArchive&) = delete;
+  ~DsWriteArchive() { close(); }
   explicit DsWriteArchive(const char* path) { open(path); }
   explicit DsWriteArchive(const wchar_t* path) { open(path); }
   /// True if the file is open. A file that was open before is closed first.

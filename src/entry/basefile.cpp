@@ -5,9 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+
+#include "base/output_files.h"
 
 namespace {
 
@@ -70,7 +73,7 @@ void basefile::MakeSureDirIsRight(std::string& dir) {
 }
 
 bool basefile::CreateFile(const char* path) {
-  FILE* const file = path ? std::fopen(path, "w+") : nullptr;
+  FILE* const file = OpenOutputFile(path);
   return file && std::fclose(file) == 0;
 }
 
@@ -82,7 +85,11 @@ bool basefile::CreateDir(const char* path) {
   for (char c : whole) {
     if (c == '/' && !prefix.empty()) {
       const Dir exists(opendir(prefix.c_str()));
-      if (!exists && mkdir(prefix.c_str(), 0777) != 0) return false;
+      const int error = errno;
+      if (!exists && mkdir(prefix.c_str(), 0777) != 0) {
+        if (errno == EEXIST) errno = error;  // what keeps it from being used tells more
+        return false;
+      }
     }
     prefix += c;
   }

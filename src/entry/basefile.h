@@ -11,7 +11,7 @@ struct basefile {
   static bool CreateFile(const char* path);
 
   /// Makes all missing folders of `path`, where only "/" parts the names. False when one of them can neither
-  /// be opened nor made.
+  /// be opened nor made, and errno tells why.
   static bool CreateDir(const char* path);
 
   /// Removes all that a folder holds; the folder remains. False when it cannot be opened as a folder, or at

@@ -1,5 +1,7 @@
 #include "entry/html_writer.h"
 
+#include <cerrno>
+
 #include "entry/basefile.h"
 #include "entry/index_pages.h"
 #include "htmlwriter/css_file_writer.h"
@@ -57,13 +59,22 @@ Status KHtmlWriter::Init(const KDRDocument* doc, const char* path, VIEW chosenVi
   return view == VIEW_PREVIEW ? Status::kOk : CreateFilesFolder();
 }
 
+std::string KHtmlWriter::FilesFolderOf(const std::string& path) {
+  std::string dir, name, extension;
+  basefile::splitpath(path.c_str(), dir, name, extension);
+  return dir + name + kFolderSuffix;
+}
+
 Status KHtmlWriter::CreateFilesFolder() {
   std::string dir, name, extension;
   basefile::splitpath(htmlPath.c_str(), dir, name, extension);
-  filesDir = dir + name + kFolderSuffix;
+  filesDir = FilesFolderOf(htmlPath);
   CreateObjectWriter(name);
   basefile::DelFilesInDir(filesDir.c_str());
-  if (!basefile::CreateDir(filesDir.c_str())) return Status::kCannotCreate;
+  if (!basefile::CreateDir(filesDir.c_str()) || !folder_.Enter(filesDir)) {
+    NoteOutputError(errno);
+    return Status::kCannotCreate;
+  }
   // The pages name this file; shapes that need script append to it.
   basefile::CreateFile(outputPath(filesDir, "shapejs.js").c_str());
   return Status::kOk;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "base/output_files.h"
 #include "base/status.h"
 #include "htmlwriter/env.h"
 #include "objectwriter/object_env.h"
@@ -32,12 +33,16 @@ class KHtmlWriter : public KEnv {
   /// returned: after anything but kOk the main HTML file has no index, while the pages written so far remain.
   Status Write();
 
+  /// The files folder of a main HTML path, without a slash behind it.
+  static std::string FilesFolderOf(const std::string& path);
+
  private:
   Status CreateFilesFolder();
   void CreateObjectWriter(const std::string& name);
   Status WritePages();
   void WriteIndex();
 
+  FilesFolder folder_;
   std::unique_ptr<ObjectWriter::KDocHtmlEnv> objectEnv_;
   std::unique_ptr<ObjectWriter::IObjectWriter> ownedObjectWriter_;
 };

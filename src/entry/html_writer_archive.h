@@ -13,7 +13,8 @@
 /// The output archive: spells markup, text and CSS into a 512 KiB buffer in front of one file at a time.
 /// Owns its file. The states are no file, open and closed; what is written while no file is open is dropped,
 /// though the memory of open tags, open CSS and spaces goes on, and `Open` leaves that memory as it is.
-/// Errors of the file system while writing are not looked at. Made on the heap, by CreateHtmlWriterArchive.
+/// Errors of the file system while writing are only noted (`FirstOutputError`). Made on the heap, by
+/// CreateHtmlWriterArchive.
 class KHtmlWriterArchive final : public IWriteArchive {
  public:
   KHtmlWriterArchive();  // in the .cpp, and not defaulted here: the buffer must not be cleared

@@ -1,8 +1,13 @@
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "base/encoding.h"
+#include "base/output_files.h"
 #include "entry/args.h"
 #include "entry/html_writer.h"
 #include "pagerex/numformat.h"
@@ -52,6 +57,12 @@ Options readOptions(int argc, char** argv) {
   return options;
 }
 
+/// Without links and dots; as it stands when there is no such file.
+std::string realPath(const char* path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path, nullptr), std::free);
+  return real ? real.get() : path;
+}
+
 /// The service that spells list numbers, up for the length of one conversion.
 struct NumberFormats {
   NumberFormats() { _XNFInit(); }
@@ -62,6 +73,19 @@ struct NumberFormats {
     _XNF_ClearNFTableCache();
   }
 };
+
+/// Whether writing the output would destroy the document that is read: as the main HTML file, by whatever
+/// name, or as one of the files in the files folder, which is emptied.
+bool wouldDestroy(const char* source, const char* htmlPath, VIEW view) {
+  struct stat read, written;
+  if (!htmlPath || stat(source, &read) != 0) return false;
+  if (stat(htmlPath, &written) == 0 && read.st_dev == written.st_dev && read.st_ino == written.st_ino)
+    return true;
+  const std::string folder = KHtmlWriter::FilesFolderOf(htmlPath);
+  if (view == pagerex::VIEW_PREVIEW || lstat(folder.c_str(), &written) != 0 || !S_ISDIR(written.st_mode))
+    return false;
+  return realPath(source).starts_with(realPath(folder.c_str()) + '/');
+}
 
 int write(KDRDocument& document, const char* htmlPath, const Options& options, IPageRexCallBack* callback) {
   KHtmlWriter writer;
@@ -75,12 +99,17 @@ int write(KDRDocument& document, const char* htmlPath, const Options& options, I
 
 /// A damaged document may make the reader throw; that is a failure of the step it was thrown in.
 int convert(const char* source, const char* htmlPath, const Options& options, IPageRexCallBack* callback) {
+  ForgetOutputError();
   KEncoding::SetLocale("zh_CN.UTF-8");
   bool opened = false;
   try {
     KDRDocument document;
     const NumberFormats numbers;
     opened = source && document.OpenDocument(source, 0x10000) == Status::kOk;
+    if (opened && wouldDestroy(source, htmlPath, options.view)) {
+      NoteOutputError(EEXIST);
+      return PAGEREX_CANNOT_WRITE;
+    }
     if (opened) return write(document, htmlPath, options, callback);
   } catch (...) {
   }
@@ -101,4 +130,8 @@ int pageRex(const char* source, const char* htmlPath, int pageSize, IPageRexCall
   const Options options{pagerex::VIEW_MULPAGES, pageSize};
   if (convert(source, htmlPath, options, callback) != PAGEREX_OK) return PAGEREX_ERROR;
   return PAGEREX_OK;
+}
+
+int PageRexOutputError(void) {
+  return FirstOutputError();
 }

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+/// The files that a conversion writes: where they may go, and the first of them that failed. All of it
+/// belongs to the thread that the conversion runs on.
+
+/// The files folder of a conversion, held open while it lasts: `OpenOutputFile` goes through it, so that
+/// nothing that others put in the place of the folder or of a file in it leads out of it.
+class FilesFolder {
+ public:
+  FilesFolder() = default;
+  FilesFolder(const FilesFolder&) = delete;
+  FilesFolder& operator=(const FilesFolder&) = delete;
+  ~FilesFolder() { Leave(); }
+
+  /// Holds the folder `path`, in place of the one held so far. False, with errno set, when it cannot be
+  /// opened as a folder, or is a symbolic link.
+  bool Enter(const std::string& path);
+  void Leave();
+
+  /// The name in the folder that `path` tells, or null when it lies elsewhere.
+  const char* NameOf(const char* path) const;
+  /// Makes the file `name` anew. Whatever had the name before loses it and stays as it is: another name of
+  /// the same file, or what a symbolic link points at.
+  FILE* Create(const char* name) const;
+
+ private:
+  int folder_ = -1;
+  std::string prefix_;  ///< of the paths in the folder, with the slash
+};
+
+/// Creates or truncates a file of the output (mode "wb+"). One in the thread's files folder is made anew.
+/// Null, and the failure is noted, for a null path or when it cannot be opened.
+FILE* OpenOutputFile(const char* path);
+
+/// Notes what the C library's errno says of a file that could not be opened, written to its end or closed;
+/// only the first failure is kept.
+void NoteOutputError(int error);
+/// The failure kept: a value of errno, 0 for none.
+int FirstOutputError();
+void ForgetOutputError();
