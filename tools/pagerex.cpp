@@ -66,11 +66,16 @@ int convertWithProgress(const Request& request) {
 
 // What is told of a failure.
 
+bool isFolder(const std::string& path) {
+  struct stat info;
+  return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
 int explainSource(const std::string& source) {
   struct stat info;
   if (stat(source.c_str(), &info) != 0)
     return fail(PAGEREX_CANNOT_OPEN, source + ": " + std::strerror(errno));
-  if (S_ISDIR(info.st_mode)) return fail(PAGEREX_CANNOT_OPEN, source + ": is a folder");
+  if (isFolder(source)) return fail(PAGEREX_CANNOT_OPEN, source + ": is a folder");
   if (!S_ISREG(info.st_mode)) return fail(PAGEREX_CANNOT_OPEN, source + ": is not a regular file");
   if (access(source.c_str(), R_OK) != 0) return fail(PAGEREX_CANNOT_OPEN, source + ": cannot be read");
   if (access(source.c_str(), W_OK) != 0)
@@ -91,7 +96,7 @@ int explainTarget(const std::string& target) {
   if (PageRexOutputError() == EEXIST)
     return fail(PAGEREX_CANNOT_WRITE,
                 "SOURCE lies in the folder for the files of " + target + ", which is emptied");
-  const bool made = access(target.c_str(), W_OK) == 0;
+  const bool made = access(target.c_str(), W_OK) == 0 && !isFolder(target);
   return fail(PAGEREX_CANNOT_WRITE, (made ? "cannot create the folder for the files of " : "cannot create ") +
                                         target + outputError());
 }

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -70,6 +71,9 @@ TEST(Target, ThatIsAFolderIsNotMade) {
   EXPECT_EQ(convert(place.source(), place.target()), outcome(PAGEREX_CANNOT_WRITE, EISDIR));
   EXPECT_TRUE(place.untouched());
   EXPECT_FALSE(place.folder().exists("out.files"));
+  const Finished got = runShell(PAGEREX_CLI " " + place.source() + " " + place.target());
+  EXPECT_EQ(got.exitCode, PAGEREX_CANNOT_WRITE);
+  EXPECT_EQ(got.output, "pagerex: cannot create " + place.target() + ": Is a directory\n");
 }
 
 TEST(Target, InAMissingFolderIsNotMade) {
@@ -182,6 +186,20 @@ TEST(Source, ThatIsNoDocumentIsNotOpened) {
   }
   EXPECT_EQ(PageRex(nullptr, place.target().c_str(), 0, nullptr), PAGEREX_CANNOT_OPEN);
   EXPECT_EQ(differences(snapshotOf(place.path()), before), "");
+}
+
+/// Being opened is an order to some devices, and a pipe would wait.
+TEST(Source, ThatIsAPipeIsNotTouched) {
+  const Place place;
+  const std::string pipe = place.path("pipe.doc");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+  const int watch = inotify_init1(IN_NONBLOCK);
+  ASSERT_GE(inotify_add_watch(watch, pipe.c_str(), IN_OPEN), 0);
+  EXPECT_EQ(convert(pipe, place.target()), outcome(PAGEREX_CANNOT_OPEN));
+  inotify_event event;
+  EXPECT_EQ(read(watch, &event, sizeof event), -1);
+  EXPECT_EQ(errno, EAGAIN);
+  close(watch);
 }
 
 TEST(Source, ThatIsALinkIsRead) {

@@ -1,6 +1,7 @@
 // Many conversions one after the other in a process, in several processes at once, and in threads that take
 // turns.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <sys/wait.h>
@@ -41,17 +42,18 @@ size_t countOf(const char* variable, size_t usual) {
   return text ? std::strtoul(text, nullptr, 10) : usual;
 }
 
-/// Sources of several kinds: shapes, pictures, notes, tables and lists; many pages; damaged; no document.
+/// Documents with shapes, pictures, notes, tables and lists; with many pages; damaged ones; no document.
 class Sources {
  public:
   Sources() {
     fs::copy_file(PAGEREX_SAMPLE_DOCUMENT, add("sample.doc"));
-    const std::string sample = folder_.read("sample.doc");
     richDocument().save(add("rich.doc"));
     longDocument(60).save(add("long.doc"));
-    folder_.write(fs::path(add("cut.doc")).filename(), sample.substr(0, sample.size() * 2 / 3));
-    folder_.write(fs::path(add("damaged.doc")).filename(), damaged(sample));
-    folder_.write(fs::path(add("text.doc")).filename(), std::string("no document"));
+    const std::string sample = folder_.read("sample.doc");
+    write("cut.doc", sample.substr(0, sample.size() * 2 / 3));
+    write("scratched.doc", damaged(sample, 401));
+    write("torn.doc", damaged(sample, 97));
+    write("text.doc", "no document");
   }
 
   const std::vector<std::string>& paths() const { return paths_; }
@@ -59,9 +61,14 @@ class Sources {
  private:
   std::string add(const std::string& name) { return paths_.emplace_back(folder_.path(name)); }
 
-  /// Some bytes of all kinds of tables are wrong; the header of the file is not.
-  static std::string damaged(std::string document) {
-    for (size_t i = 1531; i < document.size(); i += 1499) document[i] = static_cast<char>(document[i] ^ 0x5A);
+  void write(const std::string& name, const std::string& content) {
+    add(name);
+    folder_.write(name, content);
+  }
+
+  /// One byte in `step` is wrong; the header of the file is whole.
+  static std::string damaged(std::string document, size_t step) {
+    for (size_t i = 1531; i < document.size(); i += step) document[i] = static_cast<char>(document[i] ^ 0x5A);
     return document;
   }
 
@@ -69,7 +76,7 @@ class Sources {
   std::vector<std::string> paths_;
 };
 
-/// Converts each source in each view, with results, to a place of its own below `folder`.
+/// Converts each source in each view to a place of its own below `folder`.
 std::vector<Outcome> convertAll(const Sources& sources, const std::string& folder) {
   std::vector<Outcome> outcomes;
   for (size_t source = 0; source < sources.paths().size(); ++source) {
@@ -121,6 +128,8 @@ TEST(Repeated, ConversionsLeaveNeitherMemoryNorDescriptorsBehind) {
   size_t done = convertAll(sources, output.path()).size();
   const std::vector<Outcome> outcomes = convertAll(sources, output.path());
   const Snapshot written = snapshotOf(output.path());
+  for (const int result : {PAGEREX_OK, PAGEREX_FAILED, PAGEREX_CANNOT_OPEN})
+    ASSERT_THAT(outcomes, testing::Contains(outcome(result)));
   const Use before;
   done += outcomes.size();
   for (size_t next = 100; done < wanted; done += outcomes.size()) {
