@@ -45,7 +45,7 @@ const char kDrawEllipseScript[] = R"js(function drawEllipse(left,top,width,heigh
 		{
 			x = Math.sqrt(aa * aa * (1 - y * y / (bb * bb)));
 			dot(x + cx, y - cy);
-			dot(-x + cx, y - cy);
+			dot(-x + cx, -y - cy);
 		}
 	}
 }

@@ -95,6 +95,13 @@ TEST(ListLabels, TextWithoutPlaceholdersCountsNothing) {
   EXPECT_EQ(labels(doc), (Labels{"Note", "Note", "1.1"}));
 }
 
+TEST(ListLabels, AnUnknownNumberFormatIsDecimal) {
+  WordDocument doc;
+  item(doc,
+       doc.list({.lsid = 1, .levels = {{.startAt = 12, .numberFormat = 61, .text = u"%1", .follow = 2}}}));
+  EXPECT_EQ(labels(doc), (Labels{"12"}));
+}
+
 TEST(ListLabels, ABulletKeepsTheLowByteOfASymbol) {
   WordDocument doc;
   const uint16_t font = doc.font("Symbol");

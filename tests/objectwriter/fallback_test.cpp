@@ -279,4 +279,13 @@ TEST_F(ShapeScript, FunctionsTakeTheirArgumentsInThisOrder) {
       std::string(ObjectWriter::kDrawLineScript).find("function drawLine(X0,  X1, Y0, Y1, color, size)"), 0u);
 }
 
+TEST_F(ShapeScript, EllipseIsOutlinedByOppositeDots) {
+  const std::string script = ObjectWriter::kDrawEllipseScript;
+  std::string dots;
+  for (size_t at = 0; (at = script.find("dot(", at)) != std::string::npos; ++at) {
+    dots += script.substr(at + 4, script.find(')', at) - at - 4) + ";";
+  }
+  EXPECT_EQ(dots, "x, y;x + cx, y - cy;x + cx, -y - cy;x + cx, y - cy;-x + cx, -y - cy;");
+}
+
 }  // namespace
