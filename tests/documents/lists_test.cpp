@@ -70,6 +70,14 @@ TEST(ListLabels, AStartCountsOnlyUntilTheLevelRestarts) {
   EXPECT_EQ(labels(doc), (Labels{"5", "1", "1"}));
 }
 
+TEST(ListLabels, ADeeperLevelShownByAnUpperOneStartsAsThatDoes) {
+  WordDocument doc;
+  item(doc, doc.list({.lsid = 1,
+                      .levels = {{.startAt = 3, .text = u"%2", .follow = 2},
+                                 {.startAt = 7, .text = u"%2", .follow = 2}}}));
+  EXPECT_EQ(labels(doc), Labels{"3"});
+}
+
 TEST(ListLabels, ReadingAParentOfAListWithoutCountersStartsIt) {
   WordDocument doc;
   const uint16_t list =

@@ -116,6 +116,17 @@ TEST(Sections, AllSectionsFollowEachOtherOnTheOnePage) {
   EXPECT_NE(body.find("id=\"parent2\" style=\"background:#FFFFFF;width:450.000000pt;\""), std::string::npos);
 }
 
+TEST(Sections, ASectionDoesNotTakeOverMeasuresOfTheOneBefore) {
+  WordDocument doc;
+  doc.section({sprm(0xB01F, 10000)});
+  doc.paragraph("one");
+  doc.section({});
+  doc.paragraph("two");
+  const std::string body = Converted(doc).body();
+  EXPECT_NE(body.find("id=\"parent0\" style=\"background:#FFFFFF;width:500.000000pt;\""), std::string::npos);
+  EXPECT_NE(body.find("id=\"parent1\" style=\"background:#FFFFFF;width:612.000000pt;\""), std::string::npos);
+}
+
 // Paragraphs.
 
 TEST(Paragraphs, ALongDocumentIsOnePage) {

@@ -105,13 +105,15 @@ TEST(StyleSheet, CountsMoreStylesThanItReadFromADamagedRecord) {
 TEST(StyleSheet, EndsAtAStyleThatNameAndGroupsDoNotUseUp) {
   const Bytes table = support::styleSheetTable({Style().name("A"), Style().name("B"), Style()}, {});
   const Bytes second = {'B', 0};
-  Bytes damaged = table;
-  const auto at = std::search(damaged.begin(), damaged.end(), second.begin(), second.end());
-  *(at - 2) = 2;  // the name's length
-  const Sheet read(damaged);
-  EXPECT_NE(read.style(0), nullptr);
-  EXPECT_EQ(read.style(1), nullptr);
-  EXPECT_EQ(read.style(2), nullptr);
+  for (const uint8_t nameLength : {0, 2}) {  // too little is used up, and too much
+    Bytes damaged = table;
+    const auto at = std::search(damaged.begin(), damaged.end(), second.begin(), second.end());
+    *(at - 2) = nameLength;
+    const Sheet read(damaged);
+    EXPECT_NE(read.style(0), nullptr);
+    EXPECT_EQ(read.style(1), nullptr);
+    EXPECT_EQ(read.style(2), nullptr);
+  }
 }
 
 TEST(StyleSheet, EndsAtAStyleShorterThanItsFixedPart) {
