@@ -189,6 +189,20 @@ TEST(ShadingColour, MixesByTheShareOfThePattern) {
   EXPECT_EQ(support::rgb(242, 12, 105), GetBGColor(&shading));
 }
 
+TEST(ShadingColour, HasAShareForEachPattern) {
+  const std::vector<unsigned> reds = {
+      255, 12,  25,  51,  63,  76,  102, 127, 153, 178, 191, 204, 229,                      // 1
+      127, 127, 127, 127, 127, 127, 127, 127, 127, 127, 127, 127, 127, 127, 127, 127, 127,  // 14
+      127, 127, 127, 127,                                                                   // 31
+      5,   17,  31,  38,  43,  56,  68,  81,  89,  95,  107, 114, 119, 132,                 // 35
+      140, 145, 159, 165, 170, 183, 196, 209, 216, 223, 234, 242};                          // 49
+  ASSERT_EQ(reds.size(), 60u);
+  for (uint16_t pattern = 1; pattern <= 60; ++pattern) {
+    const SHDEX shading{support::rgb(255, 0, 0), support::rgb(0, 0, 0), pattern};
+    EXPECT_EQ(GetBGColor(&shading) & 0xFF, reds[pattern - 1]) << pattern;
+  }
+}
+
 TEST(ShadingColour, IsTheBackgroundForPatternsWithoutAShare) {
   for (uint16_t pattern : {61, 243, 244, 0xFFFF}) {
     const SHDEX shading{kRed, kBlue, pattern};
