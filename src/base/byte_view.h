@@ -58,6 +58,7 @@ class ByteView {
   T integer(size_t offset) const {
     if (contains(offset, sizeof(T))) {
       T value;
+      // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): a view without bytes contains none
       std::memcpy(&value, data_ + offset, sizeof(T));
       return value;
     }

@@ -2,6 +2,61 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
+
+namespace {
+
+constexpr int kMostQuickDecimals = 6;
+constexpr uint32_t kPowersOfTen[kMostQuickDecimals + 1] = {1, 10, 100, 1000, 10000, 100000, 1000000};
+
+/// A number without its sign, rounded to some decimals.
+struct Decimal {
+  uint64_t whole;
+  uint32_t decimals;
+};
+
+/// Whether `Rounded` knows how: what lies behind the point must fit 64 bits, so that no digit is lost.
+bool isQuick(double magnitude, int decimals) {
+  constexpr double kSmallest = 0x1p-11;
+  constexpr double kLargest = 0x1p32;
+  return decimals >= 0 && decimals <= kMostQuickDecimals && magnitude < kLargest &&
+         (magnitude >= kSmallest || magnitude == 0);
+}
+
+/// To nearest, ties to even, as printf rounds. The tables that the C++ library has for all numbers would be
+/// an eighth of the whole library.
+Decimal Rounded(double magnitude, int decimals) {
+  const uint32_t scale = kPowersOfTen[decimals];
+  const auto whole = static_cast<uint64_t>(magnitude);
+  const auto fraction = static_cast<uint64_t>((magnitude - static_cast<double>(whole)) * 0x1p64);
+  const uint64_t low = (fraction & UINT32_MAX) * scale;
+  const uint64_t high = (fraction >> 32) * scale + (low >> 32);
+  Decimal rounded = {whole, static_cast<uint32_t>(high >> 32)};
+  const uint64_t rest = high << 32 | (low & UINT32_MAX);
+  constexpr uint64_t kHalf = uint64_t{1} << 63;
+  const bool isOdd = ((decimals > 0 ? rounded.decimals : rounded.whole) & 1) != 0;
+  if (rest > kHalf || (rest == kHalf && isOdd)) ++rounded.decimals;
+  if (rounded.decimals == scale) rounded = {whole + 1, 0};
+  return rounded;
+}
+
+/// As snprintf, but in the C locale.
+template <class... Arguments>
+std::string_view Printed(char* buffer, size_t size, const char* format, Arguments... arguments) {
+  const int length = std::snprintf(buffer, size, format, arguments...);
+  if (length < 0 || static_cast<size_t>(length) >= size) return {};
+  char* out = buffer;
+  for (const char* in = buffer; *in; ++in) {
+    constexpr std::string_view kOthers = "0123456789+-einfa";
+    const bool isPoint = kOthers.find(*in) == std::string_view::npos;
+    if (!isPoint) *out++ = *in;
+    if (isPoint && out[-1] != '.') *out++ = '.';  // which may take several bytes
+  }
+  return {buffer, static_cast<size_t>(out - buffer)};
+}
+
+}  // namespace
 
 template <size_t N>
 FixedText<N>& FixedText<N>::appendInt(long long value) {
@@ -22,11 +77,21 @@ FixedText<N>& FixedText<N>::appendUnsigned(unsigned long long value) {
 template <size_t N>
 FixedText<N>& FixedText<N>::appendFixed(double value, int decimals) {
   if (!std::isfinite(value)) value = 0;
-  char digits[400];
-  const auto result =
-      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals);
-  if (result.ec != std::errc()) return *this;
-  return append(std::string_view(digits, static_cast<size_t>(result.ptr - digits)));
+  const double magnitude = std::fabs(value);
+  if (!isQuick(magnitude, decimals)) {
+    char digits[400];
+    return append(Printed(digits, sizeof digits, "%.*f", decimals, value));
+  }
+  Decimal rest = Rounded(magnitude, decimals);
+  if (std::signbit(value)) append('-');
+  appendUnsigned(rest.whole);
+  if (decimals > 0) append('.');
+  for (int i = decimals; i > 0; --i) {
+    const uint32_t place = kPowersOfTen[i - 1];
+    append(static_cast<char>('0' + rest.decimals / place));
+    rest.decimals %= place;
+  }
+  return *this;
 }
 
 template <size_t N>
@@ -77,6 +142,5 @@ LongNumberText fixedNumber(double value) {
 
 NumberText generalNumber(double value) {
   char digits[64];
-  const auto result = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 18);
-  return NumberText().append(std::string_view(digits, static_cast<size_t>(result.ptr - digits)));
+  return NumberText().append(Printed(digits, sizeof digits, "%.18g", value));
 }

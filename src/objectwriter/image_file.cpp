@@ -114,6 +114,7 @@ Status writeInflated(const StoredImage& image, const char* path) {
 /// A deflated stream that is being read.
 class Inflater {
  public:
+  // cppcheck-suppress uninitMemberVar ; a part is written before it is read
   explicit Inflater(ByteView source) {
     stream_.next_in = const_cast<Bytef*>(source.data());
     stream_.avail_in = static_cast<uInt>(source.size());

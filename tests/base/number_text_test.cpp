@@ -4,12 +4,17 @@
 
 #include <cfloat>
 #include <climits>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <random>
+#include <string>
+
+#include "support/temp_folder.h"
 
 namespace {
 
@@ -70,6 +75,45 @@ TEST(NumberText, FixedDecimalsAreThoseOfPrintf) {
     for (double value : {0.5, 1.5, 2.675, -0.04, 1e9 / 7})
       EXPECT_EQ(NumberText().appendFixed(value, decimals).c_str(), printed(form.c_str(), value));
   }
+}
+
+TEST(NumberText, DecimalsHalfwayAreRoundedToEven) {
+  for (int decimals = 0; decimals <= 7; ++decimals) {
+    const std::string form = "%." + std::to_string(decimals) + "f";
+    for (int i = -5000; i <= 5000; ++i) {
+      for (const double parts : {2.0, 8.0, 64.0, 128.0, 16384.0, 1048576.0}) {
+        const double value = i / parts;
+        ASSERT_EQ(NumberText().appendFixed(value, decimals).c_str(), printed(form.c_str(), value));
+      }
+    }
+  }
+}
+
+TEST(NumberText, DecimalsBesideAHalfAreNotTakenForOne) {
+  for (int decimals = 0; decimals <= 6; ++decimals) {
+    const std::string form = "%." + std::to_string(decimals) + "f";
+    for (const double half :
+         {0.5, 0.125, 2.5, 1e6 + 0.5, 4294967295.5, 4294967296.5, 0.000488281250, 99.995}) {
+      for (const double value : {std::nextafter(half, 0), half, std::nextafter(half, 1e10)})
+        ASSERT_EQ(NumberText().appendFixed(-value, decimals).c_str(), printed(form.c_str(), -value));
+    }
+  }
+}
+
+TEST(NumberText, HasAPointInLocalesWithAComma) {
+  const support::TempFolder folder;
+  const std::string locale = folder.path("de_DE.UTF-8");
+  if (std::system(("localedef -i de_DE -f UTF-8 " + locale + " >/dev/null 2>&1").c_str()) != 0)
+    GTEST_SKIP() << "localedef does not make a locale";
+  setenv("LOCPATH", folder.path().c_str(), 1);
+  const std::string before = std::setlocale(LC_NUMERIC, nullptr);
+  const bool isSet = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") && printed("%.1f", 0.5) == "0,5";
+  const std::string texts = std::string(NumberText().appendFixed(1e10, 1).c_str()) + ' ' +
+                            fixedNumber(0.00001).c_str() + ' ' + generalNumber(0.5).c_str();
+  std::setlocale(LC_NUMERIC, before.c_str());
+  unsetenv("LOCPATH");
+  if (!isSet) GTEST_SKIP() << "the locale cannot be set";
+  EXPECT_EQ(texts, "10000000000.0 0.000010 0.5");
 }
 
 TEST(NumberText, IntegersReachTheirLimits) {
