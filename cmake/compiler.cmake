@@ -30,7 +30,8 @@ if(PAGEREX_STATIC_RUNTIME AND NOT PAGEREX_SANITIZE)
   target_link_options(pagerex_runtime INTERFACE -static-libstdc++ -static-libgcc)
 endif()
 if(PAGEREX_SANITIZE)
-  target_compile_options(pagerex_build_flags INTERFACE -O1 -fno-omit-frame-pointer -fsanitize=address,undefined
+  # Reports need lines, not variables, which would take a quarter of the time of a build.
+  target_compile_options(pagerex_build_flags INTERFACE -O1 -g1 -fno-omit-frame-pointer -fsanitize=address,undefined
                          -fno-sanitize-recover=undefined)
   target_link_options(pagerex_build_flags INTERFACE -fsanitize=address,undefined)
 endif()
