@@ -5,6 +5,8 @@
 
 #include "base/status.h"
 
+class OutputFiles;
+
 /// Code page for wide text in the output; 65001 is UTF-8.
 enum class WebEncoding : uint32_t { kUtf8 = 65001 };
 
@@ -97,11 +99,12 @@ class IWriteArchive {
   virtual void AddTextEx(const unsigned short* text, unsigned int length) = 0;
 };
 
-/// Makes an archive on the file `path`, which is truncated; the caller hands it to DeleteHtmlWriterArchive.
-/// kInvalidArgument for a null `archive` or when the file cannot be created. The last three are not looked
-/// at.
-Status CreateHtmlWriterArchive(IWriteArchive** archive, const char* path, unsigned int flags1 = 4113,
-                               unsigned int flags2 = 4096, char* reserved = nullptr);
+/// Makes an archive on the file `path` of the output `files`, which outlives it; the file is truncated, and
+/// the caller hands the archive to DeleteHtmlWriterArchive. kInvalidArgument for a null `archive` or when the
+/// file cannot be created. The last three are not looked at.
+Status CreateHtmlWriterArchive(IWriteArchive** archive, OutputFiles& files, const char* path,
+                               unsigned int flags1 = 4113, unsigned int flags2 = 4096,
+                               char* reserved = nullptr);
 
 /// Writes out, closes and frees; null is accepted.
 void DeleteHtmlWriterArchive(IWriteArchive* archive);
@@ -113,8 +116,8 @@ struct ArchiveDeleter {
 using ArchivePtr = std::unique_ptr<IWriteArchive, ArchiveDeleter>;
 
 /// The same, owned; null when the file cannot be created.
-inline ArchivePtr CreateOwnedArchive(const char* path) {
+inline ArchivePtr CreateOwnedArchive(OutputFiles& files, const char* path) {
   IWriteArchive* archive = nullptr;
-  CreateHtmlWriterArchive(&archive, path);
+  CreateHtmlWriterArchive(&archive, files, path);
   return ArchivePtr(archive);
 }

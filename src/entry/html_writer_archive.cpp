@@ -52,9 +52,10 @@ NumberText rgbText(unsigned int colour) {
 
 }  // namespace
 
-Status CreateHtmlWriterArchive(IWriteArchive** archive, const char* path, unsigned int, unsigned int, char*) {
+Status CreateHtmlWriterArchive(IWriteArchive** archive, OutputFiles& files, const char* path, unsigned int,
+                               unsigned int, char*) {
   if (!archive) return Status::kInvalidArgument;
-  auto made = std::make_unique<KHtmlWriterArchive>();
+  auto made = std::make_unique<KHtmlWriterArchive>(files);
   if (made->Open(path) != Status::kOk) return Status::kInvalidArgument;
   *archive = made.release();
   return Status::kOk;
@@ -64,7 +65,7 @@ void DeleteHtmlWriterArchive(IWriteArchive* archive) {
   delete archive;
 }
 
-KHtmlWriterArchive::KHtmlWriterArchive() = default;
+KHtmlWriterArchive::KHtmlWriterArchive(OutputFiles& files) : files_(files) {}
 
 KHtmlWriterArchive::~KHtmlWriterArchive() {
   Close();
@@ -378,7 +379,7 @@ template <class Path>
 Status KHtmlWriterArchive::OpenFile(const Path* path) {
   Close();
   const bool first = !file_;
-  if (first) file_ = std::make_unique<DsWriteArchive>();
+  if (first) file_ = std::make_unique<DsWriteArchive>(files_);
   if (path && file_->open(path)) {
     capacity_ = kBufferSize;
     return Status::kOk;

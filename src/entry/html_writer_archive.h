@@ -13,11 +13,12 @@
 /// The output archive: spells markup, text and CSS into a 512 KiB buffer in front of one file at a time.
 /// Owns its file. The states are no file, open and closed; what is written while no file is open is dropped,
 /// though the memory of open tags, open CSS and spaces goes on, and `Open` leaves that memory as it is.
-/// Errors of the file system while writing are only noted (`FirstOutputError`). Made on the heap, by
+/// Errors of the file system while writing are only noted (`OutputFiles::FirstError`). Made on the heap, by
 /// CreateHtmlWriterArchive.
 class KHtmlWriterArchive final : public IWriteArchive {
  public:
-  KHtmlWriterArchive();  // in the .cpp, and not defaulted here: the buffer must not be cleared
+  explicit KHtmlWriterArchive(
+      OutputFiles& files);  // in the .cpp, and not defaulted here: the buffer must not be cleared
   ~KHtmlWriterArchive() override;
 
   void BeginElement(const char* name, const char* ns) override;
@@ -138,6 +139,7 @@ class KHtmlWriterArchive final : public IWriteArchive {
   }
 
   WebEncoding webEncoding_ = WebEncoding::kUtf8;
+  OutputFiles& files_;  ///< of the conversion
   std::unique_ptr<DsWriteArchive> file_;
   uint64_t writtenOut_ = 0;  ///< bytes that have left the buffer, or gone past it
   uint32_t used_ = 0;        ///< bytes in the buffer

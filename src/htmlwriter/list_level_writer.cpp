@@ -7,8 +7,8 @@
 #include "htmlwriter/css_file_writer.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
-#include "htmlwriter/work_limits.h"
 #include "objectwriter/object_writer_interface.h"
+#include "story/work_limits.h"
 #include "wordreader/font_table.h"
 #include "wordreader/list_table.h"
 
@@ -21,7 +21,7 @@ constexpr unsigned int kUtf8 = 65001;
 
 /// Bytes of the level's own character properties; null if they could not be read.
 const KDRPropx* chpxOf(const KDRListLevel& level, const KEnv& env) {
-  return level.GetChpx(*env.document);
+  return level.GetChpx(*env.conversion->document);
 }
 
 bool isPictureBulletName(const unsigned short* name) {
@@ -48,16 +48,16 @@ Status KHtmlListLevelWriter::Write(const KDRSpanProp* base) {
   const KDRListLevel* level = list->GetLevel(ilvl);
   if (!level || !level->Good()) return Status::kInvalidArgument;
 
-  env_->archive->BeginElement("span");
+  env_->conversion->archive->BeginElement("span");
   WriteLevelProps(*level, *base);
   Status status = _WriteNumber(level);
   if (failed(status)) status = _WriteBullet(level);
-  env_->archive->EndElement("span");
+  env_->conversion->archive->EndElement("span");
   return status;
 }
 
 const KDRList* KHtmlListLevelWriter::CurrentList() const {
-  const KDRListTable& lists = env_->document->GetListTable();
+  const KDRListTable& lists = env_->conversion->document->GetListTable();
   const uint16_t ilfo = env_->pap.listIlfo;
   return ilfo == 0 || ilfo > lists.Count() ? nullptr : lists.Item(ilfo);
 }
@@ -69,7 +69,7 @@ void KHtmlListLevelWriter::WriteLevelProps(const KDRListLevel& level, const KDRS
   const KDWSprmList sprms(chpx->sprms());
   KDRSpanProp span = base;
   Sprms2SpanProp(sprms, &span);
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   const uint16_t istd = sprms.GetCharIstd();
   if (istd != mso_word::kNoCharacterStyle) {
     std::string name;
@@ -77,7 +77,7 @@ void KHtmlListLevelWriter::WriteLevelProps(const KDRListLevel& level, const KDRS
     if (!name.empty()) archive->AddAttribute("class", name.c_str());
   }
   archive->StartCssStyle();
-  WriteChProps(&span, archive, &env_->document->GetFontTable(), -1, 10.5f);
+  WriteChProps(&span, archive, &env_->conversion->document->GetFontTable(), -1, 10.5f);
   archive->EndCssStyle();
 }
 
@@ -112,8 +112,8 @@ std::wstring KHtmlListLevelWriter::NumberFor(const KDRList& list, unsigned int p
   if (placeholder >= list.GetLevelCount()) return number;
   const KDRListLevel* level = list.GetLevel(static_cast<unsigned short>(placeholder));
   const unsigned int nfc = level && level->Good() ? level->GetNfc() : 0;
-  const int count =
-      counts_.GetCount(env_->pap.listIlfo, env_->pap.listIlvl, placeholder, &env_->document->GetListTable());
+  const int count = counts_.GetCount(env_->pap.listIlfo, env_->pap.listIlvl, placeholder,
+                                     &env_->conversion->document->GetListTable());
   TxFormatNum(static_cast<unsigned int>(count), nfc, &number);
   return number;
 }
@@ -148,26 +148,26 @@ Status KHtmlListLevelWriter::_WriteBullet(const KDRListLevel* level) {
 /// Picture bullets stand in the text under a hidden bookmark. Only the first bookmark is ever looked at.
 Status KHtmlListLevelWriter::_ParseBullet(unsigned int index) {
   const KDRPlcfBkf* bookmarks = env_->bookmarkStarts;
-  if (!env_->objectWriter || !bookmarks || index >= bookmarks->Count()) return Status::kFailure;
+  if (!env_->conversion->objectWriter || !bookmarks || index >= bookmarks->Count()) return Status::kFailure;
   const auto first = bookmarks->Item(0);
   if (!isPictureBulletName(first.name.text)) return Status::kFailure;
-  KWorkLimits& limits = WorkLimitsOf(*env_);
+  KWorkLimits& limits = env_->conversion->Limits();
   const uint32_t end = std::min(first.range.end, env_->textPool->size());
   Status status = Status::kFailure;
   for (uint32_t cp = first.range.start; cp < end && limits.TryBullet(); ++cp) {
-    status = env_->objectWriter->WriteEmbedShape(cp);
+    status = env_->conversion->objectWriter->WriteEmbedShape(cp);
   }
   return status;
 }
 
 void KHtmlListLevelWriter::WriteLabel(const std::string& text) {
   if (text.empty()) return;
-  env_->archive->AddContent(text.c_str(), -1, true);
+  env_->conversion->archive->AddContent(text.c_str(), -1, true);
   if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->CollectTitle(text.c_str());
 }
 
 void KHtmlListLevelWriter::WriteGap() {
-  env_->archive->AddContent("&nbsp;");
+  env_->conversion->archive->AddContent("&nbsp;");
   if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->CollectTitle(" ");
 }
 

@@ -3,7 +3,8 @@
 #include <string>
 
 #include "htmlwriter/env.h"
-#include "htmlwriter/list_number.h"
+#include "story/list_counts.h"
+#include "story/list_number.h"
 
 class KDRList;
 class KDRListLevel;

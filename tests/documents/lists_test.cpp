@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "documents/converted.h"
-#include "htmlwriter/list_number.h"
+#include "story/list_counts.h"
+#include "story/list_number.h"
 
 namespace {
 

@@ -11,7 +11,7 @@ namespace {
 /// An archive on a file of its own.
 class Output {
  public:
-  Output() { EXPECT_EQ(CreateHtmlWriterArchive(&archive_, path().c_str()), Status::kOk); }
+  Output() { EXPECT_EQ(CreateHtmlWriterArchive(&archive_, files_, path().c_str()), Status::kOk); }
   ~Output() { DeleteHtmlWriterArchive(archive_); }
   IWriteArchive* operator->() { return archive_; }
   std::string path(const char* name = "a.htm") const { return folder_.path(name); }
@@ -24,6 +24,7 @@ class Output {
 
  private:
   support::TempFolder folder_;
+  OutputFiles files_;
   IWriteArchive* archive_ = nullptr;
 };
 
@@ -416,7 +417,8 @@ TEST(ArchiveFile, TheNextFileGetsOnlyItsOwnBytes) {
 }
 
 TEST(ArchiveFile, AFailedOpenOfTheFirstFileLeavesNoFileObject) {
-  KHtmlWriterArchive* const archive = new KHtmlWriterArchive;
+  OutputFiles files;
+  KHtmlWriterArchive* const archive = new KHtmlWriterArchive(files);
   EXPECT_EQ(archive->Open("/nowhere/at/all"), Status::kNothing);
   EXPECT_FALSE(archive->WriteArchiveIsOk());
   archive->Put("dropped");
@@ -441,10 +443,11 @@ TEST(ArchiveFile, WidePathsArePossible) {
 }
 
 TEST(ArchiveFactory, RefusesANullTargetAndAPathThatCannotBeCreated) {
+  OutputFiles files;
   IWriteArchive* archive = nullptr;
-  EXPECT_EQ(CreateHtmlWriterArchive(nullptr, "/tmp/x"), Status::kInvalidArgument);
-  EXPECT_EQ(CreateHtmlWriterArchive(&archive, "/nowhere/at/all"), Status::kInvalidArgument);
-  EXPECT_EQ(CreateHtmlWriterArchive(&archive, nullptr), Status::kInvalidArgument);
+  EXPECT_EQ(CreateHtmlWriterArchive(nullptr, files, "/tmp/x"), Status::kInvalidArgument);
+  EXPECT_EQ(CreateHtmlWriterArchive(&archive, files, "/nowhere/at/all"), Status::kInvalidArgument);
+  EXPECT_EQ(CreateHtmlWriterArchive(&archive, files, nullptr), Status::kInvalidArgument);
   EXPECT_EQ(archive, nullptr);
   DeleteHtmlWriterArchive(nullptr);
 }

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "base/byte_view.h"
-#include "htmlwriter/table_rows.h"
-#include "htmlwriter/work_limits.h"
+#include "story/table_rows.h"
+#include "story/work_limits.h"
 #include "wordreader/sprm_list.h"
 
 namespace pagerex {

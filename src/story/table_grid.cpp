@@ -1,4 +1,4 @@
-#include "htmlwriter/table_grid.h"
+#include "story/table_grid.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,8 @@
-#include "entry/index_pages.h"
+#include "htmlwriter/index_pages.h"
 
 #include <gtest/gtest.h>
 
+#include "base/output_files.h"
 #include "support/temp_folder.h"
 
 using namespace pagerex;
@@ -46,22 +47,27 @@ constexpr char kPlainStart[] =
     "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\"></meta></head><body>";
 
 std::string framePage(bool hasNavigation) {
+  OutputFiles files;
   TempFolder folder;
-  EXPECT_EQ(
-      WriteFramePage(folder.path("x.htm").c_str(), "x.files/navigation.html", "x.files/1.htm", hasNavigation),
-      Status::kOk);
+  EXPECT_EQ(WriteFramePage(files, folder.path("x.htm").c_str(), "x.files/navigation.html", "x.files/1.htm",
+                           hasNavigation),
+            Status::kOk);
   return folder.read("x.htm");
 }
 
 std::string pageList(const std::string& filesFolderName, int pageCount) {
+  OutputFiles files;
   TempFolder folder;
-  EXPECT_EQ(WriteHtmlMain(folder.path("x.htm").c_str(), filesFolderName.c_str(), pageCount), Status::kOk);
+  EXPECT_EQ(WriteHtmlMain(files, folder.path("x.htm").c_str(), filesFolderName.c_str(), pageCount),
+            Status::kOk);
   return folder.read("x.htm");
 }
 
 std::string mulpagesInfo(const std::string& filesFolderName, int pageCount) {
+  OutputFiles files;
   TempFolder folder;
-  EXPECT_EQ(WriteMulpagesInfo(folder.path("x.htm").c_str(), filesFolderName.c_str(), pageCount), Status::kOk);
+  EXPECT_EQ(WriteMulpagesInfo(files, folder.path("x.htm").c_str(), filesFolderName.c_str(), pageCount),
+            Status::kOk);
   return folder.read("x.htm");
 }
 
@@ -99,22 +105,24 @@ TEST(MulpagesInfo, CutsPathsAt259Bytes) {
 }
 
 TEST(IndexPages, RefuseNullPointersAndEmptyDocuments) {
+  OutputFiles files;
   TempFolder folder;
   const std::string path = folder.path("x.htm");
-  EXPECT_EQ(WriteFramePage(nullptr, "n", "1", true), Status::kInvalidArgument);
-  EXPECT_EQ(WriteFramePage(path.c_str(), nullptr, "1", true), Status::kInvalidArgument);
-  EXPECT_EQ(WriteFramePage(path.c_str(), "n", nullptr, true), Status::kInvalidArgument);
-  EXPECT_EQ(WriteHtmlMain(nullptr, "f", 1), Status::kInvalidArgument);
-  EXPECT_EQ(WriteHtmlMain(path.c_str(), nullptr, 1), Status::kInvalidArgument);
-  EXPECT_EQ(WriteHtmlMain(path.c_str(), "f", 0), Status::kInvalidArgument);
-  EXPECT_EQ(WriteMulpagesInfo(nullptr, "f", 1), Status::kInvalidArgument);
-  EXPECT_EQ(WriteMulpagesInfo(path.c_str(), nullptr, 1), Status::kInvalidArgument);
-  EXPECT_EQ(WriteMulpagesInfo(path.c_str(), "f", -1), Status::kInvalidArgument);
+  EXPECT_EQ(WriteFramePage(files, nullptr, "n", "1", true), Status::kInvalidArgument);
+  EXPECT_EQ(WriteFramePage(files, path.c_str(), nullptr, "1", true), Status::kInvalidArgument);
+  EXPECT_EQ(WriteFramePage(files, path.c_str(), "n", nullptr, true), Status::kInvalidArgument);
+  EXPECT_EQ(WriteHtmlMain(files, nullptr, "f", 1), Status::kInvalidArgument);
+  EXPECT_EQ(WriteHtmlMain(files, path.c_str(), nullptr, 1), Status::kInvalidArgument);
+  EXPECT_EQ(WriteHtmlMain(files, path.c_str(), "f", 0), Status::kInvalidArgument);
+  EXPECT_EQ(WriteMulpagesInfo(files, nullptr, "f", 1), Status::kInvalidArgument);
+  EXPECT_EQ(WriteMulpagesInfo(files, path.c_str(), nullptr, 1), Status::kInvalidArgument);
+  EXPECT_EQ(WriteMulpagesInfo(files, path.c_str(), "f", -1), Status::kInvalidArgument);
   EXPECT_FALSE(folder.exists("x.htm"));
 }
 
 TEST(IndexPages, TellWhenTheirFileCannotBeCreated) {
-  EXPECT_EQ(WriteFramePage("/nowhere/x.htm", "n", "1", true), Status::kInvalidArgument);
-  EXPECT_EQ(WriteHtmlMain("/nowhere/x.htm", "f", 1), Status::kInvalidArgument);
-  EXPECT_EQ(WriteMulpagesInfo("/nowhere/x.htm", "f", 1), Status::kFailure);
+  OutputFiles files;
+  EXPECT_EQ(WriteFramePage(files, "/nowhere/x.htm", "n", "1", true), Status::kInvalidArgument);
+  EXPECT_EQ(WriteHtmlMain(files, "/nowhere/x.htm", "f", 1), Status::kInvalidArgument);
+  EXPECT_EQ(WriteMulpagesInfo(files, "/nowhere/x.htm", "f", 1), Status::kFailure);
 }

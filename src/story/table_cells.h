@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "base/status.h"
-#include "htmlwriter/table_grid.h"
-#include "htmlwriter/table_rows.h"
+#include "story/table_grid.h"
+#include "story/table_rows.h"
 
 namespace pagerex {
 

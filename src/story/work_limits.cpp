@@ -1,7 +1,6 @@
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 
 #include "base/write_archive.h"
-#include "htmlwriter/env.h"
 #include "wordreader/bookmarks.h"
 #include "wordreader/document.h"
 #include "wordreader/text_pool.h"
@@ -31,7 +30,7 @@ constexpr uint64_t kSpareOutputBytes = 16 << 20;
 
 }  // namespace
 
-KWorkLimits::KWorkLimits(const KDRDocument* document) : document_(document) {
+KWorkLimits::KWorkLimits(const KDRDocument* document) {
   if (!document) return;
   uint64_t characters = 0;
   uint64_t paragraphs = 0;
@@ -66,13 +65,6 @@ uint64_t KWorkLimits::MostOutputBytes(const KDRDocument& document) {
 
 bool KWorkLimits::OutputFull(const IWriteArchive& archive) const {
   return archive.GetWrittenBytes() >= outputBytes_;
-}
-
-KWorkLimits& WorkLimitsOf(KEnv& env) {
-  if (!env.workLimits || env.workLimits->document() != env.document) {
-    env.workLimits = std::make_shared<KWorkLimits>(env.document);
-  }
-  return *env.workLimits;
 }
 
 }  // namespace pagerex

@@ -11,8 +11,6 @@ class KDRDocument;
 
 namespace pagerex {
 
-struct KEnv;
-
 /// An amount that is used up.
 class KBudget {
  public:
@@ -38,10 +36,8 @@ class KBudget {
 /// left out, and the conversion goes on. docs/limits.md tells all limits.
 class KWorkLimits {
  public:
-  /// Null for no limits, as in an environment without a document.
+  /// Null for no limits.
   explicit KWorkLimits(const KDRDocument* document);
-
-  const KDRDocument* document() const { return document_; }
 
   /// A paragraph, or a run and its characters, of a story is written.
   /// After the first that is refused, the story has ended.
@@ -82,13 +78,9 @@ class KWorkLimits {
     KBudget searches;
   };
 
-  const KDRDocument* document_;
   std::array<Story, mso_word::kSubDocCount> stories_;
   KBudget bullets_, navigation_, sharedBytes_, tables_, looks_, fillers_, shapes_, pictureBytes_;
   uint64_t outputBytes_ = UINT64_MAX / 2;
 };
-
-/// The limits of an environment, which are made when a writer of its document first asks.
-KWorkLimits& WorkLimitsOf(KEnv& env);
 
 }  // namespace pagerex

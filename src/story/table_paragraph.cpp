@@ -1,4 +1,4 @@
-#include "htmlwriter/table_paragraph.h"
+#include "story/table_paragraph.h"
 
 #include <algorithm>
 

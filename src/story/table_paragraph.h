@@ -4,7 +4,7 @@
 #include <map>
 
 #include "base/byte_view.h"
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 #include "wordreader/document.h"
 #include "wordreader/merged_propx.h"
 #include "wordreader/sprm_list.h"

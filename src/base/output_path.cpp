@@ -1,4 +1,4 @@
-#include "htmlwriter/output_path.h"
+#include "base/output_path.h"
 
 namespace pagerex {
 

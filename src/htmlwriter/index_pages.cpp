@@ -1,4 +1,4 @@
-#include "entry/index_pages.h"
+#include "htmlwriter/index_pages.h"
 
 #include "base/number_text.h"
 #include "base/write_archive.h"
@@ -94,10 +94,10 @@ FixedText<N> pageLink(const char* folder, int page) {
 
 }  // namespace
 
-Status WriteFramePage(const char* htmlPath, const char* navigationUrl, const char* firstPageUrl,
-                      bool hasNavigation) {
+Status WriteFramePage(OutputFiles& files, const char* htmlPath, const char* navigationUrl,
+                      const char* firstPageUrl, bool hasNavigation) {
   if (!htmlPath || !navigationUrl || !firstPageUrl) return Status::kInvalidArgument;
-  const ArchivePtr archive = CreateOwnedArchive(htmlPath);
+  const ArchivePtr archive = CreateOwnedArchive(files, htmlPath);
   if (!archive) return Status::kInvalidArgument;
   archive->BeginElement("html");
   writeFrameHead(*archive);
@@ -123,9 +123,9 @@ Status WriteFramePage(const char* htmlPath, const char* navigationUrl, const cha
   return Status::kOk;
 }
 
-Status WriteHtmlMain(const char* htmlPath, const char* filesFolderName, int pageCount) {
+Status WriteHtmlMain(OutputFiles& files, const char* htmlPath, const char* filesFolderName, int pageCount) {
   if (!htmlPath || !filesFolderName || pageCount <= 0) return Status::kInvalidArgument;
-  const ArchivePtr archive = CreateOwnedArchive(htmlPath);
+  const ArchivePtr archive = CreateOwnedArchive(files, htmlPath);
   if (!archive) return Status::kInvalidArgument;
   WriteNormalHtmlStart(archive.get());
   archive->BeginElement("p");
@@ -146,9 +146,10 @@ Status WriteHtmlMain(const char* htmlPath, const char* filesFolderName, int page
   return Status::kOk;
 }
 
-Status WriteMulpagesInfo(const char* htmlPath, const char* filesFolderName, int pageCount) {
+Status WriteMulpagesInfo(OutputFiles& files, const char* htmlPath, const char* filesFolderName,
+                         int pageCount) {
   if (!htmlPath || !filesFolderName || pageCount <= 0) return Status::kInvalidArgument;
-  const ArchivePtr archive = CreateOwnedArchive(htmlPath);
+  const ArchivePtr archive = CreateOwnedArchive(files, htmlPath);
   if (!archive) return Status::kFailure;
   archive->BeginElement("file");
   archive->AddAttribute("totalpages", pageCount);

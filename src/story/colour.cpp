@@ -1,6 +1,6 @@
-#include <iterator>
+#include "story/colour.h"
 
-#include "htmlwriter/css_props.h"
+#include <iterator>
 
 namespace pagerex {
 namespace {
@@ -51,6 +51,34 @@ uint32_t MixColor(const mso_word::SHDEX& shd) {
   if (shd.pattern > 62) return kGrey;
   return MixColor(shd.foreground == mso_word::kAutomaticColour ? kBlack : shd.foreground,
                   shd.background == mso_word::kAutomaticColour ? kWhite : shd.background);
+}
+
+namespace {
+
+/// Share of the foreground by shading pattern, in thousandths.
+constexpr uint16_t pattern[] = {
+    0,   1000, 50,  100, 200, 250, 300, 400, 500, 600, 700, 750, 800, 900,  // 0: percentages
+    500, 500,  500, 500, 500, 500, 500, 500, 500, 500, 500,                 // 14: hatches, stripes
+    500, 500,  500, 500, 500, 500, 500, 500, 500, 500,                      // 25
+    20,  70,   125, 150, 170, 220, 270, 320, 350, 375, 420, 450, 470, 520,  // 35: percentages
+    550, 570,  625, 650, 670, 720, 770, 820, 850, 875, 920, 950,            // 49
+};
+static_assert(sizeof pattern / sizeof pattern[0] == 61);
+
+}  // namespace
+
+uint32_t GetBGColor(const mso_word::SHDEX* shd) {
+  if (!shd) return mso_word::kAutomaticColour;
+  const uint16_t index = shd->pattern;
+  if (index == 0 || index >= sizeof pattern / sizeof pattern[0]) return shd->background;
+  const uint32_t share = pattern[index];
+  uint32_t colour = 0;
+  for (unsigned shift = 0; shift < 24; shift += 8) {
+    const uint32_t foreground = shd->foreground >> shift & 0xFF;
+    const uint32_t background = shd->background >> shift & 0xFF;
+    colour |= (share * foreground + (1000 - share) * background) / 1000 << shift;
+  }
+  return colour;
 }
 
 }  // namespace pagerex

@@ -1,4 +1,4 @@
-#include "htmlwriter/table_cells.h"
+#include "story/table_cells.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "htmlwriter/table_grid.h"
+#include "story/table_grid.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "htmlwriter/table_cells.h"
+#include "story/table_cells.h"
 #include "support/sprms.h"
 
 namespace pagerex {

@@ -1,4 +1,4 @@
-#include "htmlwriter/table_rows.h"
+#include "story/table_rows.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/byte_view.h"
-#include "htmlwriter/cell_format.h"
+#include "story/cell_padding.h"
 #include "wordreader/mso_word.h"
 #include "wordreader/sprm_list.h"
 

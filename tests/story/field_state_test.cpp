@@ -1,4 +1,4 @@
-#include "htmlwriter/field_state.h"
+#include "story/field_state.h"
 
 #include <gtest/gtest.h>
 

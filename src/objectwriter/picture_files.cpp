@@ -1,12 +1,10 @@
+#include "objectwriter/picture_files.h"
+
+#include "base/number_text.h"
+#include "base/output_path.h"
 #include "drawing/drawing.h"
-#include "htmlwriter/output_path.h"
-#include "htmlwriter/work_limits.h"
-#include "objectwriter/doc_object_writer.h"
-#include "objectwriter/image_file.h"
 #include "objectwriter/object_attr.h"
 #include "wordreader/document.h"
-
-// Pictures of a document to files.
 
 namespace ObjectWriter {
 namespace {
@@ -35,30 +33,27 @@ FixedText<32> imageName(size_t number, const char* extension) {
 
 }  // namespace
 
-Status KDocHtmlObjectWriter::WriteImage(PID property, int index, std::string& name) {
-  if (embedShape_) return WriteEmbedImage(property, name);
-  const MsoROBlipStore& store = docEnv()->document->GetDrawingGroup().GetBlipStore();
+Status PictureFiles::WriteStored(int index, std::string& name) {
+  const KDRDocument& document = *env_.conversion.document;
+  const MsoROBlipStore& store = document.GetDrawingGroup().GetBlipStore();
   if (index < 1 || static_cast<unsigned int>(index) > store.GetCount()) return Status::kNothing;
   const auto entry = static_cast<unsigned int>(index - 1);
   const ByteView fbse = store.GetFBSE(entry);
   const MsoROBlip* const blip =
       fbse.u32(_FBSE::kDelayOffset) == 0
           ? store.GetBlipNoDelayStrm(entry)
-          : store.GetBlipWithDelayStrm(entry, &docEnv()->document->GetDocFile().getWordDocumentStrm());
+          : store.GetBlipWithDelayStrm(entry, &document.GetDocFile().getWordDocumentStrm());
   if (!blip) return Status::kNothing;
   StoredImage image;
   image.data = blip->data;
   image.type = static_cast<unsigned char>(blip->type);
   image.compressed = isDeflated(blip->metafileHeader);
   image.rawSize = blip->metafileHeader.u32(kRawSize);
-  return WriteImage(fbse.part(_FBSE::kUid, _FBSE::kUidSize), image, name);
+  return Write(fbse.part(_FBSE::kUid, _FBSE::kUidSize), image, name);
 }
 
-/// What the property holds plays no part: its number alone says which picture of the list it means.
-Status KDocHtmlObjectWriter::WriteEmbedImage(PID property, std::string& name) {
+Status PictureFiles::WriteListed(const KDRBseTable* pictures, int place, std::string& name) {
   constexpr size_t kType = 8;  // of an entry with its header: the first byte of its body
-  const int place = objectAttr::GetImageBase(property);
-  const KDRBseTable* const pictures = embedShape_->blips;
   if (place < 0 || !pictures) return Status::kNothing;
   const ByteView entry = pictures->Item(static_cast<unsigned int>(place));
   const KDRBseImage* const picture = pictures->ImageItem(static_cast<unsigned int>(place));
@@ -68,29 +63,31 @@ Status KDocHtmlObjectWriter::WriteEmbedImage(PID property, std::string& name) {
   image.type = entry.u8(kType);
   image.compressed = isDeflated(picture->metafileHeader);
   image.rawSize = image.compressed ? picture->metafileHeader.u32(kRawSize) : 0;
-  return WriteImage(picture->uid, image, name);
+  return Write(picture->uid, image, name);
 }
 
 /// A picture that cannot be written counts as written all the same: its name stays.
-Status KDocHtmlObjectWriter::WriteImage(ByteView uid, const StoredImage& image, std::string& name) {
+Status PictureFiles::Write(ByteView uid, const StoredImage& image, std::string& name) {
   std::string path;
   const Status status = GetImageName(uid, name, path, objectAttr::GetImageExt(image.type));
   if (status == kKnownImage) return Status::kOk;
   if (status != Status::kOk) return status;
-  if (!limits() || limits()->WritePicture(MostImageBytes(image))) WriteImageFile(image, path.c_str());
+  pagerex::KConversionEnv& conversion = env_.conversion;
+  if (conversion.Limits().WritePicture(MostImageBytes(image))) {
+    WriteImageFile(image, conversion.files, path.c_str());
+  }
   return Status::kOk;
 }
 
-Status KDocHtmlObjectWriter::GetImageName(ByteView uid, std::string& name, std::string& path,
-                                          const char* extension) {
+Status PictureFiles::GetImageName(ByteView uid, std::string& name, std::string& path, const char* extension) {
   if (uid.empty()) return Status::kNothing;
   FixedText<64> key;
   for (size_t i = 0; i < _FBSE::kUidSize; ++i) key.appendHexByte(uid.u8(i));
-  auto& images = docEnv()->images;
+  auto& images = env_.images;
   const auto [image, isNew] = images.try_emplace(key.c_str());
   if (isNew) {
     image->second = std::string_view(imageName(images.size(), extension));
-    path = std::string_view(pagerex::outputPath(docEnv()->filesDir, image->second));
+    path = std::string_view(pagerex::outputPath(env_.conversion.filesDir, image->second));
   }
   name = image->second;
   return isNew ? Status::kOk : kKnownImage;
