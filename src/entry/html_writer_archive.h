@@ -89,6 +89,10 @@ class KHtmlWriterArchive final : public IWriteArchive {
   void EscapeUnits(const unsigned short* text, size_t length);
   template <class Unit>
   void Escape(const Unit* text, size_t length);
+  template <class Unit>
+  char* EscapeInto(const Unit*& text, const Unit* end, char* out, const char* outEnd);
+  size_t CopyPlain(const unsigned short* text, size_t length, uint8_t previous, char* out);
+  static size_t CopyPlain(const unsigned char* text, size_t length, uint8_t previous, char* out);
   char* EscapeOne(unsigned char byte, char* out, uint8_t& previous);
   char* EscapeOne(unsigned short unit, char* out, uint8_t& previous);
 
