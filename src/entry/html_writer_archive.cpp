@@ -6,6 +6,8 @@
 #include "base/number_text.h"
 #include "base/plain_text.h"
 
+using std::string_view_literals::operator""sv;
+
 namespace {
 
 constexpr size_t kLongestEscape = 24;
@@ -76,76 +78,78 @@ KHtmlWriterArchive::~KHtmlWriterArchive() {
 
 // Markup.
 
-void KHtmlWriterArchive::BeginElement(const char* name, const char* ns) {
+void KHtmlWriterArchive::WriteStartTag(std::string_view name, std::string_view ns) {
   EnsureWriteRight();
-  Write("<", 1);
-  WriteName(name, ns);
+  if (ns.data()) {
+    WriteAll("<", ns, ":", name);
+  } else {
+    WriteAll("<", name);
+  }
   tagOpen_ = true;
 }
 
 void KHtmlWriterArchive::EndElement(bool empty) {
-  Write(empty ? std::string_view("/>") : std::string_view(">"));
+  Write(empty ? "/>"sv : ">"sv);
   tagOpen_ = false;
 }
 
-void KHtmlWriterArchive::EndElement(const char* name, const char* ns) {
+void KHtmlWriterArchive::WriteEndTag(std::string_view name, std::string_view ns) {
   EnsureWriteRight();
-  Write("</", 2);
-  WriteName(name, ns);
-  Write(">", 1);
-  tagOpen_ = false;
+  if (ns.data()) {
+    WriteAll("</", ns, ":", name, ">");
+  } else {
+    WriteAll("</", name, ">");
+  }
 }
 
-void KHtmlWriterArchive::AddAttribute(const char* name, const char* value, const char* ns,
-                                      const char* quote) {
-  WriteAttribute(name, value ? value : "", ns, quote);
+void KHtmlWriterArchive::WriteAttribute(std::string_view name, std::string_view value) {
+  WriteAll(" ", name, "=\"", value, "\"");
+}
+
+void KHtmlWriterArchive::WriteAttribute(std::string_view name, std::string_view value, std::string_view ns,
+                                        std::string_view quote) {
+  Write(" "sv);
+  if (ns.data()) WriteAll(ns, ":");
+  WriteAll(name, "=", quote, value, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, int value, const char* ns, const char* quote) {
-  WriteAttribute(name, number(value), ns, quote);
+  AddAttribute(name, std::string_view(number(value)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, double value, const char* ns, const char* quote) {
-  WriteAttribute(name, fixedNumber(value), ns, quote);
+  AddAttribute(name, std::string_view(fixedNumber(value)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, bool value, const char* ns, const char* quote) {
-  WriteAttribute(name, boolWord(value), ns, quote);
+  AddAttribute(name, boolWord(value), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, unsigned int value, const char* ns,
                                       const char* quote) {
-  WriteAttribute(name, rgbText(value), ns, quote);
+  AddAttribute(name, std::string_view(rgbText(value)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, const wchar_t* value, const char* ns,
                                       const char* quote) {
-  WriteAttribute(name, Narrow(value, -1), ns, quote);
+  AddAttribute(name, std::string_view(Narrow(value, -1)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const wchar_t* name, const wchar_t* value, const wchar_t* ns,
                                       const wchar_t* quote) {
-  Write(" ", 1);
-  if (ns) {
-    Write(Narrow(ns, -1));
-    Write(":", 1);
-  }
-  Write(Narrow(name, -1));
-  Write("=", 1);
-  Write(Narrow(quote, -1));
-  Write(Narrow(value, -1));
-  Write(Narrow(quote, -1));
+  const std::string narrowNs = Narrow(ns, -1);
+  const std::string narrowQuote = Narrow(quote, -1);
+  WriteAttribute(Narrow(name, -1), Narrow(value, -1), viewOf(ns ? narrowNs.c_str() : nullptr), narrowQuote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, const unsigned short* value, const char* ns,
                                       const wchar_t* quote) {
   const std::string narrowQuote = Narrow(quote, -1);
-  WriteAttribute(name, Narrow(value), ns, narrowQuote.c_str());
+  AddAttribute(name, std::string_view(Narrow(value)), ns, narrowQuote.c_str());
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name) {
-  Write(" ", 1);
-  WriteText(name);
+  WriteAll(" ", viewOf(name));
 }
 
 // Document text.
@@ -311,7 +315,7 @@ void KHtmlWriterArchive::PutNewLine() {
 }
 
 void KHtmlWriterArchive::Put(const char* text) {
-  WriteText(text);
+  Write(viewOf(text));
 }
 
 void KHtmlWriterArchive::Put(const wchar_t* text, int length) {
@@ -347,9 +351,7 @@ void KHtmlWriterArchive::StartCssBlock(const char* selector) {
   if (!selector) return;
   EnsureWriteRight();
   EnsureEndCss();
-  WriteText(selector);
-  PutNewLine();
-  Write("{", 1);
+  WriteAll(std::string_view(selector), "\r\n{");
   cssInBlock_ = true;
   cssOpen_ = true;
 }
@@ -383,16 +385,24 @@ void KHtmlWriterArchive::EnsureEndCss() {
   }
 }
 
-void KHtmlWriterArchive::AddCssProp(const char* name, const char* value, const char* quote) {
-  WriteCssProp(name, value ? value : "", quote);
+void KHtmlWriterArchive::WriteCssProp(std::string_view name, std::string_view value) {
+  if (!cssOpen_) StartCssStyle();
+  WriteAll(name, ":", value, ";");
+  if (cssInBlock_) PutNewLine();
+}
+
+void KHtmlWriterArchive::WriteCssProp(std::string_view name, std::string_view value, std::string_view quote) {
+  if (!cssOpen_) StartCssStyle();
+  WriteAll(name, ":", quote, value, quote, ";");
+  if (cssInBlock_) PutNewLine();
 }
 
 void KHtmlWriterArchive::AddCssProp(const char* name, const wchar_t* value, const char* quote) {
-  WriteCssProp(name, Narrow(value, -1), quote);
+  AddCssProp(name, std::string_view(Narrow(value, -1)), quote);
 }
 
 void KHtmlWriterArchive::AddCssProp(const char* name, const unsigned short* value, const char* quote) {
-  WriteCssProp(name, Narrow(value), quote);
+  AddCssProp(name, std::string_view(Narrow(value)), quote);
 }
 
 // The file.
@@ -428,6 +438,10 @@ void KHtmlWriterArchive::Close() {
 
 void KHtmlWriterArchive::_Put(const char* data, int length) {
   if (data && length > 0) Write(data, static_cast<size_t>(length));
+}
+
+void KHtmlWriterArchive::WriteOneByOne(std::initializer_list<std::string_view> texts) {
+  for (const std::string_view text : texts) Write(text);
 }
 
 /// What did not fit: fills the buffer up and begins it anew, or goes past it.
