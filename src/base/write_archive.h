@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "base/status.h"
 
@@ -18,26 +19,36 @@ class IWriteArchive {
  public:
   virtual ~IWriteArchive() = default;
 
-  virtual void BeginElement(const char* name, const char* ns = nullptr) = 0;
+  void BeginElement(const char* name, const char* ns = nullptr) { WriteStartTag(viewOf(name), viewOf(ns)); }
   /// Ends the open start tag: "/>" if `empty`, else ">".
   virtual void EndElement(bool empty) = 0;
   /// Writes the end tag.
-  virtual void EndElement(const char* name, const char* ns = nullptr) = 0;
+  void EndElement(const char* name, const char* ns = nullptr) { WriteEndTag(viewOf(name), viewOf(ns)); }
 
   /// Neither name nor value is escaped. A null quote writes no quote.
-  virtual void AddAttribute(const char* name, const char* value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+  void AddAttribute(const char* name, const char* value, const char* ns = nullptr,
+                    const char* quote = kQuote) {
+    AddAttribute(name, viewOf(value), ns, quote);
+  }
+  void AddAttribute(const char* name, std::string_view value, const char* ns = nullptr,
+                    const char* quote = kQuote) {
+    if (!ns && quote == kQuote) {
+      WriteAttribute(viewOf(name), value);
+    } else {
+      WriteAttribute(viewOf(name), value, viewOf(ns), viewOf(quote));
+    }
+  }
   virtual void AddAttribute(const char* name, int value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const char* name, double value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const char* name, bool value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   /// A colour 0xRRGGBB as "#%02X%02X%02X". Word's own colours have red in the low byte: see `wordColour`.
   virtual void AddAttribute(const char* name, unsigned int value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const char* name, const wchar_t* value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const wchar_t* name, const wchar_t* value, const wchar_t* ns = nullptr,
                             const wchar_t* quote = L"\"") = 0;
   virtual void AddAttribute(const char* name, const unsigned short* value, const char* ns = nullptr,
@@ -79,7 +90,16 @@ class IWriteArchive {
   virtual void StartCssStyle() = 0;
   virtual void EndCssStyle() = 0;
   /// Opens a `style` attribute when no CSS is open.
-  virtual void AddCssProp(const char* name, const char* value, const char* quote = nullptr) = 0;
+  void AddCssProp(const char* name, const char* value, const char* quote = nullptr) {
+    AddCssProp(name, viewOf(value), quote);
+  }
+  void AddCssProp(const char* name, std::string_view value, const char* quote = nullptr) {
+    if (quote) {
+      WriteCssProp(viewOf(name), value, viewOf(quote));
+    } else {
+      WriteCssProp(viewOf(name), value);
+    }
+  }
   virtual void AddCssProp(const char* name, const wchar_t* value, const char* quote = nullptr) = 0;
   virtual void AddCssProp(const char* name, const unsigned short* value, const char* quote = nullptr) = 0;
 
@@ -97,6 +117,23 @@ class IWriteArchive {
 
   /// As AddContentEx of each 16-bit character in turn, zeros left out, in one call.
   virtual void AddTextEx(const unsigned short* text, unsigned int length) = 0;
+
+ protected:
+  static constexpr char kQuote[] = "\"";
+
+  /// A view that has no data stands for no text. Of a literal the compiler knows the length.
+  static constexpr std::string_view viewOf(const char* text) {
+    return text ? std::string_view(text) : std::string_view();
+  }
+
+ private:
+  virtual void WriteStartTag(std::string_view name, std::string_view ns) = 0;
+  virtual void WriteEndTag(std::string_view name, std::string_view ns) = 0;
+  virtual void WriteAttribute(std::string_view name, std::string_view value) = 0;
+  virtual void WriteAttribute(std::string_view name, std::string_view value, std::string_view ns,
+                              std::string_view quote) = 0;
+  virtual void WriteCssProp(std::string_view name, std::string_view value) = 0;
+  virtual void WriteCssProp(std::string_view name, std::string_view value, std::string_view quote) = 0;
 };
 
 /// Makes an archive on the file `path` of the output `files`, which outlives it; the file is truncated, and

@@ -249,6 +249,18 @@ TEST(ArchiveBulkText, GivesTheBytesOfACallForEachCharacter) {
   EXPECT_EQ(bulk.text(), single.text());
 }
 
+TEST(ArchiveBulkText, LongerTextThanTheBufferComesOutWhole) {
+  std::u16string text;
+  std::string expected;
+  for (int i = 0; i < 60000; ++i) {
+    text += u"words, \u4e2d\u00e9 & ";
+    expected += "words, \u4e2d\u00e9 &amp; ";
+  }
+  Output out;
+  out->AddTextEx(units(text.data()), static_cast<unsigned int>(text.size()));
+  EXPECT_EQ(out.text(), expected);
+}
+
 TEST(ArchiveBulkText, ZerosAloneWriteNothing) {
   const unsigned short zeros[3] = {};
   Output out;
@@ -378,6 +390,26 @@ TEST(ArchiveBuffer, ATextThatDoesNotFitFillsItFirst) {
   EXPECT_EQ(out.text(), text + "abc");
 }
 
+TEST(ArchiveBuffer, MarkupAndTextMayMeetItsEndAnywhere) {
+  for (int left = 0; left < 160; ++left) {
+    const std::string before(static_cast<size_t>(524288 - left), 'x');
+    Output out;
+    out->_Put(before.data(), static_cast<int>(before.size()));
+    out->BeginElement("shape", "v");
+    out->AddAttribute("class", "std1");
+    out->AddAttribute("spt", 75, "o");
+    out->AddCssProp("mso-table-layout-alt", "fixed");
+    out->AddCssProp("font-family", "Arial", "'");
+    out->EndCssStyle();
+    out->AddContentEx(units(u"a  \u4e2d<b>"));
+    out->EndElement("shape", "v");
+    ASSERT_EQ(out.text(), before +
+                              "<v:shape class=\"std1\" o:spt=\"75\" style=\"mso-table-layout-alt:fixed;"
+                              "font-family:'Arial';\">a &nbsp;\u4e2d&lt;b&gt</v:shape>")
+        << left;
+  }
+}
+
 TEST(ArchiveBuffer, ANegativeLengthAndANullTextWriteNothing) {
   Output out;
   out->_Put("abc", -1);
@@ -395,6 +427,16 @@ TEST(ArchiveFile, WhatIsWrittenWhileClosedIsDropped) {
   EXPECT_TRUE(out->WriteArchiveIsOk());
   out->Close();
   EXPECT_EQ(out.text(), "a");
+}
+
+TEST(ArchiveFile, ASpaceWrittenWhileClosedIsRemembered) {
+  Output out;
+  out->Close();
+  out->AddContentEx(units(u"a "));
+  ASSERT_EQ(out->Open(out.path("b.htm").c_str()), Status::kOk);
+  out->AddContentEx(units(u" b"));
+  out->Close();
+  EXPECT_EQ(out.onDisk("b.htm"), "&nbsp;b");
 }
 
 TEST(ArchiveFile, OpenTagsAndSpacesOutliveAChangeOfFile) {
