@@ -1,21 +1,102 @@
 #!/usr/bin/env python3
-"""What a whole conversion costs, beside catdoc's extraction of the bare text.
+"""What a whole conversion costs, in view normal: beside catdoc's extraction of the bare text, or beside another
+build of pagerex.
 
     cmake --preset bench && cmake --build --preset bench
-    bench/compare.py [--runs N] [--build FOLDER] [DOCUMENT_OR_FOLDER...]
+    bench/compare.py [--runs N] [--build FOLDER] [--before PROGRAM] [DOCUMENT_OR_FOLDER...]
 
-Measures generated documents, and those named, or else those in the folder that PAGEREX_CORPUS names. Time is
-processor time, user and system together, the best of N runs; memory is the peak less the size of the file."""
+Measures generated documents, and those named, or else those in the folder that PAGEREX_CORPUS names. Instructions
+are those that callgrind counts, in millions; time is processor time, user and system together, the best of N runs, in
+which the programs take turns; memory is the peak less the size of the file. tools/figures writes the same into the
+documentation."""
 
 import argparse
 import os
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
+from dataclasses import dataclass
 from pathlib import Path
 
-HEADER = ("document", "KB", "pagerex ms", "catdoc ms", "ratio", "pagerex +KB", "catdoc +KB")
+TURNS = 5
+
+
+@dataclass
+class Cost:
+    milliseconds: float
+    kilobytes: int
+    instructions: int | None = None
+
+
+@dataclass
+class Comparison:
+    """What the programs, by name, take for a document; None for one that fails."""
+
+    document: str
+    file: int  # bytes
+    html: int
+    text: int
+    costs: dict
+
+    def change(self, of):
+        """From the program before to this one, in percent."""
+        before, after = (getattr(self.costs[name], of) if self.costs[name] else None for name in ("before", "pagerex"))
+        return f"{100 * (after - before) / before:+.1f} %" if before and after else "-"
+
+
+class Comparer:
+    def __init__(self, build, runs, folder, before=None):
+        self.build, self.runs, self.folder, self.before = build, runs, folder, before
+        self.pages, self.text = folder / "out", folder / "catdoc.txt"
+        self.pages.mkdir()
+
+    def commands(self, document):
+        target = self.pages / "out.html"
+        commands = {"pagerex": [self.build / "pagerex", document, target]}
+        if self.before:
+            commands["before"] = [self.before, document, target]
+        if shutil.which("catdoc"):
+            commands["catdoc"] = ["catdoc", document]
+        return commands
+
+    def measure(self, command, runs):
+        done = subprocess.run([self.build / "bench/measure", str(runs), self.text, *command], stdout=subprocess.PIPE,
+                              text=True)
+        if done.returncode != 0:
+            return None
+        microseconds, kilobytes = map(int, done.stdout.split())
+        return Cost(microseconds / 1000, kilobytes)
+
+    def instructions(self, command):
+        """None where there is no valgrind."""
+        if not shutil.which("valgrind"):
+            return None
+        done = subprocess.run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *command],
+                              stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, errors="replace")
+        counted = re.search(r"Collected *: *(\d+)", done.stderr)
+        return int(counted.group(1)) if counted and done.returncode == 0 else None
+
+    def writable(self, document):
+        """A document that cannot be written is not opened: a copy of such a one."""
+        return document if os.access(document, os.W_OK) else shutil.copyfile(document, self.folder / document.name)
+
+    def compare(self, document):
+        document = self.writable(document)
+        commands, costs = self.commands(document), {}
+        turns = min(TURNS, self.runs)
+        for _ in range(turns):
+            for name, command in commands.items():
+                new, old = self.measure(command, -(-self.runs // turns)), costs.get(name)
+                costs[name] = new if not old or not new else Cost(min(new.milliseconds, old.milliseconds),
+                                                                  min(new.kilobytes, old.kilobytes))
+        for name in ("pagerex", "before"):
+            if costs.get(name):
+                costs[name].instructions = self.instructions(commands[name])
+        html = sum(path.stat().st_size for path in self.pages.rglob("*") if path.is_file())
+        text = self.text.stat().st_size if costs.get("catdoc") else 0
+        return Comparison(document.stem, document.stat().st_size, html, text, costs)
 
 
 def documents_at(places):
@@ -23,30 +104,45 @@ def documents_at(places):
         yield from sorted(place.glob("*.doc")) if place.is_dir() else [place]
 
 
-class Measure:
-    def __init__(self, program, runs, folder):
-        self.prefix = [program, str(runs), str(folder / "output.txt")]
+def compared(build, runs, before, places):
+    """One after the other, the documents that the benchmarks make and those at `places`."""
+    if not shutil.which("catdoc"):
+        print("catdoc is not installed: its columns stay empty", file=sys.stderr)
+    with tempfile.TemporaryDirectory() as name:
+        folder = Path(name)
+        subprocess.run([build / "bench/make_bench_documents", folder], check=True)
+        comparer = Comparer(build, runs, folder, before)
+        for document in [*documents_at([folder]), *documents_at(places)]:
+            yield comparer.compare(document)
 
-    def __call__(self, *command):
-        """Milliseconds of processor time and peak kilobytes; None if the command fails."""
-        done = subprocess.run([*self.prefix, *map(str, command)], stdout=subprocess.PIPE, text=True)
-        if done.returncode != 0:
-            return None
-        microseconds, kilobytes = map(int, done.stdout.split())
-        return microseconds / 1000, kilobytes
+
+def millions(cost):
+    return f"{cost.instructions / 1e6:.1f}" if cost and cost.instructions else "-"
 
 
-def row(document, build, measure, folder):
-    size = document.stat().st_size / 1024
-    ours = measure(build / "pagerex", document, folder / "out.html")
-    theirs = measure("catdoc", document) if shutil.which("catdoc") else None
-    yield document.stem
-    yield f"{size:.0f}"
-    yield f"{ours[0]:.1f}" if ours else "-"
-    yield f"{theirs[0]:.1f}" if theirs else "-"
-    yield f"{ours[0] / theirs[0]:.2f}" if ours and theirs else "-"
-    yield f"{ours[1] - size:.0f}" if ours else "-"
-    yield f"{theirs[1] - size:.0f}" if theirs else "-"
+def milliseconds(cost):
+    return f"{cost.milliseconds:.1f}" if cost else "-"
+
+
+def beside_catdoc(row):
+    ours, theirs = row.costs["pagerex"], row.costs.get("catdoc")
+    size = row.file / 1024
+    return [row.document, f"{size:.0f}", millions(ours), milliseconds(ours), milliseconds(theirs),
+            f"{ours.milliseconds / theirs.milliseconds:.2f}" if ours and theirs else "-",
+            f"{ours.kilobytes - size:.0f}" if ours else "-", f"{theirs.kilobytes - size:.0f}" if theirs else "-"]
+
+
+def beside_before(row):
+    after, before = row.costs["pagerex"], row.costs["before"]
+    size = row.file / 1024
+    return [row.document, millions(before), millions(after), row.change("instructions"), milliseconds(before),
+            milliseconds(after), row.change("milliseconds"), f"{before.kilobytes - size:.0f}" if before else "-",
+            f"{after.kilobytes - size:.0f}" if after else "-"]
+
+
+CATDOC_HEADER = ("document", "KB", "M instr.", "pagerex ms", "catdoc ms", "ratio", "pagerex +KB", "catdoc +KB")
+BEFORE_HEADER = ("document", "M before", "M after", "change", "ms before", "ms after", "change", "+KB before",
+                 "+KB after")
 
 
 def print_row(cells):
@@ -55,20 +151,15 @@ def print_row(cells):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--runs", type=int, default=20)
     parser.add_argument("--build", type=Path, default=Path(__file__).parent.parent / "build/bench")
+    parser.add_argument("--before", type=Path, help="the command line of another build")
     parser.add_argument("documents", nargs="*", default=list(filter(None, [os.environ.get("PAGEREX_CORPUS")])))
     options = parser.parse_args()
-    if not shutil.which("catdoc"):
-        print("catdoc is not installed: its columns stay empty", file=sys.stderr)
-    with tempfile.TemporaryDirectory() as name:
-        folder = Path(name)
-        subprocess.run([options.build / "bench/make_bench_documents", folder], check=True)
-        measure = Measure(options.build / "bench/measure", options.runs, folder)
-        print_row(HEADER)
-        for document in [*documents_at([folder]), *documents_at(options.documents)]:
-            print_row(row(document, options.build, measure, folder))
+    print_row(BEFORE_HEADER if options.before else CATDOC_HEADER)
+    for row in compared(options.build, options.runs, options.before, options.documents):
+        print_row(beside_before(row) if options.before else beside_catdoc(row))
 
 
 if __name__ == "__main__":

@@ -24,16 +24,25 @@ endif()
 # At -O3 GCC 12 warns of its own library: of strings joined and of vectors compared or appended to.
 target_compile_options(pagerex_build_flags INTERFACE
   "$<$<AND:$<COMPILE_LANG_AND_ID:CXX,GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict;-Wno-stringop-overread;-Wno-stringop-overflow>")
+# ON is what this was before it had a choice.
+set(PAGEREX_SANITIZER_FLAGS "")
+if(PAGEREX_SANITIZE STREQUAL "thread")
+  set(PAGEREX_SANITIZER_FLAGS -fsanitize=thread)
+elseif(PAGEREX_SANITIZE MATCHES "^(address|ON)$")
+  set(PAGEREX_SANITIZER_FLAGS -fsanitize=address,undefined)
+elseif(PAGEREX_SANITIZE)
+  message(FATAL_ERROR "PAGEREX_SANITIZE is address, thread or empty, not ${PAGEREX_SANITIZE}")
+endif()
 # The dynamic C++ runtime costs each process the relocation of some 1.4 MB, most of which is never used.
 add_library(pagerex_runtime INTERFACE)
-if(PAGEREX_STATIC_RUNTIME AND NOT PAGEREX_SANITIZE)
+if(PAGEREX_STATIC_RUNTIME AND NOT PAGEREX_SANITIZER_FLAGS)
   target_link_options(pagerex_runtime INTERFACE -static-libstdc++ -static-libgcc)
 endif()
-if(PAGEREX_SANITIZE)
+if(PAGEREX_SANITIZER_FLAGS)
   # Reports need lines, not variables, which would take a quarter of the time of a build.
-  target_compile_options(pagerex_build_flags INTERFACE -O1 -g1 -fno-omit-frame-pointer -fsanitize=address,undefined
+  target_compile_options(pagerex_build_flags INTERFACE -O1 -g1 -fno-omit-frame-pointer ${PAGEREX_SANITIZER_FLAGS}
                          -fno-sanitize-recover=undefined)
-  target_link_options(pagerex_build_flags INTERFACE -fsanitize=address,undefined)
+  target_link_options(pagerex_build_flags INTERFACE ${PAGEREX_SANITIZER_FLAGS})
 endif()
 # Counting lines, the fuzzers do no more than run the inputs that they are given.
 if(PAGEREX_BUILD_FUZZERS AND NOT PAGEREX_COVERAGE)

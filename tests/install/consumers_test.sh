@@ -1,40 +1,79 @@
 #!/usr/bin/env bash
-# Installs the built library into an empty prefix, moves that, and builds and runs a C and a C++ program against
-# it, once through pkg-config and once through CMake.
+# Installs the built library into an empty prefix, moves that, and builds a C and a C++ program against it, once
+# through pkg-config and once through CMake. Each converts the document; what comes out is looked at, and is what
+# the built command line writes.
 #
-#   consumers_test.sh BUILD_DIR C_COMPILER CXX_COMPILER FLAGS
+#   consumers_test.sh BUILD_DIR C_COMPILER CXX_COMPILER FLAGS DOCUMENT
 set -euo pipefail
 build=$1 cc=$2 cxx=$3 flags=$4
 programs=$(cd "$(dirname "$0")/consumer" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+cp "$5" "$work/sample.doc"
+chmod u+w "$work/sample.doc"
 
-DESTDIR='' cmake --install "$build" --prefix "$work/installed" >"$work/install.log" || { cat "$work/install.log"; exit 1; }
+fail() {
+  echo "$1"
+  exit 1
+}
+
+DESTDIR='' cmake --install "$build" --prefix "$work/installed" >"$work/install.log" || fail "$(cat "$work/install.log")"
 prefix=$work/moved
 mv "$work/installed" "$prefix"
 pc=$(find "$prefix" -name pagerex.pc)
 libdir=$(dirname "$(dirname "$pc")")
-export PKG_CONFIG_PATH=${pc%/*} LD_LIBRARY_PATH=$libdir
+export PKG_CONFIG_PATH=${pc%/*}
 
-run() {
-  "$1" || { echo "$1: exit code $?"; exit 1; }
+# convert FOLDER PROGRAM [OPTION...]: the sample, to a folder of its own.
+convert() {
+  local folder=$work/$1
+  shift
+  mkdir "$folder"
+  "$@" "$work/sample.doc" "$folder/out.html" >"$folder.log" || fail "$1: exit code $?"
 }
+
+# An index, and whole pages of text with a picture.
+looks_right() {
+  local files=$work/$1/out.files page
+  [ -s "$work/$1/out.html" ] || fail "$1: no main HTML file"
+  for page in "$files"/*.htm; do
+    [ "$(tail -c 7 "$page")" = '</html>' ] || fail "$page is not whole"
+  done
+  grep -q 'A Sampler' "$files/1.htm" || fail "$1: the title is not on the first page"
+  grep -q 'The end\.' "$page" || fail "$1: the last paragraph is not on the last page"
+  [ "$(head -c 4 "$files/image001.png" | tail -c 3)" = PNG ] || fail "$1: no picture"
+}
+
+# use WAY C_PROGRAM CXX_PROGRAM
+use() {
+  LD_LIBRARY_PATH=$libdir convert "$1-c" "$2"
+  LD_LIBRARY_PATH=$libdir convert "$1-cpp" "$3"
+  diff -r "$work/$1-c" "$work/mulpages" || fail "$2: not what the command line writes"
+  diff -r "$work/$1-cpp" "$work/phone" || fail "$3: not what the command line writes"
+  [ "$(wc -l <"$work/$1-c.log")" -eq "$(find "$work/$1-c/out.files" -name '[0-9]*.htm' | wc -l)" ] ||
+    fail "$2: not told of each page"
+}
+
+convert mulpages "$build/pagerex" --view mulpages --pagesize 2000
+convert phone "$build/pagerex" --view phone --pagesize 2000
+looks_right mulpages
+looks_right phone
 
 # Through pkg-config. FLAGS are words to the compiler.
 # shellcheck disable=SC2046,SC2086
 "$cc" -std=c11 -Wall -Wextra -Wpedantic -Werror "$programs/use.c" -o "$work/use_c" $flags $(pkg-config --cflags --libs pagerex)
 # shellcheck disable=SC2046,SC2086
 "$cxx" -std=c++11 -Wall -Wextra -Wpedantic -Werror "$programs/use.cpp" -o "$work/use_cpp" $flags $(pkg-config --cflags --libs pagerex)
-run "$work/use_c"
-run "$work/use_cpp"
+use pkg-config "$work/use_c" "$work/use_cpp"
 echo "pkg-config: $(pkg-config --modversion pagerex)"
 
 # Through CMake.
 cmake -G Ninja -S "$programs" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$cc" \
   -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" >"$work/cmake.log" &&
-  cmake --build "$work/cmake" >>"$work/cmake.log" || { cat "$work/cmake.log"; exit 1; }
-run "$work/cmake/use_c"
-run "$work/cmake/use_cpp"
+  cmake --build "$work/cmake" >>"$work/cmake.log" || fail "$(cat "$work/cmake.log")"
+use CMake "$work/cmake/use_c" "$work/cmake/use_cpp"
 echo "CMake: built and run"
 
+convert installed "$prefix/bin/pagerex" --view phone --pagesize 2000
+diff -r "$work/installed" "$work/phone" || fail "the installed command line writes something else"
 "$prefix/bin/pagerex" --version

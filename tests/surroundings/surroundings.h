@@ -1,13 +1,17 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "pagerex/pagerex.h"
+#include "support/snapshot.h"
 #include "support/temp_folder.h"
 #include "support/word_document_writer.h"
+
+using support::differences;
+using support::Snapshot;
+using support::snapshotOf;
 
 /// What a caller gets of one conversion.
 struct Outcome {
@@ -49,14 +53,6 @@ Finished runShell(const std::string& command);
 
 /// What a conversion to "out.htm" may make.
 inline const std::vector<std::string> kOutput = {"out.htm", "out.files"};
-
-/// All that a folder holds: kind, content or target of each name, relative to it. `except` and what lies
-/// below are left out.
-using Snapshot = std::map<std::string, std::string>;
-Snapshot snapshotOf(const std::string& folder, const std::vector<std::string>& except = {});
-
-/// The names that are new (+), different (*) and missing (-): empty for none.
-std::string differences(const Snapshot& got, const Snapshot& wanted);
 
 size_t openDescriptors();
 

@@ -1,46 +1,17 @@
+#include "support/corpus.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <vector>
-
-#include "support/temp_folder.h"
 #include "walk_document.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// Real documents, which are no part of the project: the folder that PAGEREX_CORPUS names, or shared/corpus
-/// in a folder above the one in which the tests run.
-fs::path corpusFolder() {
-  if (const char* named = std::getenv("PAGEREX_CORPUS")) return named;
-  fs::path folder = fs::current_path();
-  while (!fs::is_directory(folder / "shared/corpus") && folder.has_relative_path()) {
-    folder = folder.parent_path();
-  }
-  return folder / "shared/corpus";
-}
-
-std::vector<fs::path> documents(const fs::path& folder) {
-  std::vector<fs::path> paths;
-  if (!fs::is_directory(folder)) return paths;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.path().extension() == ".doc") paths.push_back(entry.path());
-  }
-  return paths;
-}
-
-/// True if the document could be opened and all of it could be read. A copy is opened, since the original may
-/// be write-protected, and such a file does not open.
-bool readsWhole(const fs::path& path) {
-  const support::TempFolder folder;
-  const std::string copy = folder.path("copy.doc");
-  fs::copy_file(path, copy);
-  fs::permissions(copy, fs::perms::owner_all);
+/// True if the document could be opened and all of it could be read.
+bool readsWhole(const std::filesystem::path& path) {
+  const support::WritableCopy copy(path);
   KDRDocument document;
   try {
-    if (failed(document.OpenDocument(copy.c_str(), 0))) return false;
+    if (failed(document.OpenDocument(copy.path().c_str(), 0))) return false;
     DocumentWalk walk(document);
     walk.walk();
     return walk.characters() > 0;
@@ -52,10 +23,10 @@ bool readsWhole(const fs::path& path) {
 }  // namespace
 
 TEST(Corpus, IsReadWithoutHarm) {
-  const std::vector<fs::path> paths = documents(corpusFolder());
-  if (paths.empty()) GTEST_SKIP() << "no corpus";
+  const auto documents = support::corpusDocuments();
+  if (documents.empty()) GTEST_SKIP() << "no corpus";
   size_t whole = 0;
-  for (const fs::path& path : paths) {
+  for (const auto& path : documents) {
     SCOPED_TRACE(path.string());
     if (readsWhole(path)) {
       ++whole;
@@ -64,5 +35,5 @@ TEST(Corpus, IsReadWithoutHarm) {
     }
   }
   // Most are sound documents; a few are damaged, encrypted or of another format.
-  EXPECT_GT(whole * 10, paths.size() * 7);
+  EXPECT_GT(whole * 10, documents.size() * 7);
 }

@@ -1,12 +1,30 @@
-/* A host in C: what it gets for a document that is not there. */
+/* A host in C: converts a document with callbacks, and asks for one that is not there.
+ *
+ *     use_c SOURCE TARGET     prints the pages as they are finished */
 #include <pagerex/numformat.h>
 #include <pagerex/pagerex.h>
-#include <stddef.h>
+#include <stdio.h>
 
-int main(void) {
-  IPageRexCallBack callbacks = {NULL, NULL, NULL};
+static int ended = 0;
+
+static void finishPage(int page, const char* path) {
+  printf("%d %s\n", page, path);
+}
+
+static void endTransform(void) {
+  ended = 1;
+}
+
+static int goOn(void) {
+  return PAGEREX_GO_ON;
+}
+
+int main(int argc, char** argv) {
+  IPageRexCallBack callbacks = {finishPage, endTransform, goOn};
+  if (argc != 3) return 9;
   if (PageRex("/nowhere.doc", "/nowhere.htm", 0, NULL) != PAGEREX_CANNOT_OPEN) return 1;
-  if (pageRex("/nowhere.doc", "/nowhere.htm", 200, &callbacks) != PAGEREX_ERROR) return 2;
+  if (pageRex("/nowhere.doc", "/nowhere.htm", 200, &callbacks) != PAGEREX_ERROR || ended) return 2;
+  if (pageRex(argv[1], argv[2], 2000, &callbacks) != PAGEREX_OK || !ended) return 3;
   if (PageRexOutputError() != 0) return 4;
-  return _XNFInit() == NF_OK && _XNFUnInit() == NF_OK ? 0 : 3;
+  return _XNFInit() == NF_OK && _XNFUnInit() == NF_OK ? 0 : 5;
 }

@@ -1,14 +1,19 @@
-// A host in C++: what it gets for a document that is not there.
+// A host in C++: converts a document in a view, and asks for one that is not there.
+//
+//     use_cpp SOURCE TARGET
 #include <pagerex/numformat.h>
 #include <pagerex/pagerex.h>
 
 #include <string>
 
-int main() {
-  const std::string source = "/nowhere.doc", target = "/nowhere.htm";
-  std::string option = "view=phone";
-  char* argv[] = {&option[0]};
-  if (PageRex(source.c_str(), target.c_str(), 1, argv) != PAGEREX_CANNOT_OPEN) return 1;
-  if (pageRex(source.c_str(), target.c_str(), 200, nullptr) != PAGEREX_ERROR) return 2;
-  return _XNFInit() == NF_OK && _XNFUnInit() == NF_OK ? 0 : 3;
+int main(int argc, char** argv) {
+  const std::string nowhere = "/nowhere.doc";
+  std::string view = "view=phone", size = "pagesize=2000";
+  char* options[] = {&view[0], &size[0]};
+  if (argc != 3) return 9;
+  if (PageRex(nowhere.c_str(), argv[2], 2, options) != PAGEREX_CANNOT_OPEN) return 1;
+  if (pageRex(nowhere.c_str(), argv[2], 200, nullptr) != PAGEREX_ERROR) return 2;
+  if (PageRex(argv[1], argv[2], 2, options) != PAGEREX_OK) return 3;
+  if (PageRexOutputError() != 0) return 4;
+  return _XNFInit() == NF_OK && _XNFUnInit() == NF_OK ? 0 : 5;
 }
