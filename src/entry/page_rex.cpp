@@ -10,7 +10,6 @@
 #include "base/output_files.h"
 #include "entry/args.h"
 #include "entry/html_writer.h"
-#include "pagerex/numformat.h"
 #include "pagerex/pagerex.h"
 #include "wordreader/document.h"
 
@@ -63,17 +62,6 @@ std::string realPath(const char* path) {
   return real ? real.get() : path;
 }
 
-/// The service that spells list numbers, up for the length of one conversion.
-struct NumberFormats {
-  NumberFormats() { _XNFInit(); }
-  NumberFormats(const NumberFormats&) = delete;
-  NumberFormats& operator=(const NumberFormats&) = delete;
-  ~NumberFormats() {
-    _XNFUnInit();
-    _XNF_ClearNFTableCache();
-  }
-};
-
 /// Whether writing the output would destroy the document that is read: as the main HTML file, by whatever
 /// name, or as one of the files in the files folder, which is emptied.
 bool wouldDestroy(const char* source, const char* htmlPath, VIEW view) {
@@ -104,7 +92,6 @@ int convert(const char* source, const char* htmlPath, const Options& options, IP
   bool opened = false;
   try {
     KDRDocument document;
-    const NumberFormats numbers;
     opened = source && document.OpenDocument(source, 0x10000) == Status::kOk;
     if (opened && wouldDestroy(source, htmlPath, options.view)) {
       NoteOutputError(EEXIST);

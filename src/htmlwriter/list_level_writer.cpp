@@ -114,7 +114,7 @@ std::wstring KHtmlListLevelWriter::NumberFor(const KDRList& list, unsigned int p
   const unsigned int nfc = level && level->Good() ? level->GetNfc() : 0;
   const int count =
       counts_.GetCount(env_->pap.listIlfo, env_->pap.listIlvl, placeholder, &env_->document->GetListTable());
-  TxFormatNum(static_cast<unsigned int>(count), nfc, &number);
+  TxFormatNum(formats_, static_cast<unsigned int>(count), nfc, &number);
   return number;
 }
 

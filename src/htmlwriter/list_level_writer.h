@@ -4,6 +4,7 @@
 
 #include "htmlwriter/env.h"
 #include "htmlwriter/list_number.h"
+#include "numformat/number_format_service.h"
 
 class KDRList;
 class KDRListLevel;
@@ -34,6 +35,7 @@ class KHtmlListLevelWriter {
 
   KEnv* env_ = nullptr;
   KListCount counts_;
+  NumberFormatService formats_;
 };
 
 }  // namespace pagerex

@@ -2,6 +2,7 @@
 
 #include "documents/converted.h"
 #include "htmlwriter/list_number.h"
+#include "numformat/number_format_service.h"
 
 namespace {
 
@@ -261,10 +262,11 @@ TEST(ListNumberFormat, TheFormatStringNamesSystemAndZeros) {
 }
 
 TEST(ListNumberFormat, BulletsHaveNoNumber) {
+  NumberFormatService formats;
   std::wstring text = L"left over";
-  EXPECT_EQ(pagerex::TxFormatNum(1, 23, &text), Status::kNothing);
+  EXPECT_EQ(pagerex::TxFormatNum(formats, 1, 23, &text), Status::kNothing);
   EXPECT_EQ(text, L"");
-  EXPECT_EQ(pagerex::TxFormatNum(1, 0, nullptr), Status::kFailure);
+  EXPECT_EQ(pagerex::TxFormatNum(formats, 1, 0, nullptr), Status::kFailure);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ base
 storage base
 wordreader base storage
 drawing base storage wordreader
-htmlwriter base storage wordreader drawing objectwriter pagerex
+htmlwriter base storage wordreader drawing numformat objectwriter pagerex
 objectwriter base storage wordreader drawing htmlwriter pagerex
 numformat base pagerex
 entry base storage wordreader drawing htmlwriter objectwriter pagerex
