@@ -10,7 +10,6 @@
 #include "entry/args.h"
 #include "entry/html_writer.h"
 #include "htmlwriter/view.h"
-#include "pagerex/numformat.h"
 #include "pagerex/pagerex.h"
 #include "wordreader/document.h"
 
@@ -46,17 +45,6 @@ std::string realPath(const char* path) {
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(path, nullptr), std::free);
   return real ? real.get() : path;
 }
-
-/// The service that spells list numbers, up for the length of one conversion.
-struct NumberFormats {
-  NumberFormats() { _XNFInit(); }
-  NumberFormats(const NumberFormats&) = delete;
-  NumberFormats& operator=(const NumberFormats&) = delete;
-  ~NumberFormats() {
-    _XNFUnInit();
-    _XNF_ClearNFTableCache();
-  }
-};
 
 /// Whether writing the output would destroy the document that is read: as the main HTML file, by whatever
 /// name, or as one of the files in the files folder, which is emptied.
@@ -108,7 +96,6 @@ int convert(const char* source, const char* htmlPath, const Options& options, IP
   bool opened = false;
   try {
     KDRDocument document;
-    const NumberFormats numbers;
     opened = source && document.OpenDocument(source, 0x10000) == Status::kOk;
     if (opened && wouldDestroy(source, htmlPath, options.view)) {
       call.files.NoteError(EEXIST);

@@ -37,12 +37,13 @@ bool isPictureBulletName(const unsigned short* name) {
 Status KHtmlListLevelWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
+  labels_.Init(env->conversion->document, &env->conversion->numberFormats);
   return Status::kOk;
 }
 
 Status KHtmlListLevelWriter::Write(const KDRSpanProp* base) {
   if (!env_ || !base) return Status::kInvalidArgument;
-  const KDRList* list = CurrentList();
+  const KDRList* list = labels_.List(env_->pap.listIlfo);
   const uint8_t ilvl = env_->pap.listIlvl;
   if (!list || !list->Good() || ilvl >= list->GetLevelCount()) return Status::kInvalidArgument;
   const KDRListLevel* level = list->GetLevel(ilvl);
@@ -54,12 +55,6 @@ Status KHtmlListLevelWriter::Write(const KDRSpanProp* base) {
   if (failed(status)) status = _WriteBullet(level);
   env_->conversion->archive->EndElement("span");
   return status;
-}
-
-const KDRList* KHtmlListLevelWriter::CurrentList() const {
-  const KDRListTable& lists = env_->conversion->document->GetListTable();
-  const uint16_t ilfo = env_->pap.listIlfo;
-  return ilfo == 0 || ilfo > lists.Count() ? nullptr : lists.Item(ilfo);
 }
 
 /// A group of size 0 counts too: the label then looks like the paragraph mark.
@@ -82,18 +77,18 @@ void KHtmlListLevelWriter::WriteLevelProps(const KDRListLevel& level, const KDRS
 }
 
 Status KHtmlListLevelWriter::_WriteNumber(const KDRListLevel* level) {
-  const KDRList* list = CurrentList();
-  if (!level || !level->Good() || !list) return Status::kInvalidArgument;
+  if (!level || !level->Good()) return Status::kInvalidArgument;
   if (level->GetNfc() == kBulletNfc) return Status::kFailure;
 
   constexpr unsigned kPlaces = 9;
   const uint8_t* places = level->GetrgbxchNums();
   const uint16_t* text = level->GetXst();
+  const ListPlace place{env_->pap.listIlfo, env_->pap.listIlvl};
   Utf16Joiner joiner;
-  for (unsigned i = 0, place = 0; i < level->GetXstLen(); ++i) {
-    if (place < kPlaces && i + 1 == places[place]) {
-      ++place;
-      WriteLabel(KEncoding::WCharToString(kUtf8, NumberFor(*list, text[i]).c_str()));
+  for (unsigned i = 0, next = 0; i < level->GetXstLen(); ++i) {
+    if (next < kPlaces && i + 1 == places[next]) {
+      ++next;
+      WriteLabel(KEncoding::WCharToString(kUtf8, labels_.NumberAt(text[i], place).c_str()));
     } else {
       std::string literal;
       if (text[i] != 0) appendUtf8(literal, joiner.Join(text[i]));
@@ -103,19 +98,6 @@ Status KHtmlListLevelWriter::_WriteNumber(const KDRListLevel* level) {
   constexpr uint8_t kFollowNothing = 2;
   if (level->GetIxchFollow() < kFollowNothing) WriteGap();
   return Status::kOk;
-}
-
-/// The number that stands at a placeholder, spelled as the level that it names says; empty if that level is
-/// bad.
-std::wstring KHtmlListLevelWriter::NumberFor(const KDRList& list, unsigned int placeholder) {
-  std::wstring number;
-  if (placeholder >= list.GetLevelCount()) return number;
-  const KDRListLevel* level = list.GetLevel(static_cast<unsigned short>(placeholder));
-  const unsigned int nfc = level && level->Good() ? level->GetNfc() : 0;
-  const int count = counts_.GetCount(env_->pap.listIlfo, env_->pap.listIlvl, placeholder,
-                                     &env_->conversion->document->GetListTable());
-  TxFormatNum(static_cast<unsigned int>(count), nfc, &number);
-  return number;
 }
 
 Status KHtmlListLevelWriter::_WriteBullet(const KDRListLevel* level) {

@@ -5,6 +5,7 @@
 
 #include "base/output_files.h"
 #include "base/write_archive.h"
+#include "numformat/number_format_service.h"
 #include "story/table_scans.h"
 #include "story/work_limits.h"
 
@@ -24,6 +25,8 @@ struct KConversionEnv {
   IWriteArchive* archive = nullptr;  ///< output of the current page
   std::string htmlPath;              ///< the main HTML path that the caller passed
   std::string filesDir;              ///< without a closing slash; empty where there is no files folder
+
+  NumberFormatService numberFormats;
 
   /// How much may be done. Made when first asked for, as that reads the tables of the document.
   KWorkLimits& Limits() {

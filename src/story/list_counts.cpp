@@ -5,8 +5,11 @@
 namespace pagerex {
 
 int LevelCounts::AddCount(int level, int start) {
-  if (level < 0 || level >= kLevels) return start;
-  if (started_.insert(level).second) return counts_[level] = start;
+  if (!isLevel(level)) return start;
+  if (!isStarted(level)) {
+    started_ = static_cast<uint16_t>(started_ | 1u << level);
+    return counts_[level] = start;
+  }
   // Counts wrap as the unsigned numbers do that the labels show.
   return counts_[level] = static_cast<int>(static_cast<unsigned>(counts_[level]) + 1u);
 }
@@ -16,7 +19,7 @@ int LevelCounts::GetCount(int level, int start) const {
 }
 
 int LevelCounts::SetCount(int level, int value, int start) {
-  if (level < 0 || level >= kLevels) return start;
+  if (!isLevel(level)) return start;
   return counts_[level] = isStarted(level) ? value : start;
 }
 
@@ -50,8 +53,9 @@ int KListCount::GetCount(unsigned int list, unsigned int level, unsigned int pla
     return GetLevelCount(number, static_cast<int>(placeholder), startOf(placeholder));
   }
   const int count = AddCount(number, static_cast<int>(placeholder), startOf(level));
+  LevelCounts& counts = lists_[number];
   for (unsigned int deeper = level + 1; deeper < levels; ++deeper) {
-    SetLevelCount(number, static_cast<int>(deeper), 0, startOf(deeper));
+    counts.SetCount(static_cast<int>(deeper), 0, startOf(deeper));
   }
   return count;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <map>
-#include <set>
+#include <cstdint>
+#include <unordered_map>
 
 class KDRListTable;
 
@@ -19,10 +19,11 @@ class LevelCounts {
 
  private:
   static constexpr int kLevels = 9;
-  bool isStarted(int level) const { return started_.count(level) != 0; }
+  static bool isLevel(int level) { return level >= 0 && level < kLevels; }
+  bool isStarted(int level) const { return isLevel(level) && (started_ >> level & 1) != 0; }
 
   int counts_[kLevels] = {};
-  std::set<int> started_;
+  uint16_t started_ = 0;  ///< a bit for each level
 };
 
 /// Running numbers of all lists of a sub-document, by list number.
@@ -39,7 +40,7 @@ class KListCount {
   int GetCount(unsigned int list, unsigned int level, unsigned int placeholder, const KDRListTable* table);
 
  private:
-  std::map<int, LevelCounts> lists_;
+  std::unordered_map<int, LevelCounts> lists_;
 };
 
 }  // namespace pagerex

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
-#include "pagerex/numformat.h"
+#include "numformat/number_format_service.h"
 
 namespace pagerex {
 namespace {
@@ -60,27 +59,36 @@ std::wstring __GetFormatString(unsigned int dbnum, unsigned int zeros, const wch
   return L"[dbnum" + std::to_wstring(dbnum) + L"]" + prefix + L"#" + std::wstring(zeros, L'0') + suffix;
 }
 
-Status TxFormatNum(unsigned int number, unsigned int nfc, std::wstring* result) {
+namespace {
+
+/// Null if the format is none of these.
+const JapaneseFormat* japaneseFormat(unsigned int nfc) {
+  const auto* const found = std::find_if(std::begin(kJapaneseFormats), std::end(kJapaneseFormats),
+                                         [nfc](const JapaneseFormat& row) { return row.nfc == nfc; });
+  return found == std::end(kJapaneseFormats) ? nullptr : found;
+}
+
+std::wstring formatString(unsigned int nfc) {
+  const JapaneseFormat* const japanese = japaneseFormat(nfc);
+  return japanese ? japanese->format : g_Nfc2FormatString(g_MsoNfc2VtxNfc(nfc));
+}
+
+}  // namespace
+
+Status TxFormatNum(NumberFormatService& formats, unsigned int number, unsigned int nfc,
+                   std::wstring* result) {
   if (!result) return Status::kFailure;
   result->clear();
   if (nfc == kBulletNfc) return Status::kNothing;
   tagVARIANT value{};
-  std::wstring format;
-  const auto japanese = std::find_if(std::begin(kJapaneseFormats), std::end(kJapaneseFormats),
-                                     [nfc](const JapaneseFormat& row) { return row.nfc == nfc; });
-  if (japanese != std::end(kJapaneseFormats)) {
+  if (japaneseFormat(nfc)) {
     value.vt = NF_VT_R8;
     value.dblVal = number;
-    format = japanese->format;
   } else {
     value.vt = NF_VT_UI4;
     value.ulVal = number;
-    format = g_Nfc2FormatString(g_MsoNfc2VtxNfc(nfc));
   }
-  wchar_t* text = nullptr;
-  const auto status = static_cast<Status>(_XNFFormat(&value, format.c_str(), &text, nullptr, nullptr));
-  const std::unique_ptr<wchar_t[]> owned(text);
-  if (text) *result = text;
+  const Status status = formats.FormatByKey(value, nfc, formatString, *result);
   return failed(status) ? status : Status::kOk;
 }
 

@@ -5,6 +5,8 @@
 
 #include "base/status.h"
 
+class NumberFormatService;
+
 namespace pagerex {
 
 /// How a number of a list level is spelled: bits 0 to 9 the numbering system (the N of "[DBNumN]"), bits 11
@@ -21,7 +23,7 @@ std::wstring __GetFormatString(unsigned int dbnum, unsigned int zeros, const wch
                                const wchar_t* suffix);
 
 /// Spells a number in a level's number format. kNothing, and no text, for bullets (nfc 23); kFailure for a
-/// null `result`.
-Status TxFormatNum(unsigned int number, unsigned int nfc, std::wstring* result);
+/// null `result`. `formats` keeps what it has compiled by nfc.
+Status TxFormatNum(NumberFormatService& formats, unsigned int number, unsigned int nfc, std::wstring* result);
 
 }  // namespace pagerex
