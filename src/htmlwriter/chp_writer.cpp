@@ -32,27 +32,46 @@ Status KChpBase::EnterRun(unsigned int index) {
   }
 
   // One character more is read to see whether a page break follows.
-  runText_.assign(size_t{length} + 2, 0);
+  if (runText_.size() < size_t{length} + 2) runText_.resize(size_t{length} + 2);
+  runText_[length] = 0;
   env_->textPool->read(runStart_, runText_.data(), length + 1);
   endsWithPageBreak_ = runText_[length] == kPageBreakMark;
   runText_[length] = 0;
 
-  const KDWSprmList sprms(env_->plcfChp->Data(index)->fkp());
-  currentIstd_ = sprms.GetCharIstd();
-  runSpan_.Reset();
-  return Sprms2SpanProp(sprms, &runSpan_);
+  runList_ = env_->plcfChp->Data(index)->fkp();
+  const KDRSpanProp& properties = env_->conversion->spelled.Run(runList_).properties;
+  isSpecial_ = properties.fSpec != 0;
+  isHidden_ = properties.fVanish != 0;
+  isOleObject_ = properties.fOle2 != 0;
+  return Status::kOk;
 }
 
 void KChpBase::BeginChp() {
   IWriteArchive* archive = env_->conversion->archive;
   archive->BeginElement("span");
+  const int32_t lineSpacing = env_->pap.lineSpacing;
+  const float baseFontSize = env_->pap.baseFontSize;
+  SpelledRun& run = env_->conversion->spelled.Run(runList_);
+  if (!run.attributes.empty() && run.lineSpacing == lineSpacing && run.baseFontSize == baseFontSize) {
+    archive->_Put(run.attributes.data(), static_cast<int>(run.attributes.size()));
+    return;
+  }
+  const uint64_t start = archive->GetWrittenBytes();
+  WriteAttributes(run);
+  run.lineSpacing = lineSpacing;
+  run.baseFontSize = baseFontSize;
+  run.attributes = archive->WrittenSince(start);
+}
+
+void KChpBase::WriteAttributes(const SpelledRun& run) {
+  IWriteArchive* archive = env_->conversion->archive;
   float baseSize = env_->pap.baseFontSize;
-  if (currentIstd_ != mso_word::kNoCharacterStyle) {
-    archive->AddAttribute("class", numbered("std", currentIstd_).c_str());
-    baseSize = GetBaseFontSize(env_, currentIstd_, baseSize);
+  if (run.istd != mso_word::kNoCharacterStyle) {
+    archive->AddAttribute("class", numbered("std", run.istd).c_str());
+    baseSize = GetBaseFontSize(env_, run.istd, baseSize);
   }
   archive->StartCssStyle();
-  WriteChProps(&runSpan_, archive, &env_->conversion->document->GetFontTable(), env_->pap.lineSpacing,
+  WriteChProps(&run.properties, archive, &env_->conversion->document->GetFontTable(), env_->pap.lineSpacing,
                baseSize);
   archive->EndCssStyle();
 }
@@ -75,7 +94,7 @@ Status KChpBase::WriteHyperLinkBegin() {
 
 bool KChpBase::ProcessMarks(bool links) {
   const uint32_t length = runEnd_ - runStart_;
-  if (runSpan_.fSpec == 0) {
+  if (!isSpecial_) {
     fields_.collect(runText_.data(), length);
     return fields_.hidesText();
   }
@@ -135,8 +154,8 @@ Status KChpNormalBase::Init(KEnv* env) {
 
 /// An inline picture. OLE objects have a call of their own.
 void KChpBase::WritePicture(uint32_t cp, bool oleObjects) {
-  if (runSpan_.fVanish != 0 || !env_->conversion->objectWriter) return;
-  if (runSpan_.fOle2 == 0) {
+  if (isHidden_ || !env_->conversion->objectWriter) return;
+  if (!isOleObject_) {
     env_->conversion->objectWriter->WriteEmbedShape(cp);
   } else if (oleObjects) {
     env_->conversion->objectWriter->WriteOle(cp);
@@ -156,7 +175,7 @@ void KChpNormalBase::OnObjectMark(uint16_t mark, uint32_t cp) {
   } else if (mark == kPictureMark) {
     WritePicture(cp, true);
   } else if (mark == kDrawnObject) {
-    if (runSpan_.fVanish == 0 && env_->conversion->objectWriter)
+    if (!isHidden_ && env_->conversion->objectWriter)
       env_->conversion->objectWriter->WriteObject(cp, endsWithPageBreak_);
   }
 }

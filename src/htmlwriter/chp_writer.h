@@ -8,7 +8,6 @@
 #include "htmlwriter/note_writer.h"
 #include "htmlwriter/writer_interfaces.h"
 #include "story/field_state.h"
-#include "wordreader/span_prop.h"
 
 namespace pagerex {
 
@@ -56,12 +55,16 @@ class KChpBase : public IChpWriter {
   uint32_t runStart_ = 0xFFFFFFFFu;
   uint32_t runEnd_ = 0xFFFFFFFFu;
   std::vector<uint16_t> runText_;  ///< the run's text and a 0; the buffer is used again for each run
-  KDRSpanProp runSpan_;            ///< the run's own properties only
+  ByteView runList_;               ///< its own properties
+  bool isSpecial_ = false;         ///< sprmCFSpec: its characters are marks
+  bool isHidden_ = false;          ///< sprmCFVanish
+  bool isOleObject_ = false;       ///< sprmCFOle2
   KFieldState fields_;
   bool endsWithPageBreak_ = false;  ///< the character behind the run's last one is a page break
-  uint16_t currentIstd_ = 0;        ///< character style of the run
 
  private:
+  /// The class and the CSS of the run.
+  void WriteAttributes(const SpelledRun& run);
   void OnFieldBegin(uint32_t cp, bool links);
   void OnFieldEnd(bool links);
 };

@@ -80,9 +80,14 @@ KTableParagraphs::KTableParagraphs(const KDRDocument* document) : document_(docu
 }
 
 TableParagraph KTableParagraphs::Look(ByteView sprms) {
+  TableParagraph& known = known_[(reinterpret_cast<uintptr_t>(sprms.data()) >> 1) % known_.size()];
+  if (known.sprms.data() == sprms.data() && known.sprms.size() == sprms.size()) return known;
   HugeReference reference;
   TableParagraph paragraph = lookAtList(sprms, reference);
-  if (paragraph.kind == TableParagraph::INSIDE || !reference.found) return paragraph;
+  if (paragraph.kind == TableParagraph::INSIDE || !reference.found) {
+    known = paragraph;
+    return paragraph;
+  }
   if (reference.offset.size() == 4) return LookAtHuge(reference.offset.u32(0));
   TableParagraph unreadable;
   unreadable.kind = TableParagraph::UNREADABLE;

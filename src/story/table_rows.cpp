@@ -23,8 +23,6 @@ void TABLE_ROW::Clear() {
   padding = {};
   shadings = {};
   shadingsEx = {};
-  setBrcEx.clear();
-  setBrc.clear();
   height = 0;
 }
 
@@ -52,12 +50,8 @@ enum RowSprm : uint16_t {
   sprmTWidthIndent = 0xF661,
 };
 
-/// Those of which every one counts.
-enum RepeatedRowSprm : uint16_t {
-  sprmTSetBrc80 = 0xD620,
-  sprmTSetBrc = 0xD62F,
-  sprmTCellPaddingDefault = 0xD634,
-};
+/// Of which every one counts.
+constexpr uint16_t sprmTCellPaddingDefault = 0xD634;
 
 constexpr uint16_t kRowSprms[] = {
     sprmTPc,
@@ -107,32 +101,16 @@ class RowSprms {
   std::array<ByteView, kCount> operands_;
 };
 
-/// Operands of a kind that are kept of a row, as each of its cells looks at all of them. A row has 63 cells
-/// with six borders each.
-constexpr size_t kMostRepeated = 1024;
-
-void keep(std::vector<ByteView>& operands, ByteView operand) {
-  if (operands.size() < kMostRepeated) operands.push_back(operand);
-}
-
-/// Sorts the list into `row` what is repeated, and the rest into the result.
+/// Lays the padding over that of `row`, and sorts the rest into the result.
 RowSprms sortSprms(const KDWSprmList& list, TABLE_ROW& row) {
   RowSprms sprms;
   KDWSprm sprm;
   KDWSprmList::Enumerator enumerator(list);
   while (!failed(enumerator.Next(&sprm))) {
-    switch (sprm.GetOpcode()) {
-      case sprmTSetBrc:
-        keep(row.setBrcEx, sprm.GetArgument());
-        break;
-      case sprmTSetBrc80:
-        keep(row.setBrc, sprm.GetArgument());
-        break;
-      case sprmTCellPaddingDefault:
-        MergedPadding(row.padding, sprm);
-        break;
-      default:
-        sprms.Note(sprm);
+    if (sprm.GetOpcode() == sprmTCellPaddingDefault) {
+      MergedPadding(row.padding, sprm);
+    } else {
+      sprms.Note(sprm);
     }
   }
   return sprms;

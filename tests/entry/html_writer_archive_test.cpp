@@ -484,6 +484,32 @@ TEST(ArchiveFile, WidePathsArePossible) {
   EXPECT_EQ(out.onDisk("\u4e2d.htm"), "x");
 }
 
+TEST(ArchiveBytes, SinceAPositionAreAtHandUntilTheyLeaveTheBuffer) {
+  Output out;
+  out->Put("first");
+  const uint64_t position = out->GetWrittenBytes();
+  EXPECT_EQ(out->WrittenSince(position), "");
+  out->Put("second");
+  EXPECT_EQ(out->WrittenSince(position), "second");
+  EXPECT_EQ(out->WrittenSince(0), "firstsecond");
+  const std::string much(KHtmlWriterArchive::kBufferSize, 'x');
+  out->Put(much.c_str());
+  EXPECT_EQ(out->WrittenSince(position), "");
+  const uint64_t later = out->GetWrittenBytes();
+  out->Put("third");
+  EXPECT_EQ(out->WrittenSince(later), "third");
+}
+
+TEST(ArchiveBytes, ThatAreDroppedAreNotAtHand) {
+  Output out;
+  out->Put("first");
+  out->Close();
+  const uint64_t position = out->GetWrittenBytes();
+  out->Put("dropped");
+  EXPECT_EQ(out->WrittenSince(position), "");
+  EXPECT_EQ(out->WrittenSince(0), "");
+}
+
 TEST(ArchiveFactory, RefusesANullTargetAndAPathThatCannotBeCreated) {
   OutputFiles files;
   IWriteArchive* archive = nullptr;
