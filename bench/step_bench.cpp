@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/number_text.h"
+#include "base/output_files.h"
 #include "base/write_archive.h"
 #include "htmlwriter/css_props.h"
 #include "support/named_sprms.h"
@@ -19,7 +20,7 @@ using namespace support;
 /// An archive whose output nobody keeps.
 class Archive {
  public:
-  Archive() { CreateHtmlWriterArchive(&archive_, "/dev/null"); }
+  Archive() { CreateHtmlWriterArchive(&archive_, files_, "/dev/null"); }
   Archive(const Archive&) = delete;
   Archive& operator=(const Archive&) = delete;
   ~Archive() { DeleteHtmlWriterArchive(archive_); }
@@ -27,6 +28,7 @@ class Archive {
   IWriteArchive* get() const { return archive_; }
 
  private:
+  OutputFiles files_;
   IWriteArchive* archive_ = nullptr;
 };
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "htmlwriter/field_state.h"
+#include "story/field_state.h"
 #include "objectwriter/hyperlink.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {

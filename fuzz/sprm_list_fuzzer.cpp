@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "base/byte_view.h"
-#include "htmlwriter/table_rows.h"
+#include "story/table_rows.h"
 #include "wordreader/paragraph_prop.h"
 #include "wordreader/section_prop.h"
 #include "wordreader/span_prop.h"

@@ -4,9 +4,13 @@
 /* Numbers, dates and texts under spreadsheet-style format strings, "#,##0.00;[Red]-#,##0.00". Usable from C
  * and C++.
  *
- * The service keeps process-wide state: it is to be used from one thread at a time. A conversion (pagerex.h)
- * starts and ends it for itself; a host that formats numbers of its own calls _XNFInit before, and again
- * after a conversion.
+ * Any number of threads may call any of these functions at once, on the same formats too. They share one
+ * service, which a host that formats numbers starts by _XNFInit; a conversion (pagerex.h) has its own and
+ * neither starts nor ends this one.
+ *
+ * The decimal point of a General number, and of _ftog and its kin, is that of the C locale that is set when
+ * the call is made: that of LC_NUMERIC, or a blank if it is not a single wide character. Nothing else depends
+ * on the locale. To set it while another thread formats is as safe as the C library makes it.
  *
  * Results: NF_OK, NF_NOTHING or one of the failures below. No exception leaves these functions. A text that
  * is handed out is a new array, which the caller frees with delete[] or _XNFFreeText; it is null if there is

@@ -1,6 +1,6 @@
 #include "base/number_text.h"
 
-#include <charconv>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -41,6 +41,32 @@ Decimal Rounded(double magnitude, int decimals) {
   return rounded;
 }
 
+/// "00", "01" and so on to "99".
+constexpr auto kPairs = [] {
+  std::array<char, 200> pairs = {};
+  for (size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
+size_t countDigits(unsigned long long value) {
+  size_t count = 1;
+  for (; value >= 10000; value /= 10000) count += 4;
+  return count + (value >= 10) + (value >= 100) + (value >= 1000);
+}
+
+/// Writes all digits of a number in front of `end`.
+void writeDigits(unsigned long long value, char* end) {
+  for (; value >= 100; value /= 100) std::memcpy(end -= 2, &kPairs[value % 100 * 2], 2);
+  if (value >= 10) {
+    std::memcpy(end - 2, &kPairs[value * 2], 2);
+  } else {
+    end[-1] = static_cast<char>('0' + value);
+  }
+}
+
 /// As snprintf, but in the C locale.
 template <class... Arguments>
 std::string_view Printed(char* buffer, size_t size, const char* format, Arguments... arguments) {
@@ -69,9 +95,17 @@ FixedText<N>& FixedText<N>::appendInt(long long value) {
 
 template <size_t N>
 FixedText<N>& FixedText<N>::appendUnsigned(unsigned long long value) {
-  char digits[24];
-  const auto result = std::to_chars(digits, digits + sizeof digits, value);
-  return append(std::string_view(digits, static_cast<size_t>(result.ptr - digits)));
+  if (value < 10) return append(static_cast<char>('0' + value));
+  const size_t count = countDigits(value);
+  if (count > N - 1 - size_) {
+    char digits[20];
+    writeDigits(value, digits + count);
+    return append(std::string_view(digits, count));
+  }
+  size_ += count;
+  writeDigits(value, text_ + size_);
+  text_[size_] = '\0';
+  return *this;
 }
 
 template <size_t N>
@@ -82,16 +116,16 @@ FixedText<N>& FixedText<N>::appendFixed(double value, int decimals) {
     char digits[400];
     return append(Printed(digits, sizeof digits, "%.*f", decimals, value));
   }
-  Decimal rest = Rounded(magnitude, decimals);
+  const Decimal rounded = Rounded(magnitude, decimals);
   if (std::signbit(value)) append('-');
-  appendUnsigned(rest.whole);
-  if (decimals > 0) append('.');
-  for (int i = decimals; i > 0; --i) {
-    const uint32_t place = kPowersOfTen[i - 1];
-    append(static_cast<char>('0' + rest.decimals / place));
-    rest.decimals %= place;
-  }
-  return *this;
+  appendUnsigned(rounded.whole);
+  if (decimals == 0) return *this;
+  // A one in front keeps the zeros behind the point; its place is the point's.
+  char digits[1 + kMostQuickDecimals];
+  const auto count = static_cast<size_t>(1 + decimals);
+  writeDigits(kPowersOfTen[decimals] + rounded.decimals, digits + count);
+  digits[0] = '.';
+  return append(std::string_view(digits, count));
 }
 
 template <size_t N>
@@ -110,11 +144,12 @@ NumberText points(int twips) {
   // A twentieth has two decimals at most, so that the exact digits need no floating point.
   const unsigned magnitude = twips < 0 ? 0u - static_cast<unsigned>(twips) : static_cast<unsigned>(twips);
   const unsigned hundredths = magnitude % 20 * 5;
+  char decimals[] = ".??0000pt";
+  std::memcpy(decimals + 1, &kPairs[hundredths * 2], 2);
   NumberText text;
   if (twips < 0) text.append('-');
-  text.appendUnsigned(magnitude / 20).append('.');
-  text.append(static_cast<char>('0' + hundredths / 10)).append(static_cast<char>('0' + hundredths % 10));
-  return text.append("0000pt");
+  text.appendUnsigned(magnitude / 20).append(std::string_view(decimals, sizeof decimals - 1));
+  return text;
 }
 
 NumberText pointsOf(double length) {

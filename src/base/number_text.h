@@ -8,6 +8,8 @@
 template <size_t N>
 class FixedText {
  public:
+  FixedText() { text_[0] = '\0'; }
+
   const char* c_str() const { return text_; }
   size_t size() const { return size_; }
   // NOLINTNEXTLINE(google-explicit-constructor): stands for its text everywhere
@@ -16,13 +18,21 @@ class FixedText {
   /// Appends; what does not fit is cut.
   FixedText& append(std::string_view text) {
     const size_t left = N - 1 - size_;
-    const size_t count = text.size() < left ? text.size() : left;
-    if (count > 0) std::memcpy(text_ + size_, text.data(), count);
-    size_ += count;
+    if (!text.empty() && text.size() <= left) {
+      std::memcpy(text_ + size_, text.data(), text.size());
+      size_ += text.size();
+    } else if (!text.empty()) {
+      std::memcpy(text_ + size_, text.data(), left);
+      size_ += left;
+    }
+    text_[size_] = '\0';
     return *this;
   }
   FixedText& append(char c) {
-    if (size_ < N - 1) text_[size_++] = c;
+    if (size_ < N - 1) {
+      text_[size_++] = c;
+      text_[size_] = '\0';
+    }
     return *this;
   }
   FixedText& appendInt(long long value);
@@ -33,7 +43,7 @@ class FixedText {
   FixedText& appendHexByte(unsigned value);
 
  private:
-  char text_[N] = {};  ///< only ever grows, so that a NUL always follows
+  char text_[N];  ///< not cleared: only the NUL behind the text counts
   size_t size_ = 0;
 };
 

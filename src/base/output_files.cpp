@@ -8,14 +8,6 @@
 
 namespace {
 
-thread_local const FilesFolder* heldFolder = nullptr;
-thread_local int firstError = 0;
-
-FILE* openAnywhere(const char* path) {
-  const char* const name = heldFolder ? heldFolder->NameOf(path) : nullptr;
-  return name ? heldFolder->Create(name) : std::fopen(path, "wb+");
-}
-
 /// Only what is new: a link, or anything else of that name, is not opened.
 int makeFile(int folder, const char* name) {
   return openat(folder, name, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -34,18 +26,16 @@ bool FilesFolder::Enter(const std::string& path) {
   folder_ = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
   if (folder_ < 0) return false;
   prefix_ = path + '/';
-  heldFolder = this;
   return true;
 }
 
 void FilesFolder::Leave() {
-  if (heldFolder == this) heldFolder = nullptr;
   if (folder_ >= 0) close(folder_);
   folder_ = -1;
 }
 
 const char* FilesFolder::NameOf(const char* path) const {
-  if (std::strncmp(path, prefix_.c_str(), prefix_.size()) != 0) return nullptr;
+  if (folder_ < 0 || std::strncmp(path, prefix_.c_str(), prefix_.size()) != 0) return nullptr;
   const char* const name = path + prefix_.size();
   return *name && !std::strchr(name, '/') ? name : nullptr;
 }
@@ -59,20 +49,13 @@ FILE* FilesFolder::Create(const char* name) const {
   return file;
 }
 
-FILE* OpenOutputFile(const char* path) {
-  FILE* const file = path ? openAnywhere(path) : nullptr;
-  if (!file) NoteOutputError(errorOf(path));
+FILE* OutputFiles::Open(const char* path) {
+  const char* const name = path ? folder_.NameOf(path) : nullptr;
+  FILE* const file = name ? folder_.Create(name) : path ? std::fopen(path, "wb+") : nullptr;
+  if (!file) NoteError(errorOf(path));
   return file;
 }
 
-void NoteOutputError(int error) {
-  if (firstError == 0) firstError = error ? error : EIO;
-}
-
-int FirstOutputError() {
-  return firstError;
-}
-
-void ForgetOutputError() {
-  firstError = 0;
+void OutputFiles::NoteError(int error) {
+  if (firstError_ == 0) firstError_ = error ? error : EIO;
 }

@@ -3,11 +3,8 @@
 #include <cstdio>
 #include <string>
 
-/// The files that a conversion writes: where they may go, and the first of them that failed. All of it
-/// belongs to the thread that the conversion runs on.
-
-/// The files folder of a conversion, held open while it lasts: `OpenOutputFile` goes through it, so that
-/// nothing that others put in the place of the folder or of a file in it leads out of it.
+/// A folder of the output, held open: files are made through it, so that nothing that others put in the place
+/// of the folder or of a file in it leads out of it.
 class FilesFolder {
  public:
   FilesFolder() = default;
@@ -20,7 +17,7 @@ class FilesFolder {
   bool Enter(const std::string& path);
   void Leave();
 
-  /// The name in the folder that `path` tells, or null when it lies elsewhere.
+  /// The name in the folder that `path` tells, or null when it lies elsewhere or no folder is held.
   const char* NameOf(const char* path) const;
   /// Makes the file `name` anew. Whatever had the name before loses it and stays as it is: another name of
   /// the same file, or what a symbolic link points at.
@@ -31,13 +28,25 @@ class FilesFolder {
   std::string prefix_;  ///< of the paths in the folder, with the slash
 };
 
-/// Creates or truncates a file of the output (mode "wb+"). One in the thread's files folder is made anew.
-/// Null, and the failure is noted, for a null path or when it cannot be opened.
-FILE* OpenOutputFile(const char* path);
+/// The files that a conversion writes: where they may go, and the first of them that failed. Owned by the
+/// conversion; each of its files holds a reference.
+class OutputFiles {
+ public:
+  /// Paths in `path` are reached through that folder from now on. False, with errno set, as
+  /// FilesFolder::Enter.
+  bool EnterFolder(const std::string& path) { return folder_.Enter(path); }
 
-/// Notes what the C library's errno says of a file that could not be opened, written to its end or closed;
-/// only the first failure is kept.
-void NoteOutputError(int error);
-/// The failure kept: a value of errno, 0 for none.
-int FirstOutputError();
-void ForgetOutputError();
+  /// Creates or truncates a file (mode "wb+"). One in the folder is made anew. Null, and the failure is
+  /// noted, for a null path or when it cannot be opened.
+  FILE* Open(const char* path);
+
+  /// Notes what the C library's errno says of a file that could not be opened, written to its end or closed;
+  /// only the first failure is kept.
+  void NoteError(int error);
+  /// The failure kept: a value of errno, 0 for none.
+  int FirstError() const { return firstError_; }
+
+ private:
+  FilesFolder folder_;
+  int firstError_ = 0;
+};

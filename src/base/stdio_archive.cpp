@@ -31,7 +31,7 @@ bool StdioAdapter::close() {
 
 bool DsWriteArchive::open(const char* path) {
   close();
-  adapter_.attach(OpenOutputFile(path));
+  adapter_.attach(files_.Open(path));
   return good();
 }
 

@@ -37,35 +37,38 @@ class StdioAdapter {
   FILE* file_ = nullptr;
 };
 
-/// Write operations over an adapter.
+/// Write operations over an adapter, for the output `files`, which outlives it.
 template <class Adapter>
 class DsWriteArchiveDelegate : public DsArchive {
  public:
+  explicit DsWriteArchiveDelegate(OutputFiles& files) : files_(files) {}
+
   bool good() const { return adapter_.good(); }
   /// Count of bytes that could be written. Fewer than asked for, and a failure of `close`, are noted as
   /// failures of the output.
   unsigned int put(const void* data, unsigned int n) {
     const unsigned int count = adapter_.put(static_cast<const char*>(data), n);
-    if (count < n && good()) NoteOutputError(errno);
+    if (count < n && good()) files_.NoteError(errno);
     return count;
   }
   void close() {
-    if (!adapter_.close()) NoteOutputError(errno);
+    if (!adapter_.close()) files_.NoteError(errno);
   }
 
  protected:
+  OutputFiles& files_;
   Adapter adapter_;
 };
 
-/// Writes the file named by a path, which `OpenOutputFile` creates or truncates (mode "wb+").
+/// Writes the file named by a path, which `OutputFiles::Open` creates or truncates (mode "wb+").
 class DsWriteArchive : public DsWriteArchiveDelegate<StdioAdapter> {
  public:
-  DsWriteArchive() = default;
+  explicit DsWriteArchive(OutputFiles& files) : DsWriteArchiveDelegate(files) {}
   DsWriteArchive(const DsWriteArchive&) = delete;
   DsWriteArchive& operator=(const DsWriteArchive&) = delete;
   ~DsWriteArchive() { close(); }
-  explicit DsWriteArchive(const char* path) { open(path); }
-  explicit DsWriteArchive(const wchar_t* path) { open(path); }
+  DsWriteArchive(OutputFiles& files, const char* path) : DsWriteArchive(files) { open(path); }
+  DsWriteArchive(OutputFiles& files, const wchar_t* path) : DsWriteArchive(files) { open(path); }
   /// True if the file is open. A file that was open before is closed first.
   bool open(const char* path);
   /// The path goes through the locale "zh_CN.UTF-8", which stays set.

@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "base/status.h"
+
+class OutputFiles;
 
 /// Code page for wide text in the output; 65001 is UTF-8.
 enum class WebEncoding : uint32_t { kUtf8 = 65001 };
@@ -16,26 +19,36 @@ class IWriteArchive {
  public:
   virtual ~IWriteArchive() = default;
 
-  virtual void BeginElement(const char* name, const char* ns = nullptr) = 0;
+  void BeginElement(const char* name, const char* ns = nullptr) { WriteStartTag(viewOf(name), viewOf(ns)); }
   /// Ends the open start tag: "/>" if `empty`, else ">".
   virtual void EndElement(bool empty) = 0;
   /// Writes the end tag.
-  virtual void EndElement(const char* name, const char* ns = nullptr) = 0;
+  void EndElement(const char* name, const char* ns = nullptr) { WriteEndTag(viewOf(name), viewOf(ns)); }
 
   /// Neither name nor value is escaped. A null quote writes no quote.
-  virtual void AddAttribute(const char* name, const char* value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+  void AddAttribute(const char* name, const char* value, const char* ns = nullptr,
+                    const char* quote = kQuote) {
+    AddAttribute(name, viewOf(value), ns, quote);
+  }
+  void AddAttribute(const char* name, std::string_view value, const char* ns = nullptr,
+                    const char* quote = kQuote) {
+    if (!ns && quote == kQuote) {
+      WriteAttribute(viewOf(name), value);
+    } else {
+      WriteAttribute(viewOf(name), value, viewOf(ns), viewOf(quote));
+    }
+  }
   virtual void AddAttribute(const char* name, int value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const char* name, double value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const char* name, bool value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   /// A colour 0xRRGGBB as "#%02X%02X%02X". Word's own colours have red in the low byte: see `wordColour`.
   virtual void AddAttribute(const char* name, unsigned int value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const char* name, const wchar_t* value, const char* ns = nullptr,
-                            const char* quote = "\"") = 0;
+                            const char* quote = kQuote) = 0;
   virtual void AddAttribute(const wchar_t* name, const wchar_t* value, const wchar_t* ns = nullptr,
                             const wchar_t* quote = L"\"") = 0;
   virtual void AddAttribute(const char* name, const unsigned short* value, const char* ns = nullptr,
@@ -77,7 +90,16 @@ class IWriteArchive {
   virtual void StartCssStyle() = 0;
   virtual void EndCssStyle() = 0;
   /// Opens a `style` attribute when no CSS is open.
-  virtual void AddCssProp(const char* name, const char* value, const char* quote = nullptr) = 0;
+  void AddCssProp(const char* name, const char* value, const char* quote = nullptr) {
+    AddCssProp(name, viewOf(value), quote);
+  }
+  void AddCssProp(const char* name, std::string_view value, const char* quote = nullptr) {
+    if (quote) {
+      WriteCssProp(viewOf(name), value, viewOf(quote));
+    } else {
+      WriteCssProp(viewOf(name), value);
+    }
+  }
   virtual void AddCssProp(const char* name, const wchar_t* value, const char* quote = nullptr) = 0;
   virtual void AddCssProp(const char* name, const unsigned short* value, const char* quote = nullptr) = 0;
 
@@ -95,13 +117,31 @@ class IWriteArchive {
 
   /// As AddContentEx of each 16-bit character in turn, zeros left out, in one call.
   virtual void AddTextEx(const unsigned short* text, unsigned int length) = 0;
+
+ protected:
+  static constexpr char kQuote[] = "\"";
+
+  /// A view that has no data stands for no text. Of a literal the compiler knows the length.
+  static constexpr std::string_view viewOf(const char* text) {
+    return text ? std::string_view(text) : std::string_view();
+  }
+
+ private:
+  virtual void WriteStartTag(std::string_view name, std::string_view ns) = 0;
+  virtual void WriteEndTag(std::string_view name, std::string_view ns) = 0;
+  virtual void WriteAttribute(std::string_view name, std::string_view value) = 0;
+  virtual void WriteAttribute(std::string_view name, std::string_view value, std::string_view ns,
+                              std::string_view quote) = 0;
+  virtual void WriteCssProp(std::string_view name, std::string_view value) = 0;
+  virtual void WriteCssProp(std::string_view name, std::string_view value, std::string_view quote) = 0;
 };
 
-/// Makes an archive on the file `path`, which is truncated; the caller hands it to DeleteHtmlWriterArchive.
-/// kInvalidArgument for a null `archive` or when the file cannot be created. The last three are not looked
-/// at.
-Status CreateHtmlWriterArchive(IWriteArchive** archive, const char* path, unsigned int flags1 = 4113,
-                               unsigned int flags2 = 4096, char* reserved = nullptr);
+/// Makes an archive on the file `path` of the output `files`, which outlives it; the file is truncated, and
+/// the caller hands the archive to DeleteHtmlWriterArchive. kInvalidArgument for a null `archive` or when the
+/// file cannot be created. The last three are not looked at.
+Status CreateHtmlWriterArchive(IWriteArchive** archive, OutputFiles& files, const char* path,
+                               unsigned int flags1 = 4113, unsigned int flags2 = 4096,
+                               char* reserved = nullptr);
 
 /// Writes out, closes and frees; null is accepted.
 void DeleteHtmlWriterArchive(IWriteArchive* archive);
@@ -113,8 +153,8 @@ struct ArchiveDeleter {
 using ArchivePtr = std::unique_ptr<IWriteArchive, ArchiveDeleter>;
 
 /// The same, owned; null when the file cannot be created.
-inline ArchivePtr CreateOwnedArchive(const char* path) {
+inline ArchivePtr CreateOwnedArchive(OutputFiles& files, const char* path) {
   IWriteArchive* archive = nullptr;
-  CreateHtmlWriterArchive(&archive, path);
+  CreateHtmlWriterArchive(&archive, files, path);
   return ArchivePtr(archive);
 }

@@ -72,8 +72,8 @@ void basefile::MakeSureDirIsRight(std::string& dir) {
   if (dir.empty() || (dir.back() != '/' && dir.back() != '\\')) dir += '/';
 }
 
-bool basefile::CreateFile(const char* path) {
-  FILE* const file = OpenOutputFile(path);
+bool basefile::CreateFile(OutputFiles& files, const char* path) {
+  FILE* const file = files.Open(path);
   return file && std::fclose(file) == 0;
 }
 

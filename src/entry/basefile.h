@@ -2,13 +2,15 @@
 
 #include <string>
 
+class OutputFiles;
+
 /// Paths and folders of the output, by narrow paths. A null path is a failure everywhere.
 struct basefile {
   /// Appends "/" unless the last character is "/" or "\".
   static void MakeSureDirIsRight(std::string& dir);
 
-  /// Creates or truncates a file. True on success.
-  static bool CreateFile(const char* path);
+  /// Creates or truncates a file of the output. True on success.
+  static bool CreateFile(OutputFiles& files, const char* path);
 
   /// Makes all missing folders of `path`, where only "/" parts the names. False when one of them can neither
   /// be opened nor made, and errno tells why.

@@ -2,11 +2,13 @@
 
 #include <cerrno>
 
+#include "base/output_path.h"
 #include "entry/basefile.h"
-#include "entry/index_pages.h"
 #include "htmlwriter/css_file_writer.h"
+#include "htmlwriter/host_call.h"
 #include "htmlwriter/navigation_writer.h"
-#include "htmlwriter/output_path.h"
+#include "htmlwriter/story_writer.h"
+#include "htmlwriter/view.h"
 #include "htmlwriter/writer_factory.h"
 #include "htmlwriter/writer_interfaces.h"
 #include "objectwriter/doc_object_writer.h"
@@ -14,7 +16,12 @@
 namespace pagerex {
 namespace {
 
-constexpr char kFolderSuffix[] = ".files";
+/// A path without its extension, in two parts.
+struct SplitPath {
+  explicit SplitPath(const std::string& path) { basefile::splitpath(path.c_str(), dir, name, extension); }
+
+  std::string dir, name, extension;
+};
 
 /// Takes the writers of the main text, and what lives only while they run, out of the environment.
 class RunningWriters {
@@ -25,114 +32,98 @@ class RunningWriters {
   ~RunningWriters() {
     env_.navigation = nullptr;
     KWriterFactory::ReleaseWriterByView(env_);
-    env_.merger = nullptr;
+    env_.conversion->merger = nullptr;
   }
 
  private:
   KEnv& env_;
 };
 
-/// "name.files/file", relative to the main HTML file; what does not fit is cut.
-PathText urlOf(const std::string& name, const char* file) {
-  return PathText().append(name).append(kFolderSuffix).append('/').append(file);
-}
-
 }  // namespace
 
-KHtmlWriter::~KHtmlWriter() {
-  DeleteHtmlWriterArchive(archive);
-}
+KHtmlWriter::~KHtmlWriter() = default;
 
-Status KHtmlWriter::Init(const KDRDocument* doc, const char* path, VIEW chosenView, int charactersPerPage,
+Status KHtmlWriter::Init(const KDRDocument* document, const char* path, VIEW view, int charactersPerPage,
                          IPageRexCallBack* host) {
-  if (!doc || !path || chosenView < VIEW_NORMAL || chosenView > VIEW_MULPAGES)
-    return Status::kInvalidArgument;
-  document = doc;
-  pageSize = charactersPerPage;
-  view = chosenView;
-  callback = host;
-  objectWriter = nullptr;
-  DeleteHtmlWriterArchive(archive);
-  archive = nullptr;
-  if (CreateHtmlWriterArchive(&archive, path) != Status::kOk) return Status::kCannotCreate;
-  htmlPath = path;
-  return view == VIEW_PREVIEW ? Status::kOk : CreateFilesFolder();
+  const KViewTraits* const traits = TraitsOf(view);
+  if (!document || !path || !traits) return Status::kInvalidArgument;
+  archive_.reset();
+  conversion_.emplace(files_);
+  env_.emplace(*conversion_);
+  conversion_->document = document;
+  conversion_->callback = host;
+  env_->pageSize = charactersPerPage;
+  env_->view = view;
+  archive_ = CreateOwnedArchive(files_, path);
+  if (!archive_) return Status::kCannotCreate;
+  conversion_->archive = archive_.get();
+  conversion_->htmlPath = path;
+  return traits->hasFilesFolder ? CreateFilesFolder() : Status::kOk;
 }
 
 std::string KHtmlWriter::FilesFolderOf(const std::string& path) {
-  std::string dir, name, extension;
-  basefile::splitpath(path.c_str(), dir, name, extension);
-  return dir + name + kFolderSuffix;
+  const SplitPath split(path);
+  return split.dir + split.name + std::string(kFilesFolderSuffix);
 }
 
 Status KHtmlWriter::CreateFilesFolder() {
-  std::string dir, name, extension;
-  basefile::splitpath(htmlPath.c_str(), dir, name, extension);
-  filesDir = FilesFolderOf(htmlPath);
-  CreateObjectWriter(name);
-  basefile::DelFilesInDir(filesDir.c_str());
-  if (!basefile::CreateDir(filesDir.c_str()) || !folder_.Enter(filesDir)) {
-    NoteOutputError(errno);
+  const std::string folder = FilesFolderOf(conversion_->htmlPath);
+  conversion_->filesDir = folder;
+  CreateObjectWriter();
+  basefile::DelFilesInDir(folder.c_str());
+  if (!basefile::CreateDir(folder.c_str()) || !files_.EnterFolder(folder)) {
+    files_.NoteError(errno);
     return Status::kCannotCreate;
   }
   // The pages name this file; shapes that need script append to it.
-  basefile::CreateFile(outputPath(filesDir, "shapejs.js").c_str());
+  basefile::CreateFile(files_, outputPath(folder, "shapejs.js").c_str());
   return Status::kOk;
 }
 
 /// The object writer serves all stories of the conversion.
-void KHtmlWriter::CreateObjectWriter(const std::string& name) {
-  objectEnv_ = std::make_unique<ObjectWriter::KDocHtmlEnv>();
-  objectEnv_->archive = archive;
-  objectEnv_->document = document;
-  objectEnv_->filesDir = filesDir;
-  objectEnv_->htmlPath = htmlPath;
-  objectEnv_->name = name;
-  objectEnv_->inTable = &inTable;
-  objectEnv_->env = this;
-  ownedObjectWriter_ = ObjectWriter::CreateDocHtmlObjectWriter();
-  ownedObjectWriter_->Init(objectEnv_.get());
-  objectWriter = ownedObjectWriter_.get();
+void KHtmlWriter::CreateObjectWriter() {
+  objectWriter_.reset();
+  objectEnv_.emplace(*conversion_, scripts_, env_->inTable, *this);
+  objectWriter_ = ObjectWriter::CreateDocHtmlObjectWriter();
+  objectWriter_->Init(&*objectEnv_);
+  conversion_->objectWriter = objectWriter_.get();
+}
+
+void KHtmlWriter::WriteStory(mso_word::SUBDOC_TYPE type, const KDWRange& range) {
+  pagerex::WriteStory(*env_, type, range);
 }
 
 Status KHtmlWriter::Write() {
-  if (!document || !archive) return Status::kInvalidArgument;
+  if (!archive_) return Status::kInvalidArgument;
+  const KViewTraits& view = *TraitsOf(env_->view);
   KStyleMerger styles;
-  styles.Init(document);
-  merger = &styles;
+  styles.Init(conversion_->document);
+  conversion_->merger = &styles;
   KHtmlNavigationPageWriter tree;
-  tree.Init(document);
-  const RunningWriters running(*this);
+  tree.Init(conversion_->document);
+  const RunningWriters running(*env_);
   // First, since it finds the font size of each style.
-  if (view != VIEW_PREVIEW) KCssFileWriter::Write("style.css", this);
-  if (view == VIEW_NORMAL) navigation = &tree;
-  if (KWriterFactory::CreateWriterByView(*this, mso_word::SUBDOC_MAIN) != Status::kOk)
+  if (view.hasFilesFolder) KCssFileWriter::Write("style.css", &*env_);
+  if (view.hasNavigation) env_->navigation = &tree;
+  if (KWriterFactory::CreateWriterByView(*env_, mso_word::SUBDOC_MAIN) != Status::kOk)
     return Status::kNothing;
   const Status status = WritePages();
-  if (callback && callback->EndTransform) callback->EndTransform();
-  if (status == Status::kOk) WriteIndex();
+  EndTransform();
+  if (status == Status::kOk && view.writeIndex) {
+    view.writeIndex(*env_, SplitPath(conversion_->htmlPath).name);
+  }
   return status;
 }
 
 /// The main text. An exception out of a damaged document is a failure like another, so that the host still
 /// hears of the end.
-Status KHtmlWriter::WritePages() try { return writers.pages->Write(); } catch (...) {
+Status KHtmlWriter::WritePages() try { return env_->writers->pages->Write(); } catch (...) {
   return Status::kFailure;
 }
 
-void KHtmlWriter::WriteIndex() {
-  std::string dir, name, extension;
-  basefile::splitpath(htmlPath.c_str(), dir, name, extension);
-  const std::string folder = PathText().append(name).append(kFolderSuffix).c_str();
-  if (view == VIEW_NORMAL) {
-    const PathText path = outputPath(filesDir, "navigation.html");
-    const bool hasNavigation = navigation->Write(path.c_str(), "main", "1.htm") == Status::kOk;
-    WriteFramePage(htmlPath.c_str(), urlOf(name, "navigation.html").c_str(), urlOf(name, "1.htm").c_str(),
-                   hasNavigation);
-  } else if (view == VIEW_PHONE) {
-    WriteHtmlMain(htmlPath.c_str(), folder.c_str(), writers.pages->GetPageCount());
-  } else if (view == VIEW_MULPAGES) {
-    WriteMulpagesInfo(htmlPath.c_str(), folder.c_str(), writers.pages->GetPageCount());
+void KHtmlWriter::EndTransform() {
+  if (conversion_->callback && conversion_->callback->EndTransform) {
+    CallHost(files_, conversion_->callback->EndTransform);
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/output_files.h"
@@ -9,42 +10,54 @@
 #include "objectwriter/object_env.h"
 #include "objectwriter/object_writer_interface.h"
 #include "pagerex/pagerex.h"
+#include "story/story_writer_interface.h"
 
 namespace pagerex {
 
 /// Drives one conversion: prepares the output, runs the writers of the view over the main text and writes the
-/// index at the main HTML path. It is the environment of the main text and owns the archive and the object
-/// writer in it.
-class KHtmlWriter : public KEnv {
+/// index at the main HTML path. Owns what belongs to the conversion: the environment of the main text, the
+/// archive and the object writer.
+class KHtmlWriter : public IStoryWriter {
  public:
-  KHtmlWriter() = default;
+  /// Neither is owned. `scripts` tells which functions of the shapes' script file need not be written.
+  KHtmlWriter(OutputFiles& files, ObjectWriter::ShapeScripts& scripts) : files_(files), scripts_(scripts) {}
   KHtmlWriter(const KHtmlWriter&) = delete;
   KHtmlWriter& operator=(const KHtmlWriter&) = delete;
-  ~KHtmlWriter();
+  ~KHtmlWriter() override;
 
   /// Creates or truncates the main HTML file and, but for the preview, empties or makes the files folder
-  /// beside it. May be repeated. `doc` and `host` (may be null) are not owned; `charactersPerPage` -1 for
-  /// none. kInvalidArgument for a null document or path or an invalid view; kCannotCreate when the file or
-  /// the folder cannot be created.
-  Status Init(const KDRDocument* doc, const char* path, VIEW chosenView, int charactersPerPage,
+  /// beside it. May be repeated. `document` and `host` (may be null) are not owned; `charactersPerPage` -1
+  /// for none. kInvalidArgument for a null document or path or an invalid view; kCannotCreate when the file
+  /// or the folder cannot be created.
+  Status Init(const KDRDocument* document, const char* path, VIEW view, int charactersPerPage,
               IPageRexCallBack* host);
 
   /// Once, after `Init`. kNothing when there are no writers for the view; else what the pages writer
   /// returned: after anything but kOk the main HTML file has no index, while the pages written so far remain.
   Status Write();
 
+  /// Of a shape: as in the normal view, whatever the view.
+  void WriteStory(mso_word::SUBDOC_TYPE type, const KDWRange& range) override;
+
+  /// The environment of the main text; there from `Init` on.
+  const KEnv& env() const { return *env_; }
+
   /// The files folder of a main HTML path, without a slash behind it.
   static std::string FilesFolderOf(const std::string& path);
 
  private:
   Status CreateFilesFolder();
-  void CreateObjectWriter(const std::string& name);
+  void CreateObjectWriter();
   Status WritePages();
-  void WriteIndex();
+  void EndTransform();
 
-  FilesFolder folder_;
-  std::unique_ptr<ObjectWriter::KDocHtmlEnv> objectEnv_;
-  std::unique_ptr<ObjectWriter::IObjectWriter> ownedObjectWriter_;
+  OutputFiles& files_;
+  ObjectWriter::ShapeScripts& scripts_;
+  std::optional<KHtmlConversionEnv> conversion_;
+  std::optional<KEnv> env_;
+  ArchivePtr archive_;
+  std::optional<ObjectWriter::KDocHtmlEnv> objectEnv_;
+  std::unique_ptr<ObjectWriter::IObjectWriter> objectWriter_;
 };
 
 }  // namespace pagerex

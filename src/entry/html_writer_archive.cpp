@@ -4,18 +4,29 @@
 
 #include "base/encoding.h"
 #include "base/number_text.h"
+#include "base/plain_text.h"
+
+using std::string_view_literals::operator""sv;
 
 namespace {
 
-/// What document text becomes, by its ASCII characters; those without a text stand for themselves. The
-/// space's row is for one that follows another space. The missing semicolon of the last row is what readers
-/// of these pages get.
+constexpr size_t kLongestEscape = 24;
+
+struct EscapeRow {
+  char text[kLongestEscape];
+  uint8_t size;
+};
+
+/// What document text becomes, by its ASCII characters. The space's row is for one that follows another
+/// space. The missing semicolon of the last row is what readers of these pages get.
 struct Escapes {
-  std::string_view of[128];
-  bool plain[128] = {};
+  EscapeRow rows[128] = {};
   constexpr Escapes() {
-    for (bool& each : plain) each = true;
-    for (unsigned char dropped : {0, 7, 13}) set(dropped, "");
+    for (unsigned code = 0; code < 128; ++code) {
+      const char itself = static_cast<char>(code);
+      set(itself, {&itself, 1});
+    }
+    for (char dropped : {0, 7, 13}) set(dropped, "");
     set('\t', "&nbsp;&nbsp;&nbsp;&nbsp;");
     set('\v', "<br>");
     set(' ', "&nbsp;");
@@ -23,19 +34,14 @@ struct Escapes {
     set('<', "&lt;");
     set('>', "&gt");
   }
-  constexpr void set(unsigned char byte, std::string_view text) {
-    of[byte] = text;
-    plain[byte] = false;
+  constexpr void set(char byte, std::string_view text) {
+    EscapeRow& row = rows[static_cast<unsigned char>(byte)];
+    std::copy(text.begin(), text.end(), row.text);
+    row.size = static_cast<uint8_t>(text.size());
   }
 };
 constexpr Escapes kEscapes;
-constexpr size_t kLongestEscape = 24;
 constexpr size_t kEscapeBlock = 512;
-
-template <class Unit>
-bool standsForItself(Unit unit, uint8_t previous) {
-  return unit < 128 && (kEscapes.plain[unit] || (unit == ' ' && previous != ' '));
-}
 
 std::string_view boolWord(bool value) {
   return value ? "true" : "false";
@@ -52,9 +58,10 @@ NumberText rgbText(unsigned int colour) {
 
 }  // namespace
 
-Status CreateHtmlWriterArchive(IWriteArchive** archive, const char* path, unsigned int, unsigned int, char*) {
+Status CreateHtmlWriterArchive(IWriteArchive** archive, OutputFiles& files, const char* path, unsigned int,
+                               unsigned int, char*) {
   if (!archive) return Status::kInvalidArgument;
-  auto made = std::make_unique<KHtmlWriterArchive>();
+  auto made = std::make_unique<KHtmlWriterArchive>(files);
   if (made->Open(path) != Status::kOk) return Status::kInvalidArgument;
   *archive = made.release();
   return Status::kOk;
@@ -64,7 +71,7 @@ void DeleteHtmlWriterArchive(IWriteArchive* archive) {
   delete archive;
 }
 
-KHtmlWriterArchive::KHtmlWriterArchive() = default;
+KHtmlWriterArchive::KHtmlWriterArchive(OutputFiles& files) : files_(files) {}
 
 KHtmlWriterArchive::~KHtmlWriterArchive() {
   Close();
@@ -72,76 +79,78 @@ KHtmlWriterArchive::~KHtmlWriterArchive() {
 
 // Markup.
 
-void KHtmlWriterArchive::BeginElement(const char* name, const char* ns) {
+void KHtmlWriterArchive::WriteStartTag(std::string_view name, std::string_view ns) {
   EnsureWriteRight();
-  Write("<", 1);
-  WriteName(name, ns);
+  if (ns.data()) {
+    WriteAll("<", ns, ":", name);
+  } else {
+    WriteAll("<", name);
+  }
   tagOpen_ = true;
 }
 
 void KHtmlWriterArchive::EndElement(bool empty) {
-  Write(empty ? std::string_view("/>") : std::string_view(">"));
+  Write(empty ? "/>"sv : ">"sv);
   tagOpen_ = false;
 }
 
-void KHtmlWriterArchive::EndElement(const char* name, const char* ns) {
+void KHtmlWriterArchive::WriteEndTag(std::string_view name, std::string_view ns) {
   EnsureWriteRight();
-  Write("</", 2);
-  WriteName(name, ns);
-  Write(">", 1);
-  tagOpen_ = false;
+  if (ns.data()) {
+    WriteAll("</", ns, ":", name, ">");
+  } else {
+    WriteAll("</", name, ">");
+  }
 }
 
-void KHtmlWriterArchive::AddAttribute(const char* name, const char* value, const char* ns,
-                                      const char* quote) {
-  WriteAttribute(name, value ? value : "", ns, quote);
+void KHtmlWriterArchive::WriteAttribute(std::string_view name, std::string_view value) {
+  WriteAll(" ", name, "=\"", value, "\"");
+}
+
+void KHtmlWriterArchive::WriteAttribute(std::string_view name, std::string_view value, std::string_view ns,
+                                        std::string_view quote) {
+  Write(" "sv);
+  if (ns.data()) WriteAll(ns, ":");
+  WriteAll(name, "=", quote, value, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, int value, const char* ns, const char* quote) {
-  WriteAttribute(name, number(value), ns, quote);
+  AddAttribute(name, std::string_view(number(value)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, double value, const char* ns, const char* quote) {
-  WriteAttribute(name, fixedNumber(value), ns, quote);
+  AddAttribute(name, std::string_view(fixedNumber(value)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, bool value, const char* ns, const char* quote) {
-  WriteAttribute(name, boolWord(value), ns, quote);
+  AddAttribute(name, boolWord(value), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, unsigned int value, const char* ns,
                                       const char* quote) {
-  WriteAttribute(name, rgbText(value), ns, quote);
+  AddAttribute(name, std::string_view(rgbText(value)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, const wchar_t* value, const char* ns,
                                       const char* quote) {
-  WriteAttribute(name, Narrow(value, -1), ns, quote);
+  AddAttribute(name, std::string_view(Narrow(value, -1)), ns, quote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const wchar_t* name, const wchar_t* value, const wchar_t* ns,
                                       const wchar_t* quote) {
-  Write(" ", 1);
-  if (ns) {
-    Write(Narrow(ns, -1));
-    Write(":", 1);
-  }
-  Write(Narrow(name, -1));
-  Write("=", 1);
-  Write(Narrow(quote, -1));
-  Write(Narrow(value, -1));
-  Write(Narrow(quote, -1));
+  const std::string narrowNs = Narrow(ns, -1);
+  const std::string narrowQuote = Narrow(quote, -1);
+  WriteAttribute(Narrow(name, -1), Narrow(value, -1), viewOf(ns ? narrowNs.c_str() : nullptr), narrowQuote);
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, const unsigned short* value, const char* ns,
                                       const wchar_t* quote) {
   const std::string narrowQuote = Narrow(quote, -1);
-  WriteAttribute(name, Narrow(value), ns, narrowQuote.c_str());
+  AddAttribute(name, std::string_view(Narrow(value)), ns, narrowQuote.c_str());
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name) {
-  Write(" ", 1);
-  WriteText(name);
+  WriteAll(" ", viewOf(name));
 }
 
 // Document text.
@@ -176,48 +185,76 @@ void KHtmlWriterArchive::EscapeUnits(const unsigned short* text, size_t length) 
   }
 }
 
-/// The one loop that all document text goes through. Text gathers in a small block, which is handed on when
-/// it could not take another character in its longest form.
+/// The one loop that all document text goes through. Text goes straight to the buffer as long as there is
+/// room, else by way of a small block.
 template <class Unit>
 void KHtmlWriterArchive::Escape(const Unit* text, size_t length) {
   char block[kEscapeBlock];
-  char* const full = block + kEscapeBlock - kLongestEscape;
-  char* out = block;
   const Unit* const end = text + length;
-  uint8_t previous = pendingSpace_;
   while (text != end) {
-    if (out >= full) {
+    const bool direct = capacity_ - used_ >= kEscapeBlock;
+    char* const begin = direct ? buffer_ + used_ : block;
+    char* const out = EscapeInto(text, end, begin, direct ? buffer_ + capacity_ : block + kEscapeBlock);
+    if (direct) {
+      used_ = static_cast<uint32_t>(out - buffer_);
+    } else {
       Write(block, static_cast<size_t>(out - block));
-      out = block;
     }
-    const Unit* const plain = text;
-    const Unit* const stop = text + std::min(full - out, end - text);
-    while (text != stop && standsForItself(*text, previous)) {
-      previous = static_cast<uint8_t>(*text++);
-      *out++ = static_cast<char>(previous);
-    }
-    if constexpr (sizeof(Unit) > 1) {
-      if (text != plain) joiner_.Reset();
-    }
-    if (text != stop) out = EscapeOne(*text++, out, previous);
   }
-  Write(block, static_cast<size_t>(out - block));
-  pendingSpace_ = previous;
 }
 
-/// Writes what stands for one character that is not plain, and returns the place behind it.
-char* KHtmlWriterArchive::EscapeOne(unsigned char byte, char* out, uint8_t& previous) {
+/// Writes as much of the text as there is room for whatever it may be, moves `text` behind that and returns
+/// the place behind what is written.
+template <class Unit>
+char* KHtmlWriterArchive::EscapeInto(const Unit*& text, const Unit* end, char* out, const char* outEnd) {
+  const char* const full = outEnd - kLongestEscape;
+  uint8_t previous = pendingSpace_;
+  while (text != end && out < full) {
+    const auto room = static_cast<size_t>(std::min<ptrdiff_t>(full - out, end - text));
+    if (const size_t plain = CopyPlain(text, room, previous, out)) {
+      text += plain;
+      out += plain;
+      previous = static_cast<uint8_t>(out[-1]);
+    }
+    // What is not plain seldom comes alone: other scripts are whole words of it.
+    if (text != end && out < full) {
+      do out = EscapeOne(*text++, out, previous);
+      while (text != end && *text >= 128 && out < full);
+    }
+  }
+  pendingSpace_ = previous;
+  return out;
+}
+
+size_t KHtmlWriterArchive::CopyPlain(const unsigned short* text, size_t length, uint8_t previous, char* out) {
+  const size_t count = copyPlainText(text, length, previous, out);
+  if (count > 0) joiner_.Reset();
+  return count;
+}
+
+size_t KHtmlWriterArchive::CopyPlain(const unsigned char* text, size_t length, uint8_t previous, char* out) {
+  size_t count = 0;
+  for (; count < length && isPlainText(text[count], previous); ++count) {
+    previous = text[count];
+    out[count] = static_cast<char>(previous);
+  }
+  return count;
+}
+
+/// Writes what stands for one character, which may be plain but for its place, and returns the place behind
+/// it.
+inline char* KHtmlWriterArchive::EscapeOne(unsigned char byte, char* out, uint8_t& previous) {
   previous = byte;
   if (byte >= 128) {
     *out = static_cast<char>(byte);
     return out + 1;
   }
-  const std::string_view text = kEscapes.of[byte];
-  std::memcpy(out, text.data(), text.size());
-  return out + text.size();
+  // There is room for all of the row's bytes.
+  std::memcpy(out, kEscapes.rows[byte].text, kLongestEscape);
+  return out + kEscapes.rows[byte].size;
 }
 
-char* KHtmlWriterArchive::EscapeOne(unsigned short unit, char* out, uint8_t& previous) {
+inline char* KHtmlWriterArchive::EscapeOne(unsigned short unit, char* out, uint8_t& previous) {
   if (unit == 0) return out;
   const char32_t character = joiner_.Join(unit);
   if (character < 128) return EscapeOne(static_cast<unsigned char>(character), out, previous);
@@ -279,7 +316,7 @@ void KHtmlWriterArchive::PutNewLine() {
 }
 
 void KHtmlWriterArchive::Put(const char* text) {
-  WriteText(text);
+  Write(viewOf(text));
 }
 
 void KHtmlWriterArchive::Put(const wchar_t* text, int length) {
@@ -315,9 +352,7 @@ void KHtmlWriterArchive::StartCssBlock(const char* selector) {
   if (!selector) return;
   EnsureWriteRight();
   EnsureEndCss();
-  WriteText(selector);
-  PutNewLine();
-  Write("{", 1);
+  WriteAll(std::string_view(selector), "\r\n{");
   cssInBlock_ = true;
   cssOpen_ = true;
 }
@@ -351,16 +386,24 @@ void KHtmlWriterArchive::EnsureEndCss() {
   }
 }
 
-void KHtmlWriterArchive::AddCssProp(const char* name, const char* value, const char* quote) {
-  WriteCssProp(name, value ? value : "", quote);
+void KHtmlWriterArchive::WriteCssProp(std::string_view name, std::string_view value) {
+  if (!cssOpen_) StartCssStyle();
+  WriteAll(name, ":", value, ";");
+  if (cssInBlock_) PutNewLine();
+}
+
+void KHtmlWriterArchive::WriteCssProp(std::string_view name, std::string_view value, std::string_view quote) {
+  if (!cssOpen_) StartCssStyle();
+  WriteAll(name, ":", quote, value, quote, ";");
+  if (cssInBlock_) PutNewLine();
 }
 
 void KHtmlWriterArchive::AddCssProp(const char* name, const wchar_t* value, const char* quote) {
-  WriteCssProp(name, Narrow(value, -1), quote);
+  AddCssProp(name, std::string_view(Narrow(value, -1)), quote);
 }
 
 void KHtmlWriterArchive::AddCssProp(const char* name, const unsigned short* value, const char* quote) {
-  WriteCssProp(name, Narrow(value), quote);
+  AddCssProp(name, std::string_view(Narrow(value)), quote);
 }
 
 // The file.
@@ -378,7 +421,7 @@ template <class Path>
 Status KHtmlWriterArchive::OpenFile(const Path* path) {
   Close();
   const bool first = !file_;
-  if (first) file_ = std::make_unique<DsWriteArchive>();
+  if (first) file_ = std::make_unique<DsWriteArchive>(files_);
   if (path && file_->open(path)) {
     capacity_ = kBufferSize;
     return Status::kOk;
@@ -396,6 +439,10 @@ void KHtmlWriterArchive::Close() {
 
 void KHtmlWriterArchive::_Put(const char* data, int length) {
   if (data && length > 0) Write(data, static_cast<size_t>(length));
+}
+
+void KHtmlWriterArchive::WriteOneByOne(std::initializer_list<std::string_view> texts) {
+  for (const std::string_view text : texts) Write(text);
 }
 
 /// What did not fit: fills the buffer up and begins it anew, or goes past it.

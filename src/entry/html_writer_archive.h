@@ -2,29 +2,33 @@
 
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "base/encoding.h"
+#include "base/short_copy.h"
 #include "base/stdio_archive.h"
 #include "base/write_archive.h"
 
 /// The output archive: spells markup, text and CSS into a 512 KiB buffer in front of one file at a time.
 /// Owns its file. The states are no file, open and closed; what is written while no file is open is dropped,
 /// though the memory of open tags, open CSS and spaces goes on, and `Open` leaves that memory as it is.
-/// Errors of the file system while writing are only noted (`FirstOutputError`). Made on the heap, by
+/// Errors of the file system while writing are only noted (`OutputFiles::FirstError`). Made on the heap, by
 /// CreateHtmlWriterArchive.
 class KHtmlWriterArchive final : public IWriteArchive {
  public:
-  KHtmlWriterArchive();  // in the .cpp, and not defaulted here: the buffer must not be cleared
+  explicit KHtmlWriterArchive(
+      OutputFiles& files);  // in the .cpp, and not defaulted here: the buffer must not be cleared
   ~KHtmlWriterArchive() override;
 
-  void BeginElement(const char* name, const char* ns) override;
-  void EndElement(bool empty) override;
-  void EndElement(const char* name, const char* ns) override;
+  using IWriteArchive::AddAttribute;
+  using IWriteArchive::AddCssProp;
+  using IWriteArchive::EndElement;
 
-  void AddAttribute(const char* name, const char* value, const char* ns, const char* quote) override;
+  void EndElement(bool empty) override;
+
   void AddAttribute(const char* name, int value, const char* ns, const char* quote) override;
   void AddAttribute(const char* name, double value, const char* ns, const char* quote) override;
   void AddAttribute(const char* name, bool value, const char* ns, const char* quote) override;
@@ -63,7 +67,6 @@ class KHtmlWriterArchive final : public IWriteArchive {
   void EndCssBlock() override;
   void StartCssStyle() override;
   void EndCssStyle() override;
-  void AddCssProp(const char* name, const char* value, const char* quote) override;
   void AddCssProp(const char* name, const wchar_t* value, const char* quote) override;
   void AddCssProp(const char* name, const unsigned short* value, const char* quote) override;
 
@@ -77,9 +80,18 @@ class KHtmlWriterArchive final : public IWriteArchive {
   static constexpr uint32_t kBufferSize = 0x80000;
 
  private:
+  void WriteStartTag(std::string_view name, std::string_view ns) override;
+  void WriteEndTag(std::string_view name, std::string_view ns) override;
+  void WriteAttribute(std::string_view name, std::string_view value) override;
+  void WriteAttribute(std::string_view name, std::string_view value, std::string_view ns,
+                      std::string_view quote) override;
+  void WriteCssProp(std::string_view name, std::string_view value) override;
+  void WriteCssProp(std::string_view name, std::string_view value, std::string_view quote) override;
+
   template <class Path>
   Status OpenFile(const Path* path);
   void WriteOut();
+  void WriteOneByOne(std::initializer_list<std::string_view> texts);
   void WriteSlowly(const char* data, size_t length);
   void EnsureEndCss();
   void AddContentBytes(std::string_view text, bool breaks);
@@ -89,6 +101,10 @@ class KHtmlWriterArchive final : public IWriteArchive {
   void EscapeUnits(const unsigned short* text, size_t length);
   template <class Unit>
   void Escape(const Unit* text, size_t length);
+  template <class Unit>
+  char* EscapeInto(const Unit*& text, const Unit* end, char* out, const char* outEnd);
+  size_t CopyPlain(const unsigned short* text, size_t length, uint8_t previous, char* out);
+  static size_t CopyPlain(const unsigned char* text, size_t length, uint8_t previous, char* out);
   char* EscapeOne(unsigned char byte, char* out, uint8_t& previous);
   char* EscapeOne(unsigned short unit, char* out, uint8_t& previous);
 
@@ -102,8 +118,16 @@ class KHtmlWriterArchive final : public IWriteArchive {
     }
   }
   void Write(std::string_view text) { Write(text.data(), text.size()); }
-  void WriteText(const char* text) {
-    if (text) Write(text, std::strlen(text));
+  /// Views and literals in a row.
+  template <class... Texts>
+  [[gnu::always_inline]] void WriteAll(const Texts&... texts) {
+    if ((sizeOf(texts) + ...) <= capacity_ - used_) {
+      char* out = buffer_ + used_;
+      ((out = copyShort(out, texts)), ...);
+      used_ = static_cast<uint32_t>(out - buffer_);
+    } else {
+      WriteOneByOne({texts...});
+    }
   }
   void EnsureWriteRight() {
     if (!tagOpen_) return;
@@ -111,33 +135,9 @@ class KHtmlWriterArchive final : public IWriteArchive {
     tagOpen_ = false;
     pendingSpace_ = 0;
   }
-  void WriteName(const char* name, const char* ns) {
-    if (ns) {
-      WriteText(ns);
-      Write(":", 1);
-    }
-    WriteText(name);
-  }
-  void WriteAttribute(const char* name, std::string_view value, const char* ns, const char* quote) {
-    Write(" ", 1);
-    WriteName(name, ns);
-    Write("=", 1);
-    WriteText(quote);
-    Write(value);
-    WriteText(quote);
-  }
-  void WriteCssProp(const char* name, std::string_view value, const char* quote) {
-    if (!cssOpen_) StartCssStyle();
-    WriteText(name);
-    Write(":", 1);
-    WriteText(quote);
-    Write(value);
-    WriteText(quote);
-    Write(";", 1);
-    if (cssInBlock_) PutNewLine();
-  }
 
   WebEncoding webEncoding_ = WebEncoding::kUtf8;
+  OutputFiles& files_;  ///< of the conversion
   std::unique_ptr<DsWriteArchive> file_;
   uint64_t writtenOut_ = 0;  ///< bytes that have left the buffer, or gone past it
   uint32_t used_ = 0;        ///< bytes in the buffer

@@ -4,13 +4,12 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "base/encoding.h"
 #include "base/output_files.h"
 #include "entry/args.h"
 #include "entry/html_writer.h"
-#include "pagerex/numformat.h"
+#include "htmlwriter/view.h"
 #include "pagerex/pagerex.h"
 #include "wordreader/document.h"
 
@@ -24,25 +23,9 @@ struct Options {
   int pageSize = -1;
 };
 
-constexpr struct {
-  std::string_view word;
-  VIEW view;
-} kViews[] = {
-    {"normal", pagerex::VIEW_NORMAL},
-    {"phone", pagerex::VIEW_PHONE},
-    {"preview", pagerex::VIEW_PREVIEW},
-    {"mulpages", pagerex::VIEW_MULPAGES},
-};
-
-VIEW viewOf(std::string_view word) {
-  for (const auto& row : kViews) {
-    if (row.word == word) return row.view;
-  }
-  return pagerex::VIEW_INVALID;
-}
-
 bool hasPageSize(VIEW view) {
-  return view == pagerex::VIEW_PHONE || view == pagerex::VIEW_PREVIEW || view == pagerex::VIEW_MULPAGES;
+  const pagerex::KViewTraits* const traits = pagerex::TraitsOf(view);
+  return traits && traits->hasPageSize;
 }
 
 /// In their order: a page size counts only behind a view that has one.
@@ -51,7 +34,7 @@ Options readOptions(int argc, char** argv) {
   std::string name, value;
   for (int i = 0; argv && i < argc; ++i) {
     if (args::ParseArg(argv[i], name, value) != Status::kOk) continue;
-    if (name == "view") options.view = viewOf(value);
+    if (name == "view") options.view = pagerex::ViewOf(value);
     if (name == "pagesize" && hasPageSize(options.view)) options.pageSize = std::atoi(value.c_str());
   }
   return options;
@@ -63,17 +46,6 @@ std::string realPath(const char* path) {
   return real ? real.get() : path;
 }
 
-/// The service that spells list numbers, up for the length of one conversion.
-struct NumberFormats {
-  NumberFormats() { _XNFInit(); }
-  NumberFormats(const NumberFormats&) = delete;
-  NumberFormats& operator=(const NumberFormats&) = delete;
-  ~NumberFormats() {
-    _XNFUnInit();
-    _XNF_ClearNFTableCache();
-  }
-};
-
 /// Whether writing the output would destroy the document that is read: as the main HTML file, by whatever
 /// name, or as one of the files in the files folder, which is emptied.
 bool wouldDestroy(const char* source, const char* htmlPath, VIEW view) {
@@ -82,13 +54,33 @@ bool wouldDestroy(const char* source, const char* htmlPath, VIEW view) {
   if (stat(htmlPath, &written) == 0 && read.st_dev == written.st_dev && read.st_ino == written.st_ino)
     return true;
   const std::string folder = KHtmlWriter::FilesFolderOf(htmlPath);
-  if (view == pagerex::VIEW_PREVIEW || lstat(folder.c_str(), &written) != 0 || !S_ISDIR(written.st_mode))
-    return false;
+  const pagerex::KViewTraits* const traits = pagerex::TraitsOf(view);
+  const bool emptiesFolder = !traits || traits->hasFilesFolder;
+  if (!emptiesFolder || lstat(folder.c_str(), &written) != 0 || !S_ISDIR(written.st_mode)) return false;
   return realPath(source).starts_with(realPath(folder.c_str()) + '/');
 }
 
-int write(KDRDocument& document, const char* htmlPath, const Options& options, IPageRexCallBack* callback) {
-  KHtmlWriter writer;
+/// A process writes each function of the shapes' script once, in whichever conversion needs it first.
+constinit ObjectWriter::ShapeScripts processScripts;
+
+/// Of the thread's last conversion.
+thread_local int outputError = 0;
+
+/// A call of the library: what it writes, and in the end the first failure of that. Calls may nest, where a
+/// function of the host converts another document.
+class Call {
+ public:
+  Call() = default;
+  Call(const Call&) = delete;
+  Call& operator=(const Call&) = delete;
+  ~Call() { outputError = files.FirstError(); }
+
+  OutputFiles files;
+};
+
+int write(OutputFiles& files, KDRDocument& document, const char* htmlPath, const Options& options,
+          IPageRexCallBack* callback) {
+  KHtmlWriter writer(files, processScripts);
   int result = PAGEREX_CANNOT_WRITE;
   if (writer.Init(&document, htmlPath, options.view, options.pageSize, callback) == Status::kOk) {
     result = writer.Write() == Status::kOk ? PAGEREX_OK : PAGEREX_FAILED;
@@ -99,18 +91,17 @@ int write(KDRDocument& document, const char* htmlPath, const Options& options, I
 
 /// A damaged document may make the reader throw; that is a failure of the step it was thrown in.
 int convert(const char* source, const char* htmlPath, const Options& options, IPageRexCallBack* callback) {
-  ForgetOutputError();
+  Call call;
   KEncoding::SetLocale("zh_CN.UTF-8");
   bool opened = false;
   try {
     KDRDocument document;
-    const NumberFormats numbers;
     opened = source && document.OpenDocument(source, 0x10000) == Status::kOk;
     if (opened && wouldDestroy(source, htmlPath, options.view)) {
-      NoteOutputError(EEXIST);
+      call.files.NoteError(EEXIST);
       return PAGEREX_CANNOT_WRITE;
     }
-    if (opened) return write(document, htmlPath, options, callback);
+    if (opened) return write(call.files, document, htmlPath, options, callback);
   } catch (...) {
   }
   return opened ? PAGEREX_FAILED : PAGEREX_CANNOT_OPEN;
@@ -133,5 +124,5 @@ int pageRex(const char* source, const char* htmlPath, int pageSize, IPageRexCall
 }
 
 int PageRexOutputError(void) {
-  return FirstOutputError();
+  return outputError;
 }

@@ -3,14 +3,14 @@
 #include "base/encoding.h"
 #include "base/number_text.h"
 #include "htmlwriter/navigation_writer.h"
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 
 namespace pagerex {
 
 Status KHtmlBookmarkWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  limits_ = &WorkLimitsOf(*env);
+  limits_ = &env->conversion->Limits();
   return Status::kOk;
 }
 
@@ -35,9 +35,9 @@ Status KHtmlBookmarkWriter::Collect(unsigned int begin, unsigned int end) {
 
 Status KHtmlBookmarkWriter::Write(unsigned int position) {
   if (!env_) return Status::kInvalidArgument;
-  env_->archive->BeginElement("a");
-  env_->archive->AddAttribute("name", numbered("BM_", static_cast<int>(position)).c_str());
-  env_->archive->EndElement("a");
+  env_->conversion->archive->BeginElement("a");
+  env_->conversion->archive->AddAttribute("name", numbered("BM_", static_cast<int>(position)).c_str());
+  env_->conversion->archive->EndElement("a");
   return Status::kOk;
 }
 

@@ -3,13 +3,11 @@
 #include <cstring>
 
 #include "base/number_text.h"
-#include "htmlwriter/css_props.h"
+#include "story/colour.h"
 
 namespace pagerex {
 
 namespace {
-
-enum PaddingSide : uint8_t { SIDE_TOP = 1, SIDE_LEFT = 2, SIDE_BOTTOM = 4, SIDE_RIGHT = 8 };
 
 /// "%.2f" of `hundredths` / 100, exactly.
 FixedText<64>& appendHundredths(FixedText<64>& text, int hundredths) {
@@ -20,27 +18,6 @@ FixedText<64>& appendHundredths(FixedText<64>& text, int hundredths) {
   return text.append(static_cast<char>('0' + magnitude / 10 % 10))
       .append(static_cast<char>('0' + magnitude % 10));
 }
-
-}  // namespace
-
-Status MergedPadding(PADDING& padding, const KDWSprm& sprm) {
-  const ByteView operand = sprm.GetArgument();
-  const uint8_t sides = operand.u8(2);
-  const uint8_t unit = operand.u8(3);
-  const int32_t value = operand.i16(4);
-  const auto replace = [&](PaddingSide side, uint8_t& sideUnit, int32_t& sideValue) {
-    if (!(sides & side)) return;
-    sideUnit = unit;
-    sideValue = value;
-  };
-  replace(SIDE_TOP, padding.unitTop, padding.top);
-  replace(SIDE_LEFT, padding.unitLeft, padding.left);
-  replace(SIDE_BOTTOM, padding.unitBottom, padding.bottom);
-  replace(SIDE_RIGHT, padding.unitRight, padding.right);
-  return Status::kOk;
-}
-
-namespace {
 
 /// "%.2fpt" of `twips` / 20.
 void appendPoints(FixedText<64>& text, int32_t twips) {
@@ -144,34 +121,6 @@ Status GetBorderStr(const mso_word::BRCEX* brc, char* buffer, unsigned int size)
   if (!brc || !buffer || size == 0) return Status::kFailure;
   borderText(brc->width, brc->type, brc->colour, buffer, size);
   return Status::kOk;
-}
-
-namespace {
-
-/// Share of the foreground by shading pattern, in thousandths.
-constexpr uint16_t pattern[] = {
-    0,   1000, 50,  100, 200, 250, 300, 400, 500, 600, 700, 750, 800, 900,  // 0: percentages
-    500, 500,  500, 500, 500, 500, 500, 500, 500, 500, 500,                 // 14: hatches, stripes
-    500, 500,  500, 500, 500, 500, 500, 500, 500, 500,                      // 25
-    20,  70,   125, 150, 170, 220, 270, 320, 350, 375, 420, 450, 470, 520,  // 35: percentages
-    550, 570,  625, 650, 670, 720, 770, 820, 850, 875, 920, 950,            // 49
-};
-static_assert(sizeof pattern / sizeof pattern[0] == 61);
-
-}  // namespace
-
-uint32_t GetBGColor(const mso_word::SHDEX* shd) {
-  if (!shd) return mso_word::kAutomaticColour;
-  const uint16_t index = shd->pattern;
-  if (index == 0 || index >= sizeof pattern / sizeof pattern[0]) return shd->background;
-  const uint32_t share = pattern[index];
-  uint32_t colour = 0;
-  for (unsigned shift = 0; shift < 24; shift += 8) {
-    const uint32_t foreground = shd->foreground >> shift & 0xFF;
-    const uint32_t background = shd->background >> shift & 0xFF;
-    colour |= (share * foreground + (1000 - share) * background) / 1000 << shift;
-  }
-  return colour;
 }
 
 }  // namespace pagerex

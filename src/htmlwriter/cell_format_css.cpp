@@ -1,4 +1,5 @@
 #include "htmlwriter/cell_format_css.h"
+#include "story/colour.h"
 
 #include <cstring>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/write_archive.h"
-#include "htmlwriter/table_cells.h"
-#include "htmlwriter/table_rows.h"
+#include "story/table_cells.h"
+#include "story/table_rows.h"
 
 namespace pagerex {
 

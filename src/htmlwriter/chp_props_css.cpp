@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/env.h"
+#include "story/colour.h"
 #include "wordreader/font_table.h"
 
 namespace pagerex {
@@ -143,8 +144,8 @@ void WriteChProps(const KDRSpanProp* prop, IWriteArchive* archive, const KDRFont
 
 float GetBaseFontSize(const KEnv* env, unsigned int istd, float fallback) {
   if (!env || istd == mso_word::kNoCharacterStyle) return fallback;
-  const auto found = env->styleFontSizes->find(istd);
-  return found != env->styleFontSizes->end() ? found->second : fallback;
+  const std::vector<float>& sizes = env->conversion->styleFontSizes;
+  return istd < sizes.size() && sizes[istd] >= 0 ? sizes[istd] : fallback;
 }
 
 }  // namespace pagerex

@@ -6,15 +6,15 @@
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
-#include "htmlwriter/work_limits.h"
 #include "objectwriter/object_writer_interface.h"
+#include "story/work_limits.h"
 
 namespace pagerex {
 
 Status KChpBase::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  limits_ = &WorkLimitsOf(*env);
+  limits_ = &env->conversion->Limits();
   return Status::kOk;
 }
 
@@ -26,7 +26,8 @@ Status KChpBase::EnterRun(unsigned int index) {
   if (runEnd_ < runStart_) return Status::kNothing;
   runEnd_ = std::min(runEnd_, std::max(runStart_, env_->textPool->size()));
   const uint32_t length = runEnd_ - runStart_;
-  if (!limits_->Visit(env_->subDocType, uint64_t{1} + length) || limits_->OutputFull(*env_->archive)) {
+  if (!limits_->Visit(env_->subDocType, uint64_t{1} + length) ||
+      limits_->OutputFull(*env_->conversion->archive)) {
     return Status::kNothing;
   }
 
@@ -43,7 +44,7 @@ Status KChpBase::EnterRun(unsigned int index) {
 }
 
 void KChpBase::BeginChp() {
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   archive->BeginElement("span");
   float baseSize = env_->pap.baseFontSize;
   if (currentIstd_ != mso_word::kNoCharacterStyle) {
@@ -51,23 +52,24 @@ void KChpBase::BeginChp() {
     baseSize = GetBaseFontSize(env_, currentIstd_, baseSize);
   }
   archive->StartCssStyle();
-  WriteChProps(&runSpan_, archive, &env_->document->GetFontTable(), env_->pap.lineSpacing, baseSize);
+  WriteChProps(&runSpan_, archive, &env_->conversion->document->GetFontTable(), env_->pap.lineSpacing,
+               baseSize);
   archive->EndCssStyle();
 }
 
 void KChpBase::EndChp() {
-  env_->archive->EndElement("span");
+  env_->conversion->archive->EndElement("span");
 }
 
 Status KChpBase::WriteHyperLinkBegin() {
   if (env_->hyperlinkState != 1) return Status::kInvalidArgument;
   env_->hyperlinkState = 2;
-  env_->archive->BeginElement("a");
+  env_->conversion->archive->BeginElement("a");
   std::wstring url;
   std::wstring title;
   ParseHyperlinkFieldCode(fields_.takeCode(), url, title);
-  if (!url.empty()) env_->archive->AddAttribute("href", url.c_str());
-  if (!title.empty()) env_->archive->AddAttribute("title", title.c_str());
+  if (!url.empty()) env_->conversion->archive->AddAttribute("href", url.c_str());
+  if (!title.empty()) env_->conversion->archive->AddAttribute("title", title.c_str());
   return Status::kOk;
 }
 
@@ -77,7 +79,7 @@ bool KChpBase::ProcessMarks(bool links) {
     fields_.collect(runText_.data(), length);
     return fields_.hidesText();
   }
-  for (uint32_t i = 0; i < length && !limits_->OutputFull(*env_->archive); ++i) {
+  for (uint32_t i = 0; i < length && !limits_->OutputFull(*env_->conversion->archive); ++i) {
     switch (runText_[i]) {
       case kFieldBegin:
         OnFieldBegin(runStart_ + i, links);
@@ -106,14 +108,14 @@ void KChpBase::OnFieldBegin(uint32_t cp, bool links) {
 }
 
 void KChpBase::OnFieldEnd(bool links) {
-  if (links && fields_.inHyperlink()) env_->archive->EndElement("a");
+  if (links && fields_.inHyperlink()) env_->conversion->archive->EndElement("a");
   env_->hyperlinkState = 0;
   fields_.end();
 }
 
 void KChpBase::WriteText(uint32_t start, uint32_t end) {
   const uint16_t* text = runText_.data() + (start - runStart_);
-  env_->archive->AddTextEx(text, end - start);
+  env_->conversion->archive->AddTextEx(text, end - start);
   if (env_->pap.collectingTitle != 0 && env_->navigation) {
     std::string title;
     Utf16Joiner joiner;
@@ -133,11 +135,11 @@ Status KChpNormalBase::Init(KEnv* env) {
 
 /// An inline picture. OLE objects have a call of their own.
 void KChpBase::WritePicture(uint32_t cp, bool oleObjects) {
-  if (runSpan_.fVanish != 0 || !env_->objectWriter) return;
+  if (runSpan_.fVanish != 0 || !env_->conversion->objectWriter) return;
   if (runSpan_.fOle2 == 0) {
-    env_->objectWriter->WriteEmbedShape(cp);
+    env_->conversion->objectWriter->WriteEmbedShape(cp);
   } else if (oleObjects) {
-    env_->objectWriter->WriteOle(cp);
+    env_->conversion->objectWriter->WriteOle(cp);
   }
 }
 
@@ -154,7 +156,8 @@ void KChpNormalBase::OnObjectMark(uint16_t mark, uint32_t cp) {
   } else if (mark == kPictureMark) {
     WritePicture(cp, true);
   } else if (mark == kDrawnObject) {
-    if (runSpan_.fVanish == 0 && env_->objectWriter) env_->objectWriter->WriteObject(cp, endsWithPageBreak_);
+    if (runSpan_.fVanish == 0 && env_->conversion->objectWriter)
+      env_->conversion->objectWriter->WriteObject(cp, endsWithPageBreak_);
   }
 }
 
@@ -177,7 +180,7 @@ Status KHtmlChpWriterNormal::Write(unsigned int index) {
 /// A mark in a run of its own, the common layout, gives an empty paragraph its height; one at the end of a
 /// longer run leaves no trace.
 Status KHtmlChpWriterNormal::WriteChpContent() {
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   bookmarks_.Collect(runStart_, runEnd_);
   if (isWholePap(kPapMark)) {
     WriteBookmarkAtStart();

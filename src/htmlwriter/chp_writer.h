@@ -5,9 +5,9 @@
 
 #include "htmlwriter/bookmark_writer.h"
 #include "htmlwriter/env.h"
-#include "htmlwriter/field_state.h"
 #include "htmlwriter/note_writer.h"
 #include "htmlwriter/writer_interfaces.h"
+#include "story/field_state.h"
 #include "wordreader/span_prop.h"
 
 namespace pagerex {

@@ -16,7 +16,7 @@ bool KChpMulpageBase::mayChangePage() const {
 
 Status KChpMulpageBase::ChangePage() {
   const Status status = env_->startNewPage->StartNewPage(true);
-  if (!failed(status)) env_->charCount = 0;
+  if (!failed(status)) env_->page.charCount = 0;
   return status;
 }
 
@@ -24,7 +24,7 @@ Status KChpMulpageBase::Write(unsigned int index) {
   const Status entered = EnterRun(index);
   if (entered != Status::kOk) return entered;
   if (ProcessField()) return Status::kOk;
-  if (mayChangePage() && env_->charCount >= env_->pageSize) {
+  if (mayChangePage() && env_->page.charCount >= env_->pageSize) {
     const Status changed = ChangePage();
     if (failed(changed)) return changed;
   }
@@ -36,19 +36,19 @@ Status KChpMulpageBase::Write(unsigned int index) {
 }
 
 Status KChpMulpageBase::WriteChpContent() {
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   if (isWholePap(kPapMark)) {
     archive->AddContent(kEmptyPap);
-    env_->charCount += kMarkCharacters;
+    env_->page.charCount += kMarkCharacters;
   } else if (isWholePap(kCellMark)) {
     if (!failed(env_->pap.papx.FindSprm(kSprmPFTtp, nullptr))) return Status::kOk;
     archive->AddContent(kEmptyPap);
-    env_->charCount += kMarkCharacters;
+    env_->page.charCount += kMarkCharacters;
   } else if (env_->pap.papHasContent == 0 && runText_[0] == kPapMark) {
     archive->AddContent(kEmptyPap);
   } else if (runText_[0] == kPageBreakMark) {
     archive->AddContent(kPageBreak);
-    env_->charCount += kMarkCharacters;
+    env_->page.charCount += kMarkCharacters;
   } else {
     return WriteChpContent(runStart_, runEnd_);
   }
@@ -60,7 +60,7 @@ Status KChpMulpageBase::WriteChpContent(uint32_t start, uint32_t end) {
   if (start == end) return Status::kNothing;
   if (!isPart(start, end)) return Status::kFailure;
   const uint32_t pageSize = static_cast<uint32_t>(env_->pageSize);
-  const uint32_t count = static_cast<uint32_t>(env_->charCount);
+  const uint32_t count = static_cast<uint32_t>(env_->page.charCount);
   if (env_->pageSize > 0 && mayChangePage() && count < pageSize && end - start > pageSize - count) {
     uint32_t next = start + (pageSize - count);
     while (next != end) {
@@ -75,7 +75,7 @@ Status KChpMulpageBase::WriteChpContent(uint32_t start, uint32_t end) {
     }
   }
   WriteText(start, end);
-  env_->charCount += static_cast<int32_t>(end - start);
+  env_->page.charCount += static_cast<int32_t>(end - start);
   return Status::kOk;
 }
 
@@ -86,18 +86,18 @@ Status KHtmlChpWriterPreview::Write(unsigned int index) {
 }
 
 Status KHtmlChpWriterPreview::WriteChpContent() {
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   if (isWholePap(kPapMark)) {
     archive->AddContent("<br>");
-    ++env_->charCount;
+    ++env_->page.charCount;
   } else if (isWholePap(kCellMark)) {
     archive->AddContent("&nbsp;");
-    ++env_->charCount;
+    ++env_->page.charCount;
   } else if (env_->pap.papHasContent == 0 && runText_[0] == kPapMark) {
     archive->AddContent("<br>");
   } else if (runText_[0] == kPageBreakMark) {
     archive->AddContent("<br>");
-    ++env_->charCount;
+    ++env_->page.charCount;
   } else {
     return WriteUpToLimit();
   }
@@ -106,14 +106,14 @@ Status KHtmlChpWriterPreview::WriteChpContent() {
 
 Status KHtmlChpWriterPreview::WriteUpToLimit() {
   const int64_t length = int64_t{runEnd_} - runStart_;
-  const int64_t room = int64_t{env_->pageSize} - env_->charCount;
+  const int64_t room = int64_t{env_->pageSize} - env_->page.charCount;
   if (length <= room) {
     WriteChpContent(runStart_, runEnd_);
-    env_->charCount += static_cast<int32_t>(length);
+    env_->page.charCount += static_cast<int32_t>(length);
     return Status::kOk;
   }
   if (room > 0) WriteChpContent(runStart_, runStart_ + static_cast<uint32_t>(room));
-  env_->charCount = env_->pageSize;
+  env_->page.charCount = env_->pageSize;
   return Status::kNothing;
 }
 

@@ -1,8 +1,8 @@
 #include "htmlwriter/css_file_writer.h"
 
+#include "base/output_path.h"
 #include "htmlwriter/css_props.h"
-#include "htmlwriter/output_path.h"
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 #include "wordreader/font_table.h"
 #include "wordreader/style_sheet.h"
 
@@ -66,13 +66,14 @@ void writeBlock(IWriteArchive* archive, const char* selector, const CssProperty 
 
 Status KCssFileWriter::Write(const char* fileName, KEnv* env) {
   if (!fileName || !env) return Status::kInvalidArgument;
-  const ArchivePtr archive = CreateOwnedArchive(outputPath(env->filesDir, fileName).c_str());
+  const ArchivePtr archive =
+      CreateOwnedArchive(env->conversion->files, outputPath(env->conversion->filesDir, fileName).c_str());
   if (!archive) return Status::kCannotCreate;
 
   writeBlock(archive.get(), "div", kDiv);
   WriteHtmlStyle(archive.get());
-  const uint32_t count = env->document->GetStyleSheet().Count();
-  const uint64_t mostBytes = KWorkLimits::MostOutputBytes(*env->document);
+  const uint32_t count = env->conversion->document->GetStyleSheet().Count();
+  const uint64_t mostBytes = KWorkLimits::MostOutputBytes(*env->conversion->document);
   for (uint32_t istd = 0; istd < count && archive->GetWrittenBytes() < mostBytes; ++istd) {
     WriteStyle(istd, archive.get(), env);
   }
@@ -87,14 +88,26 @@ void WriteHtmlStyle(IWriteArchive* archive) {
   writeBlock(archive, ".anchor_footnote, .anchor_endnote", kNoteAnchor);
 }
 
+namespace {
+
+void noteFontSize(KHtmlConversionEnv& conversion, unsigned int istd, float points) {
+  constexpr float kNone = -1;
+  std::vector<float>& sizes = conversion.styleFontSizes;
+  if (istd >= sizes.size()) sizes.resize(size_t{istd} + 1, kNone);
+  sizes[istd] = points;
+}
+
+}  // namespace
+
 Status WriteStyle(unsigned int istd, IWriteArchive* archive, KEnv* env) {
   if (!archive || !env) return Status::kInvalidArgument;
   archive->StartCssBlock(numbered(".std", static_cast<int>(istd)).c_str());
   int lineSpacing = 0;
-  WritePapProps(env->merger->GetMergedPapx(static_cast<int>(istd)), archive, lineSpacing);
-  const KDRSpanProp* span = env->merger->GetMergedChpxAtPStyle(static_cast<int>(istd));
-  if (span && span->has(span_mask::hps)) (*env->styleFontSizes)[istd] = static_cast<float>(span->hps) / 2;
-  WriteChProps(span, archive, &env->document->GetFontTable(), -1, 10.5f);
+  WritePapProps(env->conversion->merger->GetMergedPapx(static_cast<int>(istd)), archive, lineSpacing);
+  const KDRSpanProp* span = env->conversion->merger->GetMergedChpxAtPStyle(static_cast<int>(istd));
+  if (span && span->has(span_mask::hps))
+    noteFontSize(*env->conversion, istd, static_cast<float>(span->hps) / 2);
+  WriteChProps(span, archive, &env->conversion->document->GetFontTable(), -1, 10.5f);
   archive->EndCssBlock();
   archive->PutNewLine();
   return Status::kOk;

@@ -33,13 +33,6 @@ bool MsoConvertBorderEx(IWriteArchive* archive, const mso_word::BRCEX* brc, cons
 const char* BRCTYPE2Cssval(unsigned int type);
 const char* BRCTYPE2MsoCssval(unsigned int type);
 
-/// The per-channel mean of two Word colours.
-uint32_t MixColor(uint32_t first, uint32_t second);
-/// The one colour that stands for a shading.
-uint32_t MixColor(const mso_word::SHDEX& shd);
-/// Word's highlight palette; 0xFFFFFFFF above 16.
-uint32_t Ico2RGB(unsigned int ico);
-
 /// Font size in points of style `istd`, or `fallback` if there is none.
 float GetBaseFontSize(const KEnv* env, unsigned int istd, float fallback);
 

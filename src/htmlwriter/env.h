@@ -1,12 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
-#include <string>
 #include <vector>
 
-#include "base/write_archive.h"
+#include "htmlwriter/view.h"
+#include "story/conversion_env.h"
 #include "wordreader/bookmarks.h"
 #include "wordreader/document.h"
 #include "wordreader/fields.h"
@@ -22,24 +21,9 @@ class IObjectWriter;
 
 namespace pagerex {
 
-class KHtmlNavigationPageWriter;
 class IStartNewPage;
-class IPagesWriter;
-class IPapWriter;
-class IChpWriter;
-class ISectionWriter;
-class ITextStreamWriter;
-class KTableScans;
-class KWorkLimits;
-
-/// How the document comes out.
-enum VIEW : int {
-  VIEW_INVALID = -1,
-  VIEW_NORMAL = 0,    ///< one page, with a navigation frame
-  VIEW_PHONE = 1,     ///< many small pages, no floating drawings, no notes
-  VIEW_PREVIEW = 2,   ///< the first characters as a bare fragment
-  VIEW_MULPAGES = 3,  ///< as normal, cut into pages by character count
-};
+class KHtmlNavigationPageWriter;
+struct KWriter;
 
 /// State of the current paragraph.
 struct KPapEnv {
@@ -55,42 +39,24 @@ struct KPapEnv {
   float baseFontSize = 10.5f;  ///< of the paragraph's style, points
 };
 
-/// The writers of one story. Owned by the environment for which KWriterFactory made them.
-struct KWriter {
-  IPagesWriter* pages = nullptr;
-  IPapWriter* pap = nullptr;
-  IChpWriter* chp = nullptr;
-  ISectionWriter* section = nullptr;
-  ITextStreamWriter* textStream = nullptr;
+/// What belongs to one conversion into HTML.
+struct KHtmlConversionEnv : KConversionEnv {
+  using KConversionEnv::KConversionEnv;
 
-  void Init() { *this = KWriter(); }
+  KStyleMerger* merger = nullptr;
+  ObjectWriter::IObjectWriter* objectWriter = nullptr;  ///< null in view 2
+  /// Points, by style index; negative for a style that has none. Filled before any page is written.
+  std::vector<float> styleFontSizes;
+  IPageRexCallBack* callback = nullptr;  ///< the host's; may be null
 };
 
-/// Numbers of notes. They stay where they are when an environment is copied: a nested story owes nothing, and
-/// a page may owe many notes and hold many stories.
-struct KNoteNumbers {
-  KNoteNumbers() = default;
-  KNoteNumbers(const KNoteNumbers&) {}
-  KNoteNumbers& operator=(const KNoteNumbers&) = delete;
-
-  std::vector<unsigned int> numbers;
-};
-
-/// All that the writers of one story share; they reach each other, the document and the output through it
-/// alone. A nested story (notes, text boxes) is written by a copy with writers of its own; the pointers are
-/// shared.
-struct KEnv {
+/// What belongs to one story. A nested one begins with that of the story around it.
+struct KStoryEnv {
   /// 0 no link; 1 a HYPERLINK field has begun and its anchor is not written yet; 2 the anchor element is
   /// open.
   uint32_t hyperlinkState = 0;
-  int32_t charCount = 0;  ///< characters counted on the current page
   VIEW view = VIEW_INVALID;
-  KPapEnv pap;
-  std::string htmlPath;  ///< the main HTML path that the caller passed
-  std::string filesDir;  ///< without a closing slash; empty in view 2
-  const KDRDocument* document = nullptr;
-  IWriteArchive* archive = nullptr;  ///< output of the current page; owned by KHtmlWriter
-  int32_t pageSize = -1;             ///< characters per page
+  int32_t pageSize = -1;  ///< characters per page
   const KTextPool* textPool = nullptr;
   const KPropxTable* plcfChp = nullptr;
   const KPropxTable* plcfPap = nullptr;
@@ -98,29 +64,42 @@ struct KEnv {
   const KDRPlcfBkf* bookmarkStarts = nullptr;
   const KBookmarkPositions* bookmarkCPStarts = nullptr;
   const KDRFieldContext* fields = nullptr;
-  KStyleMerger* merger = nullptr;
-  KWriter writers;
-  ObjectWriter::IObjectWriter* objectWriter = nullptr;  ///< null in view 2
-  KHtmlNavigationPageWriter* navigation = nullptr;      ///< set in view 0 for the length of the main text
+  KHtmlNavigationPageWriter* navigation = nullptr;  ///< set in view 0 for the length of the main text
   /// The pages writer as seen by the run and paragraph writers; null while a paragraph is not to be split.
   IStartNewPage* startNewPage = nullptr;
   uint32_t streamStart = 0xFFFFFFFFu;  ///< character positions of the text stream being written
   uint32_t streamEnd = 0xFFFFFFFFu;
   uint8_t inTable = 0;
-  std::shared_ptr<KTableScans> tableScans;  ///< of the document; made by the first table writer
-  std::shared_ptr<KWorkLimits> workLimits;  ///< of the conversion; made by the first writer
   uint32_t annotationCount = 0;
   uint32_t footnoteCount = 0;
   uint32_t endnoteCount = 0;
   mso_word::SUBDOC_TYPE subDocType = mso_word::SUBDOC_MAIN;
   int32_t sectionLeftMargin = 0;  ///< twips
-  /// Points, by style index. Filled before any page is written and shared by all copies.
-  std::shared_ptr<std::map<unsigned int, float>> styleFontSizes =
-      std::make_shared<std::map<unsigned int, float>>();
-  KNoteNumbers pendingAnnotations;  ///< notes whose content the page still owes
-  KNoteNumbers pendingFootnotes;
-  KNoteNumbers pendingEndnotes;
-  IPageRexCallBack* callback = nullptr;  ///< the host's; may be null
+};
+
+/// What belongs to the current page. A nested story has one of its own: it turns no pages, and owes nothing.
+struct KPageEnv {
+  int32_t charCount = 0;                         ///< characters counted on the page
+  std::vector<unsigned int> pendingAnnotations;  ///< notes whose content the page still owes
+  std::vector<unsigned int> pendingFootnotes;
+  std::vector<unsigned int> pendingEndnotes;
+};
+
+/// All that the writers of one story share; they reach each other, the document and the output through it
+/// alone.
+struct KEnv : KStoryEnv {
+  /// `shared` is not owned.
+  explicit KEnv(KHtmlConversionEnv& shared);
+  KEnv(KEnv&&) noexcept;
+  ~KEnv();
+
+  /// The environment of a nested story (note, text box), which comes out as in the normal view.
+  static KEnv NestedIn(const KEnv& outer);
+
+  KHtmlConversionEnv* conversion;  ///< never null
+  KPageEnv page;
+  KPapEnv pap;
+  std::unique_ptr<KWriter> writers;  ///< made by KWriterFactory; null before
 };
 
 }  // namespace pagerex

@@ -7,8 +7,8 @@
 #include "htmlwriter/css_file_writer.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
-#include "htmlwriter/work_limits.h"
 #include "objectwriter/object_writer_interface.h"
+#include "story/work_limits.h"
 #include "wordreader/font_table.h"
 #include "wordreader/list_table.h"
 
@@ -21,7 +21,7 @@ constexpr unsigned int kUtf8 = 65001;
 
 /// Bytes of the level's own character properties; null if they could not be read.
 const KDRPropx* chpxOf(const KDRListLevel& level, const KEnv& env) {
-  return level.GetChpx(*env.document);
+  return level.GetChpx(*env.conversion->document);
 }
 
 bool isPictureBulletName(const unsigned short* name) {
@@ -37,29 +37,24 @@ bool isPictureBulletName(const unsigned short* name) {
 Status KHtmlListLevelWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
+  labels_.Init(env->conversion->document, &env->conversion->numberFormats);
   return Status::kOk;
 }
 
 Status KHtmlListLevelWriter::Write(const KDRSpanProp* base) {
   if (!env_ || !base) return Status::kInvalidArgument;
-  const KDRList* list = CurrentList();
+  const KDRList* list = labels_.List(env_->pap.listIlfo);
   const uint8_t ilvl = env_->pap.listIlvl;
   if (!list || !list->Good() || ilvl >= list->GetLevelCount()) return Status::kInvalidArgument;
   const KDRListLevel* level = list->GetLevel(ilvl);
   if (!level || !level->Good()) return Status::kInvalidArgument;
 
-  env_->archive->BeginElement("span");
+  env_->conversion->archive->BeginElement("span");
   WriteLevelProps(*level, *base);
   Status status = _WriteNumber(level);
   if (failed(status)) status = _WriteBullet(level);
-  env_->archive->EndElement("span");
+  env_->conversion->archive->EndElement("span");
   return status;
-}
-
-const KDRList* KHtmlListLevelWriter::CurrentList() const {
-  const KDRListTable& lists = env_->document->GetListTable();
-  const uint16_t ilfo = env_->pap.listIlfo;
-  return ilfo == 0 || ilfo > lists.Count() ? nullptr : lists.Item(ilfo);
 }
 
 /// A group of size 0 counts too: the label then looks like the paragraph mark.
@@ -69,7 +64,7 @@ void KHtmlListLevelWriter::WriteLevelProps(const KDRListLevel& level, const KDRS
   const KDWSprmList sprms(chpx->sprms());
   KDRSpanProp span = base;
   Sprms2SpanProp(sprms, &span);
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   const uint16_t istd = sprms.GetCharIstd();
   if (istd != mso_word::kNoCharacterStyle) {
     std::string name;
@@ -77,23 +72,23 @@ void KHtmlListLevelWriter::WriteLevelProps(const KDRListLevel& level, const KDRS
     if (!name.empty()) archive->AddAttribute("class", name.c_str());
   }
   archive->StartCssStyle();
-  WriteChProps(&span, archive, &env_->document->GetFontTable(), -1, 10.5f);
+  WriteChProps(&span, archive, &env_->conversion->document->GetFontTable(), -1, 10.5f);
   archive->EndCssStyle();
 }
 
 Status KHtmlListLevelWriter::_WriteNumber(const KDRListLevel* level) {
-  const KDRList* list = CurrentList();
-  if (!level || !level->Good() || !list) return Status::kInvalidArgument;
+  if (!level || !level->Good()) return Status::kInvalidArgument;
   if (level->GetNfc() == kBulletNfc) return Status::kFailure;
 
   constexpr unsigned kPlaces = 9;
   const uint8_t* places = level->GetrgbxchNums();
   const uint16_t* text = level->GetXst();
+  const ListPlace place{env_->pap.listIlfo, env_->pap.listIlvl};
   Utf16Joiner joiner;
-  for (unsigned i = 0, place = 0; i < level->GetXstLen(); ++i) {
-    if (place < kPlaces && i + 1 == places[place]) {
-      ++place;
-      WriteLabel(KEncoding::WCharToString(kUtf8, NumberFor(*list, text[i]).c_str()));
+  for (unsigned i = 0, next = 0; i < level->GetXstLen(); ++i) {
+    if (next < kPlaces && i + 1 == places[next]) {
+      ++next;
+      WriteLabel(KEncoding::WCharToString(kUtf8, labels_.NumberAt(text[i], place).c_str()));
     } else {
       std::string literal;
       if (text[i] != 0) appendUtf8(literal, joiner.Join(text[i]));
@@ -103,19 +98,6 @@ Status KHtmlListLevelWriter::_WriteNumber(const KDRListLevel* level) {
   constexpr uint8_t kFollowNothing = 2;
   if (level->GetIxchFollow() < kFollowNothing) WriteGap();
   return Status::kOk;
-}
-
-/// The number that stands at a placeholder, spelled as the level that it names says; empty if that level is
-/// bad.
-std::wstring KHtmlListLevelWriter::NumberFor(const KDRList& list, unsigned int placeholder) {
-  std::wstring number;
-  if (placeholder >= list.GetLevelCount()) return number;
-  const KDRListLevel* level = list.GetLevel(static_cast<unsigned short>(placeholder));
-  const unsigned int nfc = level && level->Good() ? level->GetNfc() : 0;
-  const int count =
-      counts_.GetCount(env_->pap.listIlfo, env_->pap.listIlvl, placeholder, &env_->document->GetListTable());
-  TxFormatNum(static_cast<unsigned int>(count), nfc, &number);
-  return number;
 }
 
 Status KHtmlListLevelWriter::_WriteBullet(const KDRListLevel* level) {
@@ -148,26 +130,26 @@ Status KHtmlListLevelWriter::_WriteBullet(const KDRListLevel* level) {
 /// Picture bullets stand in the text under a hidden bookmark. Only the first bookmark is ever looked at.
 Status KHtmlListLevelWriter::_ParseBullet(unsigned int index) {
   const KDRPlcfBkf* bookmarks = env_->bookmarkStarts;
-  if (!env_->objectWriter || !bookmarks || index >= bookmarks->Count()) return Status::kFailure;
+  if (!env_->conversion->objectWriter || !bookmarks || index >= bookmarks->Count()) return Status::kFailure;
   const auto first = bookmarks->Item(0);
   if (!isPictureBulletName(first.name.text)) return Status::kFailure;
-  KWorkLimits& limits = WorkLimitsOf(*env_);
+  KWorkLimits& limits = env_->conversion->Limits();
   const uint32_t end = std::min(first.range.end, env_->textPool->size());
   Status status = Status::kFailure;
   for (uint32_t cp = first.range.start; cp < end && limits.TryBullet(); ++cp) {
-    status = env_->objectWriter->WriteEmbedShape(cp);
+    status = env_->conversion->objectWriter->WriteEmbedShape(cp);
   }
   return status;
 }
 
 void KHtmlListLevelWriter::WriteLabel(const std::string& text) {
   if (text.empty()) return;
-  env_->archive->AddContent(text.c_str(), -1, true);
+  env_->conversion->archive->AddContent(text.c_str(), -1, true);
   if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->CollectTitle(text.c_str());
 }
 
 void KHtmlListLevelWriter::WriteGap() {
-  env_->archive->AddContent("&nbsp;");
+  env_->conversion->archive->AddContent("&nbsp;");
   if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->CollectTitle(" ");
 }
 

@@ -3,15 +3,14 @@
 #include <string>
 
 #include "htmlwriter/env.h"
-#include "htmlwriter/list_number.h"
+#include "story/list_label.h"
 
-class KDRList;
 class KDRListLevel;
 
 namespace pagerex {
 
-/// Writes the label of a numbered or bulleted paragraph as text in front of it, and keeps the counters of the
-/// sub-document's lists.
+/// Writes the label of a numbered or bulleted paragraph as text in front of it. Serves one walk over its
+/// sub-document, since labels are counted.
 class KHtmlListLevelWriter {
  public:
   /// kInvalidArgument for a null `env`, which is not owned.
@@ -24,16 +23,13 @@ class KHtmlListLevelWriter {
   Status _WriteNumber(const KDRListLevel* level);
   Status _WriteBullet(const KDRListLevel* level);
   Status _ParseBullet(unsigned int index);
-  /// The current paragraph's list; null if there is none of its number.
-  const KDRList* CurrentList() const;
   void WriteLevelProps(const KDRListLevel& level, const KDRSpanProp& base);
-  std::wstring NumberFor(const KDRList& list, unsigned int placeholder);
   /// Writes label text, and hands it to the heading that is being collected.
   void WriteLabel(const std::string& text);
   void WriteGap();
 
   KEnv* env_ = nullptr;
-  KListCount counts_;
+  KListLabels labels_;
 };
 
 }  // namespace pagerex

@@ -80,10 +80,11 @@ Status KHtmlNavigationPageWriter::WriteTitleAnchor(unsigned int cp, IWriteArchiv
   return Status::kOk;
 }
 
-Status KHtmlNavigationPageWriter::Write(const char* path, const char* target, const char* page) {
+Status KHtmlNavigationPageWriter::Write(OutputFiles& files, const char* path, const char* target,
+                                        const char* page) {
   if (!path || !target || !page) return Status::kInvalidArgument;
   if (children.empty()) return Status::kNothing;
-  const ArchivePtr archive = CreateOwnedArchive(path);
+  const ArchivePtr archive = CreateOwnedArchive(files, path);
   if (!archive) return Status::kFailure;
 
   WriteNormalHtmlStart(archive.get());

@@ -46,10 +46,10 @@ class KHtmlNavigationPageWriter : public NAVIGATION_ITEM {
   /// The anchor in the text that a heading's link leads to. kInvalidArgument for a null `archive`.
   Status WriteTitleAnchor(unsigned int cp, IWriteArchive* archive);
 
-  /// Writes the tree to `path`, with links that open anchors of `page` in the frame `target`. kNothing, and
-  /// no file, if there is no item; kFailure if the file cannot be created; kInvalidArgument for a null
-  /// argument.
-  Status Write(const char* path, const char* target, const char* page);
+  /// Writes the tree to `path`, a file of the output, with links that open anchors of `page` in the frame
+  /// `target`. kNothing, and no file, if there is no item; kFailure if the file cannot be created;
+  /// kInvalidArgument for a null argument.
+  Status Write(OutputFiles& files, const char* path, const char* target, const char* page);
 
  private:
   NAVIGATION_ITEM* Add(Kind kind, NAVIGATION_ITEM* parent, unsigned int position);

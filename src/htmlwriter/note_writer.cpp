@@ -36,7 +36,7 @@ void writeAnchor(IWriteArchive* archive, const NoteKind& kind, unsigned int inde
 template <class TextRanges>
 void writeContent(const KEnv& env, const NoteKind& kind, unsigned int index, const TextRanges& ranges,
                   const std::string& header) {
-  IWriteArchive* archive = env.archive;
+  IWriteArchive* archive = env.conversion->archive;
   const NumberText id = NumberText().append(kind.contentId).appendUnsigned(index);
   archive->BeginElement("span");
   archive->AddAttribute("id", id.c_str());
@@ -67,20 +67,20 @@ bool isNote(const Notes* notes, unsigned int cp, unsigned int index) {
 Status KHtmlFootEndnoteWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  footnotes_ = &env->document->GetFootnotes();
-  endnotes_ = &env->document->GetEndnotes();
+  footnotes_ = &env->conversion->document->GetFootnotes();
+  endnotes_ = &env->conversion->document->GetEndnotes();
   return Status::kOk;
 }
 
 Status KHtmlFootEndnoteWriter::WriteAnchor(unsigned int cp) {
   if (!env_) return Status::kInvalidArgument;
   if (IsFootnote(cp, env_->footnoteCount)) {
-    env_->pendingFootnotes.numbers.push_back(env_->footnoteCount);
+    env_->page.pendingFootnotes.push_back(env_->footnoteCount);
     WriteFootnoteAnchor(env_->footnoteCount++);
     return Status::kOk;
   }
   if (IsEndnote(cp, env_->endnoteCount)) {
-    env_->pendingEndnotes.numbers.push_back(env_->endnoteCount);
+    env_->page.pendingEndnotes.push_back(env_->endnoteCount);
     WriteEndnoteAnchor(env_->endnoteCount++);
     return Status::kOk;
   }
@@ -96,40 +96,40 @@ bool KHtmlFootEndnoteWriter::IsEndnote(unsigned int cp, unsigned int index) cons
 }
 
 void KHtmlFootEndnoteWriter::WriteFootnoteAnchor(unsigned int index) {
-  writeAnchor(env_->archive, kFootnote, index, NumberText().appendUnsigned(index).c_str());
+  writeAnchor(env_->conversion->archive, kFootnote, index, NumberText().appendUnsigned(index).c_str());
 }
 
 void KHtmlFootEndnoteWriter::WriteEndnoteAnchor(unsigned int index) {
-  writeAnchor(env_->archive, kEndnote, index, NumberText().appendUnsigned(index).c_str());
+  writeAnchor(env_->conversion->archive, kEndnote, index, NumberText().appendUnsigned(index).c_str());
 }
 
 Status KHtmlFootEndnoteWriter::WriteFootnoteContent(unsigned int index, const KEnv* env) {
   if (!env) return Status::kInvalidArgument;
-  return writeNoteContent(env->document->GetFootnotes(), index, *env, kFootnote);
+  return writeNoteContent(env->conversion->document->GetFootnotes(), index, *env, kFootnote);
 }
 
 Status KHtmlFootEndnoteWriter::WriteEndnoteContent(unsigned int index, const KEnv* env) {
   if (!env) return Status::kInvalidArgument;
-  return writeNoteContent(env->document->GetEndnotes(), index, *env, kEndnote);
+  return writeNoteContent(env->conversion->document->GetEndnotes(), index, *env, kEndnote);
 }
 
 Status KHtmlAnnotationWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  annotations_ = &env->document->GetAnnotations();
+  annotations_ = &env->conversion->document->GetAnnotations();
   return Status::kOk;
 }
 
 Status KHtmlAnnotationWriter::WriteAnchor() {
   if (!env_) return Status::kInvalidArgument;
-  env_->pendingAnnotations.numbers.push_back(env_->annotationCount);
-  writeAnchor(env_->archive, kAnnotation, env_->annotationCount++, "|");
+  env_->page.pendingAnnotations.push_back(env_->annotationCount);
+  writeAnchor(env_->conversion->archive, kAnnotation, env_->annotationCount++, "|");
   return Status::kOk;
 }
 
 Status KHtmlAnnotationWriter::WriteContent(unsigned int index, const KEnv* env) {
   if (!env) return Status::kInvalidArgument;
-  const KDRAnnotations& annotations = env->document->GetAnnotations();
+  const KDRAnnotations& annotations = env->conversion->document->GetAnnotations();
   if (index >= annotations.GetRefs().Count()) return Status::kInvalidArgument;
   std::string header;
   FormatAnnotationContent(annotations, index, *env->textPool, header);

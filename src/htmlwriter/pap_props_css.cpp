@@ -4,6 +4,7 @@
 
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
+#include "story/colour.h"
 
 namespace pagerex {
 namespace {

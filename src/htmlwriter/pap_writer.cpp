@@ -3,7 +3,7 @@
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 #include "wordreader/list_table.h"
 
 namespace pagerex {
@@ -11,7 +11,7 @@ namespace pagerex {
 Status KPapBase::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  limits_ = &WorkLimitsOf(*env);
+  limits_ = &env->conversion->Limits();
   const Status tables = tableWriter_.Init(env);
   return failed(tables) ? tables : listWriter_.Init(env);
 }
@@ -51,7 +51,7 @@ void KPapBase::StartTitle() {
   if (env_->pap.collectingTitle != 0 && !limits_->AddToNavigation()) env_->pap.collectingTitle = 0;
   if (env_->pap.collectingTitle == 0) return;
   env_->navigation->StartCollectTitle(env_->pap.papStart, istd);
-  env_->navigation->WriteTitleAnchor(env_->pap.papStart, env_->archive);
+  env_->navigation->WriteTitleAnchor(env_->pap.papStart, env_->conversion->archive);
 }
 
 Status KPapBase::EnterPap(unsigned int index) {
@@ -61,7 +61,8 @@ Status KPapBase::EnterPap(unsigned int index) {
   if (range.start > range.end || range.start >= env_->streamEnd || env_->streamStart >= range.end) {
     return Status::kNothing;
   }
-  if (!limits_->Visit(env_->subDocType, 1) || limits_->OutputFull(*env_->archive)) return Status::kNothing;
+  if (!limits_->Visit(env_->subDocType, 1) || limits_->OutputFull(*env_->conversion->archive))
+    return Status::kNothing;
   env_->pap.papStart = range.start;
   env_->pap.papEnd = range.end;
   env_->pap.papIndex = index;
@@ -71,7 +72,7 @@ Status KPapBase::EnterPap(unsigned int index) {
 Status KPapBase::WriteRuns(unsigned int first, unsigned int last) {
   Status status = Status::kOk;
   for (unsigned int run = first; run < last && !failed(status); ++run) {
-    status = env_->writers.chp->Write(run);
+    status = env_->writers->chp->Write(run);
   }
   return status;
 }
@@ -83,8 +84,8 @@ void KPapBase::WriteAutoNum() {
   const KDWSprmList sprms(env_->plcfChp->Data(chpCursor_)->fkp());
   const uint16_t istd = sprms.GetCharIstd();
   KDRSpanProp span;
-  if (limits_->DecodeShared(env_->merger->GetChpx(istd).size())) {
-    env_->merger->GetMergedChpxAll(span, istd, env_->pap.papx.GetParaIstd());
+  if (limits_->DecodeShared(env_->conversion->merger->GetChpx(istd).size())) {
+    env_->conversion->merger->GetMergedChpxAll(span, istd, env_->pap.papx.GetParaIstd());
   }
   Sprms2SpanProp(sprms, &span);
   listWriter_.Write(&span);
@@ -92,25 +93,26 @@ void KPapBase::WriteAutoNum() {
 
 Status KPapBase::StartPap() {
   if (!env_) return Status::kInvalidArgument;
-  env_->archive->BeginElement("p");
+  env_->conversion->archive->BeginElement("p");
   WritePapxs();
   return Status::kOk;
 }
 
 Status KPapBase::EndPap() {
   if (!env_) return Status::kInvalidArgument;
-  env_->archive->EndElement("p");
-  env_->archive->PutNewLine();
+  env_->conversion->archive->EndElement("p");
+  env_->conversion->archive->PutNewLine();
   return Status::kOk;
 }
 
 void KPapBase::WritePapxs() {
   KPapEnv& pap = env_->pap;
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   const uint16_t istd = pap.papx.GetParaIstd();
   if (istd != mso_word::kNoCharacterStyle) archive->AddAttribute("class", numbered("std", istd).c_str());
   KDRParagraphProp prop;
-  Sprms2ParagraphProp(pap.papx, &prop, &env_->document->GetListTable(), env_->document);
+  Sprms2ParagraphProp(pap.papx, &prop, &env_->conversion->document->GetListTable(),
+                      env_->conversion->document);
   hasList_ = prop.has(paragraph_mask::ilfo) && prop.has(paragraph_mask::ilvl);
   if (hasList_) {
     pap.listIlfo = prop.ilfo;
@@ -165,12 +167,12 @@ bool KPapBase::FindFirstChp(const KDWRange& range, unsigned int& first) {
 Status KPapMulpageBase::ChoosePage() {
   if (env_->hyperlinkState != 0 || env_->inTable == 1) return Status::kOk;
   const int64_t length = int64_t{env_->pap.papEnd} - env_->pap.papStart;
-  if (env_->charCount + length <= static_cast<int64_t>(env_->pageSize * 1.1)) {
+  if (env_->page.charCount + length <= static_cast<int64_t>(env_->pageSize * 1.1)) {
     env_->startNewPage = nullptr;
-  } else if (env_->startNewPage && env_->charCount > static_cast<int64_t>(env_->pageSize * 0.9)) {
+  } else if (env_->startNewPage && env_->page.charCount > static_cast<int64_t>(env_->pageSize * 0.9)) {
     const Status status = env_->startNewPage->StartNewPage(true);
     if (failed(status)) return status;
-    env_->charCount = 0;
+    env_->page.charCount = 0;
   }
   return Status::kOk;
 }
@@ -182,7 +184,7 @@ Status KHtmlPapWriterPreview::Write(unsigned int index) {
   unsigned int last = 0;
   if (failed(SearchChp({env_->pap.papStart, env_->pap.papEnd}, first, last))) return Status::kOk;
   for (unsigned int run = first; run < last; ++run) {
-    const Status status = env_->writers.chp->Write(run);
+    const Status status = env_->writers->chp->Write(run);
     if (status != Status::kOk) return status;
   }
   return Status::kOk;

@@ -1,7 +1,7 @@
 #include "htmlwriter/section_writer.h"
 
 #include "base/number_text.h"
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 
 namespace pagerex {
 
@@ -16,28 +16,28 @@ Status KSectionBase::Write(unsigned int index) {
   sectionIndex_ = static_cast<int>(index);
   StartSection();
   const KDWRange range = env_->plcfSed->Range(index);
-  const Status status = env_->writers.textStream->Write(range.start, range.end);
+  const Status status = env_->writers->textStream->Write(range.start, range.end);
   EndSection();
   return status;
 }
 
 Status KSectionBase::BreakSection() {
   if (!sectionOpen_) return Status::kNothing;
-  env_->writers.textStream->BreakTextStream();
+  env_->writers->textStream->BreakTextStream();
   return EndSection();
 }
 
 Status KSectionBase::ContinueSection() {
   if (!env_) return Status::kInvalidArgument;
   StartSection();
-  return env_->writers.textStream->ContinueTextStream();
+  return env_->writers->textStream->ContinueTextStream();
 }
 
 Status KSectionBase::StartSection() {
   if (!env_) return Status::kInvalidArgument;
   if (sectionOpen_) EndSection();
   sectionOpen_ = true;
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   archive->BeginElement("center");
   LoadSectionProps();
   env_->sectionLeftMargin = prop_.dxaLeft;
@@ -67,7 +67,7 @@ Status KSectionBase::StartSection() {
 Status KSectionBase::EndSection() {
   if (!env_) return Status::kInvalidArgument;
   if (!sectionOpen_) return Status::kNothing;
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   archive->EndElement("div");
   archive->EndElement("div");
   archive->EndElement("div");
@@ -83,8 +83,8 @@ void KSectionBase::LoadSectionProps() {
   if (propIndex_ == sectionIndex_) return;
   propIndex_ = sectionIndex_;
   prop_.Reset();
-  const auto section = env_->plcfSed->Item(static_cast<uint32_t>(sectionIndex_), *env_->document);
-  if (section.sprms.empty() || !WorkLimitsOf(*env_).DecodeShared(section.sprms.size())) return;
+  const auto section = env_->plcfSed->Item(static_cast<uint32_t>(sectionIndex_), *env_->conversion->document);
+  if (section.sprms.empty() || !env_->conversion->Limits().DecodeShared(section.sprms.size())) return;
   Sprms2ZeloSectionProp(KDWSprmList(section.sprms), &prop_);
 }
 
@@ -94,7 +94,7 @@ Status KSectionBase::WriteOffetScript() {
     return Status::kInvalidArgument;
   }
   const NumberText index = number(sectionIndex_);
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   archive->Put("<script type='text/javascript'>");
   archive->PutNewLine();
   archive->Put("initFun[initFun.length] = function(){document.getElementById('parent");

@@ -3,17 +3,15 @@
 #include <utility>
 
 #include "htmlwriter/cell_format_css.h"
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 
 namespace pagerex {
 
 Status KHtmlTableWriter::Init(KEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  limits_ = &WorkLimitsOf(*env);
-  if (!env->tableScans || env->tableScans->document() != env->document) {
-    env->tableScans = std::make_shared<KTableScans>(env->document);
-  }
+  limits_ = &env->conversion->Limits();
+  scans_ = &env->conversion->Scans();
   return Status::kOk;
 }
 
@@ -37,7 +35,7 @@ Status KHtmlTableWriter::Write() {
 }
 
 TableParagraph KHtmlTableWriter::LookAtParagraph() {
-  const TableParagraph paragraph = env_->tableScans->paragraphs().Look(env_->pap.papx.bytes());
+  const TableParagraph paragraph = scans_->paragraphs().Look(env_->pap.papx.bytes());
   const bool inside = paragraph.kind == TableParagraph::INSIDE;
   env_->inTable = inside ? paragraph.inTable : 0;
   rowEnd_ = inside && paragraph.rowEnd;
@@ -78,15 +76,15 @@ Status KHtmlTableWriter::StartTable(unsigned int paragraph) {
   tableStack_.emplace_back();
   style_.Clear();
   SearchCell(paragraph);
-  env_->archive->BeginElement("table");
-  WriteTableFormat(style_, env_->archive);
+  env_->conversion->archive->BeginElement("table");
+  WriteTableFormat(style_, env_->conversion->archive);
   return Status::kOk;
 }
 
 Status KHtmlTableWriter::SearchCell(unsigned int paragraph) {
   if (!CanSearch(paragraph)) return Status::kFailure;
   TABLE_CACHE& table = tableStack_.back();
-  table.scan = env_->tableScans->Scan(*env_, paragraph, depth_);
+  table.scan = scans_->Scan(*env_->plcfPap, paragraph, depth_, env_->sectionLeftMargin);
   table.nextHeight = table.scan->FirstRow();
   style_ = table.scan->style();
   return CollectCellFormat(table.scan, table.cells);
@@ -96,7 +94,7 @@ ByteView KHtmlTableWriter::SearchCellSpacing(unsigned int paragraph) {
   constexpr uint16_t sprmTCellSpacingDefault = 0xD633;
   if (!CanSearch(paragraph)) return {};
   KDWSprm sprm;
-  env_->tableScans->Walk(*env_, paragraph, depth_, [&](uint32_t, const TableParagraph& properties) {
+  scans_->Walk(*env_->plcfPap, paragraph, depth_, [&](uint32_t, const TableParagraph& properties) {
     return failed(KDWSprmList(properties.sprms).FindSprm(sprmTCellSpacingDefault, &sprm));
   });
   return sprm.GetArgument();
@@ -109,7 +107,7 @@ bool KHtmlTableWriter::CanSearch(unsigned int paragraph) const {
 Status KHtmlTableWriter::StartTR() {
   if (!env_ || tableStack_.empty()) return Status::kFailure;
   tableStack_.back().inRow = true;
-  env_->archive->BeginElement("tr");
+  env_->conversion->archive->BeginElement("tr");
   WriteRowHeight();
   return Status::kOk;
 }
@@ -129,7 +127,7 @@ void KHtmlTableWriter::WriteRowHeight() {
   if (!table.scan || table.nextHeight == table.scan->EndRow()) return;
   const int32_t height = static_cast<int16_t>(table.scan->Row(table.nextHeight++).height());
   const int32_t magnitude = height < 0 ? -height : height;
-  if (magnitude > 0) env_->archive->AddAttribute("height", pixelsOf(magnitude));
+  if (magnitude > 0) env_->conversion->archive->AddAttribute("height", pixelsOf(magnitude));
 }
 
 Status KHtmlTableWriter::StartTD() {
@@ -142,9 +140,9 @@ Status KHtmlTableWriter::StartTD() {
   const CELL_FORMAT& cell = table.cells.front();
   WriteFillerCells(cell.column);
   table.nextColumn = cell.column + static_cast<int32_t>(cell.colSpan);
-  env_->archive->BeginElement("td");
+  env_->conversion->archive->BeginElement("td");
   WriteCellAttributes(cell);
-  WriteCellCss(cell, env_->archive);
+  WriteCellCss(cell, env_->conversion->archive);
   table.cells.pop();
   return Status::kOk;
 }
@@ -153,13 +151,13 @@ Status KHtmlTableWriter::StartTD() {
 /// itself.
 void KHtmlTableWriter::WriteFillerCells(int32_t column) {
   for (int32_t gap = column - tableStack_.back().nextColumn - 1; gap > 0 && limits_->FillCell(); --gap) {
-    env_->archive->BeginElement("td");
-    env_->archive->EndElement("td");
+    env_->conversion->archive->BeginElement("td");
+    env_->conversion->archive->EndElement("td");
   }
 }
 
 void KHtmlTableWriter::WriteCellAttributes(const CELL_FORMAT& cell) {
-  IWriteArchive* archive = env_->archive;
+  IWriteArchive* archive = env_->conversion->archive;
   archive->AddAttribute("width", pixelsOf(cell.width));
   if (cell.rowSpan > 1) archive->AddAttribute("rowspan", static_cast<int>(cell.rowSpan));
   if (cell.colSpan > 1) archive->AddAttribute("colspan", static_cast<int>(cell.colSpan));
@@ -171,7 +169,7 @@ void KHtmlTableWriter::WriteCellAttributes(const CELL_FORMAT& cell) {
 
 Status KHtmlTableWriter::EndTD() {
   if (!env_ || tableStack_.empty()) return Status::kFailure;
-  if (std::exchange(tableStack_.back().inCell, false)) env_->archive->EndElement("td");
+  if (std::exchange(tableStack_.back().inCell, false)) env_->conversion->archive->EndElement("td");
   return Status::kOk;
 }
 
@@ -182,7 +180,7 @@ Status KHtmlTableWriter::EndTR() {
   if (!table.inRow) return Status::kOk;
   if (table.inCell) EndTD();
   table.inRow = false;
-  env_->archive->EndElement("tr");
+  env_->conversion->archive->EndElement("tr");
   return Status::kOk;
 }
 
@@ -191,7 +189,7 @@ Status KHtmlTableWriter::EndTable() {
   if (tableStack_.back().inRow) EndTR();
   tableStack_.pop_back();
   --depth_;
-  env_->archive->EndElement("table");
+  env_->conversion->archive->EndElement("table");
   return Status::kOk;
 }
 

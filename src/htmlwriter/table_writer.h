@@ -6,8 +6,8 @@
 
 #include "base/status.h"
 #include "htmlwriter/env.h"
-#include "htmlwriter/table_cells.h"
-#include "htmlwriter/table_scans.h"
+#include "story/table_cells.h"
+#include "story/table_scans.h"
 
 namespace pagerex {
 
@@ -65,6 +65,7 @@ class KHtmlTableWriter {
   std::vector<TABLE_CACHE> tableStack_;  ///< innermost last
   KEnv* env_ = nullptr;
   KWorkLimits* limits_ = nullptr;
+  KTableScans* scans_ = nullptr;
   uint32_t depth_ = 0;  ///< tables open
   bool rowEnd_ = false;
   bool innerCellEnd_ = false;

@@ -5,7 +5,7 @@ namespace pagerex {
 Status KHtmlTextStreamWriter::Init(KEnv* env, mso_word::SUBDOC_TYPE type) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
-  const KDRDocument& document = *env->document;
+  const KDRDocument& document = *env->conversion->document;
   env->subDocType = type;
   env->textPool = &document.GetTextPool(type);
   env->plcfPap = &document.GetPlcfPap(type);
@@ -23,18 +23,18 @@ Status KHtmlTextStreamWriter::Write(unsigned int start, unsigned int end) {
   Status status = Status::kFailure;
   const uint32_t count = env_->plcfPap->Count();
   for (uint32_t i = env_->plcfPap->FirstFrom(start); i < count; ++i) {
-    status = env_->writers.pap->Write(i);
+    status = env_->writers->pap->Write(i);
     if (status != Status::kOk) break;
   }
   return status == Status::kOk || status == Status::kNothing ? Status::kOk : Status::kFailure;
 }
 
 Status KHtmlTextStreamWriter::BreakTextStream() {
-  return env_ ? env_->writers.pap->BreakPap() : Status::kInvalidArgument;
+  return env_ ? env_->writers->pap->BreakPap() : Status::kInvalidArgument;
 }
 
 Status KHtmlTextStreamWriter::ContinueTextStream() {
-  return env_ ? env_->writers.pap->ContinuePap() : Status::kInvalidArgument;
+  return env_ ? env_->writers->pap->ContinuePap() : Status::kInvalidArgument;
 }
 
 }  // namespace pagerex

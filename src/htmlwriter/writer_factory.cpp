@@ -1,6 +1,6 @@
 #include "htmlwriter/writer_factory.h"
 
-#include <memory>
+#include <optional>
 
 #include "htmlwriter/chp_writer.h"
 #include "htmlwriter/chp_writer_paged.h"
@@ -12,77 +12,70 @@
 namespace pagerex {
 namespace {
 
-/// Makes a writer, puts it into its slot, which owns it from then on, and initialises it.
-template <class Writer, class Interface>
-bool make(Interface*& slot, KEnv& env) {
-  auto writer = std::make_unique<Writer>();
-  Writer* made = writer.get();
-  slot = writer.release();
-  return made->Init(&env) == Status::kOk;
-}
-
-template <class Interface>
-void release(Interface*& slot) {
-  delete slot;
-  slot = nullptr;
-}
-
-bool makeStream(KEnv& env, mso_word::SUBDOC_TYPE type) {
-  auto* writer = new KHtmlTextStreamWriter;
-  env.writers.textStream = writer;
-  return writer->Init(&env, type) == Status::kOk;
-}
-
 /// Notes have neither pages nor sections of their own.
 bool hasPages(mso_word::SUBDOC_TYPE type) {
   return type != mso_word::SUBDOC_FOOTNOTE && type != mso_word::SUBDOC_ENDNOTE;
 }
 
+/// The writers of a view in one object, as there are many notes.
 template <class Pages, class Section, class Chp, class Pap>
-bool makeWriters(KEnv& env, mso_word::SUBDOC_TYPE type) {
-  KWriter& writers = env.writers;
-  if (hasPages(type) && !(make<Pages>(writers.pages, env) && make<Section>(writers.section, env)))
-    return false;
-  return make<Chp>(writers.chp, env) && make<Pap>(writers.pap, env);
-}
-
-bool makePreviewWriters(KEnv& env) {
-  KWriter& writers = env.writers;
-  return make<KHtmlPagesWriterPreview>(writers.pages, env) &&
-         make<KHtmlSectionWriterPreview>(writers.section, env) &&
-         make<KHtmlPapWriterPreview>(writers.pap, env) && make<KHtmlChpWriterPreview>(writers.chp, env);
-}
-
-bool makeForView(KEnv& env, mso_word::SUBDOC_TYPE type) {
-  constexpr int kStreamOnly = 4;
-  switch (static_cast<int>(env.view)) {
-    case VIEW_NORMAL:
-      return makeWriters<KPagesBase, KSectionBase, KHtmlChpWriterNormal, KHtmlPapWriterNormal>(env, type);
-    case VIEW_PHONE:
-      return makeWriters<KPagesBase, KHtmlSectionWriterPreview, KHtmlChpWriterPhone, KPapMulpageBase>(env,
-                                                                                                      type);
-    case VIEW_PREVIEW:
-      return makePreviewWriters(env);
-    case VIEW_MULPAGES:
-      return makeWriters<KPagesBase, KSectionBase, KHtmlChpWriterMulpages, KPapMulpageBase>(env, type);
-    default:
-      return static_cast<int>(env.view) == kStreamOnly;
+class WriterSet : public KWriter {
+ public:
+  bool Init(KEnv& env, mso_word::SUBDOC_TYPE type) {
+    textStream = &stream_;
+    if (failed(stream_.Init(&env, type))) return false;
+    if (hasPages(type)) {
+      pages = &pages_.emplace();
+      section = &section_.emplace();
+      if (failed(pages_->Init(&env)) || failed(section_->Init(&env))) return false;
+    }
+    chp = &chp_;
+    pap = &pap_;
+    return !failed(chp_.Init(&env)) && !failed(pap_.Init(&env));
   }
+
+ private:
+  KHtmlTextStreamWriter stream_;
+  std::optional<Pages> pages_;
+  std::optional<Section> section_;
+  Chp chp_;
+  Pap pap_;
+};
+
+template <class Set>
+std::unique_ptr<KWriter> make(KEnv& env, mso_word::SUBDOC_TYPE type) {
+  auto set = std::make_unique<Set>();
+  return set->Init(env, type) ? std::move(set) : nullptr;
 }
+
+using NormalWriters = WriterSet<KPagesBase, KSectionBase, KHtmlChpWriterNormal, KHtmlPapWriterNormal>;
+using PhoneWriters = WriterSet<KPagesBase, KHtmlSectionWriterPreview, KHtmlChpWriterPhone, KPapMulpageBase>;
+using PreviewWriters = WriterSet<KHtmlPagesWriterPreview, KHtmlSectionWriterPreview, KHtmlChpWriterPreview,
+                                 KHtmlPapWriterPreview>;
+using MulpagesWriters = WriterSet<KPagesBase, KSectionBase, KHtmlChpWriterMulpages, KPapMulpageBase>;
+
+constexpr struct {
+  VIEW view;
+  std::unique_ptr<KWriter> (*make)(KEnv& env, mso_word::SUBDOC_TYPE type);
+} kWriters[] = {
+    {VIEW_NORMAL, make<NormalWriters>},
+    {VIEW_PHONE, make<PhoneWriters>},
+    {VIEW_PREVIEW, make<PreviewWriters>},
+    {VIEW_MULPAGES, make<MulpagesWriters>},
+};
 
 }  // namespace
 
 Status KWriterFactory::CreateWriterByView(KEnv& env, mso_word::SUBDOC_TYPE type) {
   ReleaseWriterByView(env);
-  return makeStream(env, type) && makeForView(env, type) ? Status::kOk : Status::kNothing;
+  for (const auto& row : kWriters) {
+    if (row.view == env.view) env.writers = row.make(env, type);
+  }
+  return env.writers ? Status::kOk : Status::kNothing;
 }
 
 void KWriterFactory::ReleaseWriterByView(KEnv& env) {
-  release(env.writers.chp);
-  release(env.writers.pages);
-  release(env.writers.pap);
-  release(env.writers.section);
-  release(env.writers.textStream);
+  env.writers.reset();
 }
 
 }  // namespace pagerex

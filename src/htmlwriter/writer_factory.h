@@ -8,7 +8,7 @@ namespace pagerex {
 /// Makes and releases the set of writers for an environment's view.
 struct KWriterFactory {
   /// Releases the writers that `env` has, then builds those of `env.view` for a sub-document. kNothing on any
-  /// failure; what was built so far stays in `env` for the next release.
+  /// failure, and `env` has none then.
   static Status CreateWriterByView(KEnv& env, mso_word::SUBDOC_TYPE type);
   static void ReleaseWriterByView(KEnv& env);
 };

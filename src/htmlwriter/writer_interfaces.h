@@ -58,4 +58,18 @@ class IChpWriter {
   virtual ~IChpWriter() = default;
 };
 
+/// The writers of one story. Whoever made them owns them as one object, which this is the view of.
+struct KWriter {
+  KWriter() = default;
+  KWriter(const KWriter&) = delete;
+  KWriter& operator=(const KWriter&) = delete;
+  virtual ~KWriter() = default;
+
+  IPagesWriter* pages = nullptr;      ///< null in a note
+  ISectionWriter* section = nullptr;  ///< null in a note
+  ITextStreamWriter* textStream = nullptr;
+  IPapWriter* pap = nullptr;
+  IChpWriter* chp = nullptr;
+};
+
 }  // namespace pagerex

@@ -5,7 +5,7 @@
 
 #include "numformat/const_strings_data.h"
 
-KNFConstStrings KNFCStingsInstance;
+constexpr KNFConstStrings KNFCStingsInstance;
 
 namespace {
 

@@ -17,14 +17,9 @@ enum AREA_CODE_INDEX : int {
 using NF_DATE_Mode = int;
 
 /// The words and characters of the four locales. All texts are constants that live as long as the process; an
-/// argument out of range gives an empty text, or the character of the English locale. Stateless but for the
-/// mark that InitStrings has run.
+/// argument out of range gives an empty text, or the character of the English locale.
 class KNFConstStrings {
  public:
-  /// Marks the instance as ready. A second call does nothing.
-  void InitStrings() { initialised_ = true; }
-  bool IsInitialised() const { return initialised_; }
-
   /// `day`: 0 Sunday to 6.
   const wchar_t* GetWeekDay(AREA_CODE_INDEX area, int day, NF_DATE_Mode mode) const;
   /// Capitalised Vietnamese names; `form`: 0 long, 1 short.
@@ -74,9 +69,6 @@ class KNFConstStrings {
 
   /// A resource string by its number; there is no resource module, so it is empty.
   const wchar_t* LoadStr(unsigned int) const { return L""; }
-
- private:
-  bool initialised_ = false;
 };
 
-extern KNFConstStrings KNFCStingsInstance;
+extern const KNFConstStrings KNFCStingsInstance;

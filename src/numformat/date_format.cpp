@@ -82,18 +82,19 @@ void setMonth(tagTIMEINFO& time, bool leap) {
 
 }  // namespace
 
-Status KNFDateTime::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) {
+Status KNFDateTime::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                               std::wstring& out) const {
   if (isText(value)) {
     out = textOf(value);
-    style.codePage |= NF_STYLE_TEXT;
+    shown.style.codePage |= NF_STYLE_TEXT;
     return Status::kOk;
   }
   Status status;
   double days;
-  if (!readNumber(value, param, days, out, status)) return status;
+  if (!readNumber(value, param, days, shown, out, status)) return status;
   if (days < 0 || days > kLastDay) return Status::kInvalidArgument;
   const tagTIMEINFO time = timeOf(days);
-  KPlaceholder::PlaceholderEnv env = environment(param);
+  KPlaceholder::PlaceholderEnv env = environment(param, shown);
   env.time = &time;
   env.days = days;
   runFields(env, out);

@@ -5,7 +5,8 @@
 /// A date and time: "yyyy-mm-dd hh:mm". A value counts days from 30 December 1899.
 class KNFDateTime final : public KNFBase {
  protected:
-  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) override;
+  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                    std::wstring& out) const override;
 
  private:
   void runFields(KPlaceholder::PlaceholderEnv& env, std::wstring& out) const;

@@ -1,3 +1,4 @@
+#include "numformat/decimal_text.h"
 #include "numformat/double_to_text.h"
 #include "numformat/format_section.h"
 #include "numformat/placeholder.h"
@@ -20,7 +21,7 @@ wchar_t tenWord(NF_CODEPAGE page, AREA_CODE_INDEX locale) {
 
 /// Digit by digit, at least `width` of them.
 void writeDigits(int value, int width, NF_CODEPAGE page, AREA_CODE_INDEX locale, std::wstring& out) {
-  const std::wstring digits = std::to_wstring(value);
+  const std::wstring digits = decimalText(static_cast<unsigned>(value));
   for (int missing = width - static_cast<int>(digits.size()); missing > 0; --missing) {
     out += KNFCodePageInstance._GetCodePageNumbe(L'0', page, locale);
   }
@@ -149,7 +150,7 @@ constexpr double kSecondsPerUnit[] = {86400.0, 3600.0, 60.0, 1.0};
 void Writetostring(double days, size_t width, Unit unit, std::wstring& out) {
   const double seconds = _GetDoulbeInt(days * kSecondsPerUnit[kDays] + 0.5);
   const auto count = static_cast<long long>(_GetDoulbeInt(seconds / kSecondsPerUnit[unit]));
-  const std::wstring digits = std::to_wstring(count);
+  const std::wstring digits = decimalText(static_cast<unsigned long long>(count));
   if (digits.size() < width) out.append(width - digits.size(), L'0');
   out += digits;
 }

@@ -1,9 +1,10 @@
 #include "numformat/double_to_text.h"
 
+#include <langinfo.h>
+
 #include <algorithm>
 #include <bit>
 #include <climits>
-#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <cwchar>
@@ -323,9 +324,12 @@ void copyCut(std::wstring_view text, wchar_t* buffer, int size) {
   buffer[length] = 0;
 }
 
+/// By nl_langinfo, since what localeconv returns is shared by all threads.
 wchar_t readLocalePoint() {
+  const char* const point = nl_langinfo(RADIXCHAR);
+  if (point[0] == '.' && point[1] == 0) return L'.';
   wchar_t text[4];
-  return std::mbstowcs(text, std::localeconv()->decimal_point, std::size(text)) == 1 ? text[0] : L' ';
+  return std::mbstowcs(text, point, std::size(text)) == 1 ? text[0] : L' ';
 }
 
 int clampSize(long size) {
@@ -335,23 +339,12 @@ int clampSize(long size) {
 }  // namespace
 
 wchar_t GetDecimalPoint(bool locale) {
-  if (!locale) return L'.';
-  static const wchar_t point = readLocalePoint();
-  return point;
+  return locale ? readLocalePoint() : L'.';
 }
 
 int _ConvertDecimal_Gen(double value, int, wchar_t* buffer, long size) {
   return __dbltostr(value, 11, buffer, clampSize(size), false, kGeneralForm, true,
                     kExponentUpperCase | kExponentTwoDigits, true);
-}
-
-int _ConvertDecimal(double value, int digits, wchar_t* buffer, long size) {
-  return __dbltostr(value, std::min(digits, 17), buffer, clampSize(size), true, kExponentForm, false, 0,
-                    true);
-}
-
-int _ConvertDecimal(long value, wchar_t* buffer, long size) {
-  return __dbltostr(static_cast<double>(value), 0, buffer, clampSize(size), true, kFixedForm, true, 0, true);
 }
 
 namespace {

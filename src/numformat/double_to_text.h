@@ -30,17 +30,14 @@ enum : unsigned {
 int __dbltostr(double value, int precision, wchar_t* buffer, int size, bool plus, FLOATTOTEXTFORMAT format,
                bool trim, unsigned exponentFlags, bool localePoint);
 
-/// '.', or with `locale` the decimal point of the C locale as it was at the first such call; a blank if that
-/// point is not a single wide character.
+/// '.', or with `locale` the decimal point of the C locale that is set; a blank if that point is not a single
+/// wide character.
 wchar_t GetDecimalPoint(bool locale);
 
-/// A number as plain text, 11 digits: "1.23456789E+15". The second argument is not used. These three write
-/// and return as __dbltostr does, with the locale's point.
+/// A number as plain text, 11 digits: "1.23456789E+15". The second argument is not used. Writes and returns
+/// as
+/// __dbltostr does, with the locale's point.
 int _ConvertDecimal_Gen(double value, int, wchar_t* buffer, long size);
-/// Always a sign, one digit, the point, min(`digits`, 17) decimals and an exponent: "+1.50e+0".
-int _ConvertDecimal(double value, int digits, wchar_t* buffer, long size);
-/// A sign and the digits: "+12".
-int _ConvertDecimal(long value, wchar_t* buffer, long size);
 
 /// The integer part of `value`, toward zero; a value within 4 units in the last place of the next integer
 /// gives that integer. Large values are treated alike: from 2^50 on the next integer always lies that near.

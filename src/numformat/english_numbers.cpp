@@ -1,6 +1,7 @@
 #include <string>
 
 #include "numformat/code_page_data.h"
+#include "numformat/decimal_text.h"
 #include "numformat/number_spelling.h"
 
 namespace {
@@ -25,7 +26,7 @@ void capitaliseFirst(std::wstring& text) {
 Status KNFCodePage::SerialNumber_En_th(unsigned long n, std::wstring& out) const {
   const bool teen = n % 100 / 10 == 1;
   const bool ownEnding = !teen && n % 10 <= 3;
-  out = std::to_wstring(n);
+  out = decimalText(n);
   out += EnglishNumber_th[ownEnding ? n % 10 : 0];
   return Status::kOk;
 }

@@ -1,12 +1,8 @@
 #include "numformat/format_compiler.h"
 
-#include "numformat/const_strings.h"
-#include "numformat/number_spelling.h"
 #include "numformat/section_factory.h"
 
 namespace {
-
-bool initialised = false;
 
 bool isText(NF_SORT kind) {
   return kind == NF_SORT_TEXT;
@@ -52,24 +48,6 @@ void assignSlots(KNFSect& format, int count, bool lastIsText) {
 }
 
 }  // namespace
-
-void KNFCompile::InitResource() {
-  KNFCStingsInstance.InitStrings();
-  KNFCodePageInstance.InitCodePage();
-  initialised = true;
-}
-
-void KNFCompile::UninitResource() {
-  initialised = false;
-}
-
-bool KNFCompile::IsInitialised() {
-  return initialised;
-}
-
-PieceList KNFCompile::Pieces(PieceList dialect) {
-  return initialised ? dialect : PieceList();
-}
 
 Status KNFCompile::Compile(PieceList pieces, KNFSect** out, const NF_FORMAT_PARAM* param) const {
   *out = nullptr;

@@ -10,18 +10,12 @@
 /// Turns a format string into a format. Lives for one compilation.
 class KNFCompile {
  public:
-  /// Makes the keywords known. The tables are constants, so that this costs nothing.
-  static void InitResource();
-  static void UninitResource();
-  static bool IsInitialised();
-  /// The keywords of a dialect; none before InitResource, which makes every section an empty one.
-  static PieceList Pieces(PieceList dialect);
+  /// An empty `format` is General.
+  explicit KNFCompile(std::wstring_view format) : format_(format) {}
 
-  /// A null `format` is an empty one, which is General.
-  explicit KNFCompile(const wchar_t* format) : format_(format ? format : L"") {}
-
-  /// Reads the format in the dialect of `pieces` and the locale of `param`, which may be null. `*out` starts
-  /// with one reference. kInvalidArgument and a null `*out` for a malformed format.
+  /// Reads the format in the dialect of `pieces` and the locale of `param`, which may be null; without pieces
+  /// every section is an empty one. `*out` starts with one reference. kInvalidArgument and a null `*out` for
+  /// a malformed format.
   Status Compile(PieceList pieces, KNFSect** out, const NF_FORMAT_PARAM* param) const;
 
  private:

@@ -2,27 +2,26 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwchar>
 
+#include "numformat/decimal_text.h"
 #include "numformat/double_to_text.h"
 #include "numformat/placeholder_piece.h"
 #include "numformat/variant_value.h"
 
 const wchar_t kNotANumber[] = L"#NUM!";
 
-Status KNFBase::FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM* param, wchar_t** out,
-                          NFSTYLE* outStyle) {
-  const NFSTYLE compiledStyle = style;
+Status KNFBase::FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM& param,
+                          std::optional<std::wstring>& out, NFSTYLE& outStyle) const {
+  ShownValue shown = {style, {}, {}};
   std::wstring text;
-  const Status status = FormatText(value, param ? *param : kDefaultParam, text);
-  if (outStyle) *outStyle = style;
-  style = compiledStyle;  // what one value sets is not the next one's
-  if (out) *out = status == Status::kOk ? newText(text) : nullptr;
+  const Status status = FormatText(value, param, shown, text);
+  outStyle = shown.style;
+  if (status == Status::kOk) out = std::move(text);
   return failed(status) ? status : Status::kOk;
 }
 
-KPlaceholder::PlaceholderEnv KNFBase::environment(const NF_FORMAT_PARAM& param) {
-  return {.base = this, .locale = area != AREA_NONE ? area : areaOf(&param), .area = area};
+KPlaceholder::PlaceholderEnv KNFBase::environment(const NF_FORMAT_PARAM& param, ShownValue& shown) const {
+  return {.base = this, .shown = &shown, .locale = area != AREA_NONE ? area : areaOf(&param), .area = area};
 }
 
 void KNFBase::runPlaceholders(KPlaceholder::PlaceholderEnv& env, size_t first, size_t last,
@@ -30,7 +29,7 @@ void KNFBase::runPlaceholders(KPlaceholder::PlaceholderEnv& env, size_t first, s
   for (env.index = first; env.index < last; ++env.index) {
     const KPlaceholder& placeholder = *placeholders[env.index].piece->placeholder;
     if (placeholder.id == kIdGeneral) {
-      out += integerDigits;
+      out += env.shown->integerDigits;
     } else {
       placeholder.Format(env, out);
     }
@@ -52,20 +51,19 @@ bool KNFBase::HasAutoMinus() const {
   return !placeholders.empty() && placeholders[0].piece->placeholder->id == kIdSignNegative;
 }
 
-Status KNFBase::FormatSerialNumber(uint32_t number, const NF_FORMAT_PARAM& param, std::wstring& out) {
-  integerDigits.clear();
-  decimalDigits.clear();
-  KPlaceholder::PlaceholderEnv env = environment(param);
+Status KNFBase::FormatSerialNumber(uint32_t number, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                                   std::wstring& out) const {
+  KPlaceholder::PlaceholderEnv env = environment(param, shown);
   const Status status = env.locale == AREA_JAPANESE
-                            ? KNFCodePageInstance.SerialNumber_JP(codePage(), number, integerDigits)
-                            : KNFCodePageInstance.SerialNumber(codePage(), number, integerDigits);
+                            ? KNFCodePageInstance.SerialNumber_JP(codePage(), number, shown.integerDigits)
+                            : KNFCodePageInstance.SerialNumber(codePage(), number, shown.integerDigits);
   if (failed(status)) return status;
   runPlaceholders(env, HasAutoMinus() ? 1 : 0, placeholders.size(), out);
   return Status::kOk;
 }
 
 bool KNFBase::readNumber(const tagVARIANT& value, const NF_FORMAT_PARAM& param, double& number,
-                         std::wstring& out, Status& status) {
+                         ShownValue& shown, std::wstring& out, Status& status) {
   status = Status::kOk;
   number = numberOf(value);
   if (isNumber(value)) {
@@ -76,7 +74,7 @@ bool KNFBase::readNumber(const tagVARIANT& value, const NF_FORMAT_PARAM& param, 
     status = Status::kNothing;
   } else if (value.vt == NF_VT_BSTR) {
     out = textOf(value);
-    style.codePage |= NF_STYLE_TEXT;
+    shown.style.codePage |= NF_STYLE_TEXT;
   } else {
     status = Status::kFailure;
   }
@@ -107,7 +105,7 @@ int exponentOf(double magnitude) {
 
 }  // namespace
 
-Status KNFBase::FormatPrecision(double& value) {
+Status KNFBase::FormatPrecision(double& value) const {
   constexpr double kLeastDecimals = -308, kMostDecimals = 324;
   constexpr double kLargestWithDecimals = 1e16;
   constexpr int kSignificantDigits = 15;
@@ -133,19 +131,15 @@ Status KNFBase::FormatPrecision(double& value) {
   return Status::kOk;
 }
 
-wchar_t* newText(std::wstring_view text) {
-  wchar_t* copy = new wchar_t[text.size() + 1];
-  copy[text.copy(copy, text.size())] = 0;
-  return copy;
-}
-
 DecimalDigits::DecimalDigits(double number, int decimals) {
-  const int written = _ConvertDecimal(number, decimals, mantissa_, std::ssize(mantissa_));
+  constexpr int kMostDecimals = 17;
+  const int written = __dbltostr(number, std::min(decimals, kMostDecimals), mantissa_, std::ssize(mantissa_),
+                                 true, kExponentForm, false, 0, false);
   const std::wstring_view text(mantissa_, written > 0 ? static_cast<size_t>(written) : 0);
   const size_t mark = text.find(L'e');
   if (mark == std::wstring_view::npos || mark < 2) return;
-  exponent_ = static_cast<int>(std::wcstol(mantissa_ + mark + 1, nullptr, 10));
-  // Behind the sign stand the first digit, the point, whatever the locale makes of it, and the decimals.
+  exponent_ = signedNumber(text.substr(mark + 1));
+  // Behind the sign stand the first digit, the point and the decimals.
   mantissa_[length_++] = mantissa_[1];
   for (size_t at = 3; at < mark; ++at) mantissa_[length_++] = mantissa_[at];
   while (length_ > 1 && mantissa_[length_ - 1] == L'0') --length_;

@@ -8,14 +8,13 @@
 #include "numformat/placeholder.h"
 
 /// One section of a format: turns a value into digits and has the placeholders write them. Owned by its
-/// KNFSect, which also counts the references. Holds the scratch texts of the value being formatted, so one
-/// section serves one thread at a time.
+/// KNFSect, which also counts the references.
 class KNFBase : public KNumericalFormat {
  public:
-  Status FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM* param, wchar_t** out,
-                   NFSTYLE* outStyle) final;
+  Status FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::optional<std::wstring>& out,
+                   NFSTYLE& outStyle) const final;
   /// Rounds `value` to what the section shows, so that a spreadsheet can compare it.
-  Status FormatPrecision(double& value) final;
+  Status FormatPrecision(double& value) const final;
   int AddRef() final { return 1; }
   int Release() final { return 1; }
 
@@ -33,14 +32,10 @@ class KNFBase : public KNumericalFormat {
   int westYear = -1;                 ///< -1 if no "b1" stood there, else its value
   int precision = 0;                 ///< decimals in the format
 
-  /// Of the value being formatted. A text section holds its text in the first, a spelled number stands there
-  /// too.
-  std::wstring integerDigits;
-  std::wstring decimalDigits;
-
  protected:
   /// The text of `value`; kNothing if there is none.
-  virtual Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) = 0;
+  virtual Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                            std::wstring& out) const = 0;
 
   virtual bool NeedFormatPrecision() const { return false; }
   /// The value as the section shows it, before its decimals are cut.
@@ -48,26 +43,24 @@ class KNFBase : public KNumericalFormat {
   /// Decimals that are kept; if negative, so many digits before the point are not.
   virtual double GetDecimalPrecision(double) const { return precision; }
 
-  KPlaceholder::PlaceholderEnv environment(const NF_FORMAT_PARAM& param);
-  /// Runs the placeholders from `first` up to `last`; a General token writes `integerDigits`.
+  KPlaceholder::PlaceholderEnv environment(const NF_FORMAT_PARAM& param, ShownValue& shown) const;
+  /// Runs the placeholders from `first` up to `last`; a General token writes the integer digits.
   void runPlaceholders(KPlaceholder::PlaceholderEnv& env, size_t first, size_t last, std::wstring& out) const;
 
   /// Spells a whole number in the section's numbering system and runs the placeholders on it.
-  Status FormatSerialNumber(uint32_t number, const NF_FORMAT_PARAM& param, std::wstring& out);
+  Status FormatSerialNumber(uint32_t number, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                            std::wstring& out) const;
 
   /// Whether `value` gives a finite number, into `number`, for the section to show; an empty value is 0 if
   /// the parameter asks for it. Otherwise `status` and `out` are what formatting gives: a text is copied, a
   /// number that is not finite is "#NUM!".
-  bool readNumber(const tagVARIANT& value, const NF_FORMAT_PARAM& param, double& number, std::wstring& out,
-                  Status& status);
+  static bool readNumber(const tagVARIANT& value, const NF_FORMAT_PARAM& param, double& number,
+                         ShownValue& shown, std::wstring& out, Status& status);
 };
 
 extern const wchar_t kNotANumber[];
 
-/// A copy that the caller of the service frees.
-wchar_t* newText(std::wstring_view text);
-
-/// The digits of a number's exponent form, as _ConvertDecimal writes it.
+/// The digits of a number's exponent form.
 class DecimalDigits {
  public:
   /// `decimals`: digits behind the first; 17 at most, none if negative. `number` is finite.

@@ -42,6 +42,14 @@ struct PlaceholderRecord {
   const KPlaceholderPiece* piece = nullptr;
 };
 
+/// What a section makes of one value. The section itself is not changed by it, so that threads can share it.
+struct ShownValue {
+  NFSTYLE style;  ///< the section's, and what the value adds to it
+  /// The digits of a number. A text section holds its text in the first, a spelled number stands there too.
+  std::wstring integerDigits;
+  std::wstring decimalDigits;
+};
+
 constexpr NF_FORMAT_PARAM kDefaultParam = {-1, 0, 0xFFFFFFFF};
 
 constexpr uint32_t kNoColour = 0xFFFFFE;

@@ -6,10 +6,11 @@
 #include "numformat/double_to_text.h"
 #include "numformat/placeholder_piece.h"
 
-Status KNFFraction::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) {
+Status KNFFraction::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                               std::wstring& out) const {
   Status status;
   double number;
-  if (!readNumber(value, param, number, out, status)) return status;
+  if (!readNumber(value, param, number, shown, out, status)) return status;
   const Parts parts = split(std::fabs(number));
   if (!std::isfinite(parts.numerator)) {
     out = kNotANumber;
@@ -19,7 +20,7 @@ Status KNFFraction::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& p
   const size_t numerator = findPlaceholder(kIdMarkFraction), slash = findPlaceholder(kIdFranction);
   const bool noWhole = parts.whole == 0;
   const bool noFraction = parts.numerator == 0 && hasWhole();
-  KPlaceholder::PlaceholderEnv env = environment(param);
+  KPlaceholder::PlaceholderEnv env = environment(param, shown);
   writeSign(env, number, !noWhole || parts.numerator != 0, out);
   writePart(env, parts.whole, noWhole, start, numerator, out);
   writePart(env, parts.numerator, noFraction, numerator, slash, out);
@@ -30,11 +31,10 @@ Status KNFFraction::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& p
 /// Blanks keep the columns of several fractions in line: one for each digit, and for each character of a
 /// given denominator.
 void KNFFraction::writePart(KPlaceholder::PlaceholderEnv& env, double number, bool blank, size_t first,
-                            size_t last, std::wstring& out) {
+                            size_t last, std::wstring& out) const {
   wchar_t digits[320];
   __dbltostr(number, 0, digits, std::size(digits), false, kFixedForm, false, 0, false);
-  integerDigits = digits;
-  decimalDigits.clear();
+  env.shown->integerDigits = digits;
   for (size_t at = first; at < last; ++at) {
     const PlaceholderRecord& record = placeholders[at];
     const int id = record.piece->placeholder->id;

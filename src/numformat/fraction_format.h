@@ -18,7 +18,8 @@ class KNFFraction final : public KNFNormal {
   int denominatorDigits = 1;  ///< 1 to 6
 
  protected:
-  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) override;
+  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                    std::wstring& out) const override;
   double GetFormatPrecisionDouble(double value) const override;
   double GetDecimalPrecision(double) const override;
 
@@ -36,5 +37,5 @@ class KNFFraction final : public KNFNormal {
   void Double2Fraction(double rest, Parts& parts) const;
   void Double2Fraction_2(double rest, Parts& parts) const;
   void writePart(KPlaceholder::PlaceholderEnv& env, double number, bool blank, size_t first, size_t last,
-                 std::wstring& out);
+                 std::wstring& out) const;
 };

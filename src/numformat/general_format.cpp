@@ -2,9 +2,10 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 
+#include "numformat/decimal_text.h"
 #include "numformat/double_to_text.h"
+#include "numformat/normal_format.h"
 #include "numformat/variant_value.h"
 
 namespace {
@@ -18,23 +19,20 @@ std::wstring generalText(double value) {
 
 }  // namespace
 
-KNFGeneral::~KNFGeneral() {
-  _XNFRelease(twoDecimals_);
-}
-
-Status KNFGeneral::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) {
+Status KNFGeneral::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                              std::wstring& out) const {
   const bool fitted = param.width > 0 && isPure();
-  if (value.vt == NF_VT_UI4 && !fitted) return FormatSerialNumber(value.ulVal, param, out);
-  if (fitted) style.kind = NF_KIND_PURE_GENERAL;
+  if (value.vt == NF_VT_UI4 && !fitted) return FormatSerialNumber(value.ulVal, param, shown, out);
+  if (fitted) shown.style.kind = NF_KIND_PURE_GENERAL;
   Status status;
   double number;
-  if (!readNumber(value, param, number, out, status)) return status;
+  if (!readNumber(value, param, number, shown, out, status)) return status;
   if (fitted) {
     out = FormatNum_OQ(number, param.width);
     return Status::kOk;
   }
-  KPlaceholder::PlaceholderEnv env = environment(param);
-  spell(number, env.locale, area == AREA_JAPANESE || areaOf(&param) == AREA_JAPANESE);
+  KPlaceholder::PlaceholderEnv env = environment(param, shown);
+  shown.integerDigits = spell(number, env.locale, area == AREA_JAPANESE || areaOf(&param) == AREA_JAPANESE);
   // The number brings its own sign.
   runPlaceholders(env, HasAutoMinus() ? 1 : 0, placeholders.size(), out);
   return Status::kOk;
@@ -44,73 +42,84 @@ bool KNFGeneral::isPure() const {
   return style.kind == NF_KIND_PURE_GENERAL || (codePage() == DBNum0 && placeholders.size() == 1);
 }
 
-void KNFGeneral::spell(double value, AREA_CODE_INDEX locale, bool japanese) {
-  const NF_CODEPAGE page = codePage();
-  if (japanese && page >= DBNum1 && page <= DBNum4) {
-    TransForm(value);
-    KNFCodePageInstance._TransTongue_japanese(integerDigits, pointPosition_, page);
-  } else if (style.flags & NF_STYLE_CHINESE_MONEY) {
-    spellMoney(value);
-  } else if (page == DBNum1 || page == DBNum2 || page == DBNum20) {
-    TransForm(value);
-    KNFCodePageInstance._TransTongue(integerDigits, pointPosition_, page, true);
-  } else {
-    integerDigits = generalText(value);
-    KNFCStingsInstance.TransPoint2Group(integerDigits, locale);
-  }
-}
+namespace {
 
-void KNFGeneral::spellMoney(double value) {
-  if (codePage() == DBNum2) {
-    TransFormNormal(value);
-    KNFCodePageInstance._TransCurrency(integerDigits, DBNum2);
-  } else if (codePage() == DBNum1) {
-    TransForm(value);
-    KNFCodePageInstance._TransTongue(integerDigits, pointPosition_, DBNum1, true);
-  } else {
-    integerDigits = generalText(value);
-  }
-}
+/// A number in plain digits, without an exponent.
+struct PlainNumber {
+  explicit PlainNumber(double value);
 
-/// The number in plain digits, without an exponent.
-void KNFGeneral::TransForm(double value) {
-  pointPosition_ = -1;
-  integerDigits = value < 0 ? L"-" : L"";
+  std::wstring text;
+  int pointPosition = -1;  ///< in the text; -1 if there is no point
+};
+
+PlainNumber::PlainNumber(double value) {
+  text = value < 0 ? L"-" : L"";
   if (value == 0) {
-    integerDigits = L"0";
+    text = L"0";
     return;
   }
   const DecimalDigits digits(value, 17);
   const std::wstring_view mantissa = digits.mantissa();
   const size_t integers = digits.exponent() >= 0 ? static_cast<size_t>(digits.exponent()) + 1 : 0;
-  integerDigits += integers > 0 ? mantissa.substr(0, integers) : L"0";
+  text += integers > 0 ? mantissa.substr(0, integers) : L"0";
   if (mantissa.size() <= integers) {
-    integerDigits.append(integers - mantissa.size(), L'0');
+    text.append(integers - mantissa.size(), L'0');
     return;
   }
-  pointPosition_ = static_cast<int>(integerDigits.size());
-  integerDigits += L'.';
-  if (integers == 0) integerDigits.append(static_cast<size_t>(-digits.exponent() - 1), L'0');
-  integerDigits += mantissa.substr(integers);
+  pointPosition = static_cast<int>(text.size());
+  text += L'.';
+  if (integers == 0) text.append(static_cast<size_t>(-digits.exponent() - 1), L'0');
+  text += mantissa.substr(integers);
 }
 
-/// The number with two decimals, without its sign.
-void KNFGeneral::TransFormNormal(double value) {
-  if (!twoDecimals_ && _XNFCompileForOQ(L"0.00;0.00", &twoDecimals_, nullptr) != NF_OK) return;
-  tagVARIANT number = {};
-  number.vt = NF_VT_R8;
-  number.dblVal = value;
-  wchar_t* text = nullptr;
-  twoDecimals_->FormatNum(number, nullptr, &text, nullptr);
-  const std::unique_ptr<wchar_t[]> owner(text);
-  integerDigits = text ? text : L"";
+/// The number with two decimals, without its sign: as under "0.00;0.00".
+std::wstring withTwoDecimals(double value) {
+  constexpr int kDecimals = 2;
+  std::wstring text, decimals;
+  splitAtPoint(value, kDecimals, text, decimals);
+  if (text.empty()) text = L"0";
+  decimals.resize(kDecimals, L'0');
+  return text + L'.' + decimals;
 }
 
-Status KNFString::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) {
+}  // namespace
+
+std::wstring KNFGeneral::spell(double value, AREA_CODE_INDEX locale, bool japanese) const {
+  const NF_CODEPAGE page = codePage();
+  if (japanese && page >= DBNum1 && page <= DBNum4) {
+    PlainNumber number(value);
+    KNFCodePageInstance._TransTongue_japanese(number.text, number.pointPosition, page);
+    return number.text;
+  }
+  if (style.flags & NF_STYLE_CHINESE_MONEY) return spellMoney(value);
+  if (page == DBNum1 || page == DBNum2 || page == DBNum20) {
+    PlainNumber number(value);
+    KNFCodePageInstance._TransTongue(number.text, number.pointPosition, page, true);
+    return number.text;
+  }
+  std::wstring text = generalText(value);
+  KNFCStingsInstance.TransPoint2Group(text, locale);
+  return text;
+}
+
+std::wstring KNFGeneral::spellMoney(double value) const {
+  if (codePage() == DBNum2) {
+    std::wstring text = withTwoDecimals(value);
+    KNFCodePageInstance._TransCurrency(text, DBNum2);
+    return text;
+  }
+  if (codePage() != DBNum1) return generalText(value);
+  PlainNumber number(value);
+  KNFCodePageInstance._TransTongue(number.text, number.pointPosition, DBNum1, true);
+  return number.text;
+}
+
+Status KNFString::FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                             std::wstring& out) const {
   if (value.vt == NF_VT_EMPTY) return Status::kNothing;
   if (!isText(value) && !isNumber(value)) return Status::kFailure;
-  integerDigits = isText(value) ? std::wstring(textOf(value)) : generalText(numberOf(value));
-  KPlaceholder::PlaceholderEnv env = environment(param);
+  shown.integerDigits = isText(value) ? std::wstring(textOf(value)) : generalText(numberOf(value));
+  KPlaceholder::PlaceholderEnv env = environment(param, shown);
   runPlaceholders(env, 0, placeholders.size(), out);
   return Status::kOk;
 }
@@ -130,10 +139,11 @@ bool prefersExponent(double value) {
   constexpr double kSmall = 0.0001;
   constexpr int kMostPlaces = 11;
   if (std::fabs(value) >= kSmall) return false;
-  const std::wstring text = numberText(std::fabs(value), 20, kExponentForm, true);
+  const std::wstring number = numberText(std::fabs(value), 20, kExponentForm, true);
+  const std::wstring_view text = number;
   const size_t mark = text.find(L'E');
   const int digits = static_cast<int>(mark > 1 ? mark - 1 : mark);  // the point is none
-  return digits - std::wcstol(text.c_str() + mark + 1, nullptr, 10) >= kMostPlaces;
+  return digits - signedNumber(text.substr(mark + 1)) >= kMostPlaces;
 }
 
 }  // namespace

@@ -4,27 +4,21 @@
 
 /// The General format: a number as it is, or spelled in the section's numbering system.
 class KNFGeneral final : public KNFBase {
- public:
-  ~KNFGeneral() override;
-
  protected:
-  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) override;
+  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                    std::wstring& out) const override;
 
  private:
   bool isPure() const;
-  void spell(double value, AREA_CODE_INDEX locale, bool japanese);
-  void spellMoney(double value);
-  void TransForm(double value);
-  void TransFormNormal(double value);
-
-  int pointPosition_ = -1;                   ///< in `integerDigits`; -1 if there is no point
-  KNumericalFormat* twoDecimals_ = nullptr;  ///< "0.00;0.00", compiled when first needed
+  std::wstring spell(double value, AREA_CODE_INDEX locale, bool japanese) const;
+  std::wstring spellMoney(double value) const;
 };
 
 /// A section for texts: "@".
 class KNFString final : public KNFBase {
  protected:
-  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) override;
+  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                    std::wstring& out) const override;
 };
 
 /// A General number, which is finite, fitted into `width` characters, from 1 on, as a cell needs it.

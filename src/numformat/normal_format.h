@@ -5,19 +5,18 @@
 /// A number in digits: "#,##0.00".
 class KNFNormal : public KNFBase {
  protected:
-  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) override;
+  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                    std::wstring& out) const override;
   bool NeedFormatPrecision() const override { return true; }
   double GetDecimalPrecision(double) const override { return precision - 3.0 * scale; }
 
   /// What the number is multiplied by before it is shown.
   virtual double factor() const { return 1; }
   /// Writes `value`; its sign only from `half` a unit of the last decimal on.
-  void Format(double value, double half, const NF_FORMAT_PARAM& param, std::wstring& out);
+  void Format(double value, double half, const NF_FORMAT_PARAM& param, ShownValue& shown,
+              std::wstring& out) const;
   /// Runs the automatic minus, if there is one and the number is to have it.
   void writeSign(KPlaceholder::PlaceholderEnv& env, double value, bool shown, std::wstring& out) const;
-
- private:
-  void TransForm(double value);
 };
 
 /// A number with "%".
@@ -48,12 +47,15 @@ class KNFExponent final : public KNFNormal {
   bool writesPlus() const { return form == kLowerPlus || form == kUpperPlus; }
 
  protected:
-  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::wstring& out) override;
+  Status FormatText(const tagVARIANT& value, const NF_FORMAT_PARAM& param, ShownValue& shown,
+                    std::wstring& out) const override;
   double GetDecimalPrecision(double value) const override;
 
  private:
-  void TransForm(double value);
-  void TransFormInt(int number);
-
-  int exponent_ = 0;  ///< of the value being formatted
+  /// Takes the digits of the mantissa and returns the exponent.
+  int TransForm(double value, ShownValue& shown) const;
 };
+
+/// The digits of `value`, without its sign, rounded to `precision` decimals. Zeros that end the decimals are
+/// left out, and before the point there are none but those of a whole number.
+void splitAtPoint(double value, int precision, std::wstring& integers, std::wstring& decimals);

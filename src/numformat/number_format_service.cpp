@@ -1,192 +1,55 @@
-#include <cstring>
-#include <new>
+#include "numformat/number_format_service.h"
+
+#include <algorithm>
+#include <optional>
 
 #include "numformat/format_compiler.h"
-#include "numformat/format_decompiler.h"
-#include "numformat/format_table.h"
-#include "pagerex/numformat.h"
 
-namespace {
-
-/// Calls `action`, which returns a Status, and keeps its exceptions from the caller.
-template <class Action>
-uint32_t guarded(const Action& action) {
-  Status status = Status::kFailure;
-  try {
-    status = action();
-  } catch (const std::bad_alloc&) {
-    status = Status::kOutOfMemory;
-  } catch (...) {
-  }
-  return static_cast<uint32_t>(status);
+void NumberFormatService::GiveBack::operator()(KNFSect* format) const {
+  format->Release();
 }
 
-/// What is handed out and taken back here are whole formats, never sections.
-KNFSect* wholeFormat(KNumericalFormat* format) {
-  return static_cast<KNFSect*>(format);
+Status NumberFormatService::Format(const tagVARIANT& value, std::wstring_view format, std::wstring& out) {
+  out.clear();
+  KNFSect* compiled = nullptr;
+  const Status status = Compile(format, nullptr, &compiled);
+  return failed(status) ? status : FormatUnder(*compiled, value, out);
 }
 
-uint32_t compile(PieceList dialect, const wchar_t* format, KNumericalFormat** out,
-                 const NF_FORMAT_PARAM* param) {
-  if (!out) return NF_BAD_ARGUMENT;
-  *out = nullptr;
-  return guarded([&] {
-    KNFSect* compiled = nullptr;
-    const Status status = KNFCompile(format).Compile(KNFCompile::Pieces(dialect), &compiled, param);
-    *out = compiled;
-    return status;
-  });
-}
-
-Status compileIntoTable(const wchar_t* format, KNFSect** out, const NF_FORMAT_PARAM* param) {
-  const Status status = KNFCompile(format).Compile(KNFCompile::Pieces(s_PLResouce_OQ), out, param);
-  if (failed(status)) return status;
-  // What is compiled without keywords must not be found once there are some.
-  if (!KNFCompile::IsInitialised()) return status;
-  try {
-    nfTable.Insert(format, *out);
-  } catch (...) {
-    (*out)->Release();
-    *out = nullptr;
-    throw;
-  }
+Status NumberFormatService::FormatUnder(const KNFSect& format, const tagVARIANT& value, std::wstring& out) {
+  std::optional<std::wstring> text;
+  NFSTYLE style;
+  const Status status = format.FormatNum(value, kDefaultParam, text, style);
+  if (text) out = std::move(*text);
   return status;
 }
 
-uint32_t decompile(KNumericalFormat* format, wchar_t** out, const NF_FORMAT_PARAM* param,
-                   DecompileType type) {
-  if (out) *out = nullptr;
-  if (!format || !out) return NF_BAD_ARGUMENT;
-  return guarded([&] {
-    *out = newText(KNFDeCompile(type, areaOf(param)).DeCompile(*wholeFormat(format)));
-    return Status::kOk;
-  });
+KNFSect* NumberFormatService::Find(std::wstring_view format) const {
+  const auto found = formats_.find(format);
+  return found == formats_.end() ? nullptr : found->second.get();
 }
 
-}  // namespace
-
-uint32_t _XNFInit() {
-  KNFCompile::InitResource();
-  return NF_OK;
+Status NumberFormatService::Compile(std::wstring_view format, const NF_FORMAT_PARAM* param, KNFSect** out) {
+  *out = Find(format);
+  if (*out) return Status::kOk;
+  KNFSect* compiled = nullptr;
+  const Status status = KNFCompile(format).Compile(s_PLResouce_OQ, &compiled, param);
+  KeptFormat kept(compiled);
+  if (kept) formats_.emplace(format, std::move(kept));
+  *out = compiled;
+  return status;
 }
 
-uint32_t _XNFUnInit() {
-  KNFCompile::UninitResource();
-  return NF_OK;
+const KNFSect* NumberFormatService::FindByKey(unsigned key) const {
+  const auto found = std::find_if(keyed_.begin(), keyed_.end(),
+                                  [key](const KeyedFormat& keyed) { return keyed.key == key; });
+  return found == keyed_.end() ? nullptr : found->format;
 }
 
-uint32_t _XNFCompile(const wchar_t* format, KNumericalFormat** out, const NF_FORMAT_PARAM* param) {
-  if (!out) return NF_BAD_ARGUMENT;
-  *out = nullptr;
-  if (!format) return NF_OK;
-  return guarded([&] {
-    KNFSect* compiled = nfTable.Find(format);
-    Status status = Status::kOk;
-    if (compiled) {
-      compiled->AddRef();
-    } else {
-      status = compileIntoTable(format, &compiled, param);
-    }
-    *out = compiled;
-    return status;
-  });
-}
-
-uint32_t _XNFCompileForOQ(const wchar_t* format, KNumericalFormat** out, const NF_FORMAT_PARAM* param) {
-  return _XNFCompile(format, out, param);
-}
-
-uint32_t _XNFCompileForExcel(const wchar_t* format, KNumericalFormat** out, const NF_FORMAT_PARAM* param) {
-  return compile(s_PLResouce_EXCEL, format, out, param);
-}
-
-uint32_t _XNFCompileForWord(const wchar_t* format, KNumericalFormat** out, const NF_FORMAT_PARAM* param) {
-  return compile(s_PLResouce_WORD, format, out, param);
-}
-
-uint32_t _XNFCompileForQel(const wchar_t* format, KNumericalFormat** out, const NF_FORMAT_PARAM* param) {
-  return compile(s_PLResouce_QEL, format, out, param);
-}
-
-uint32_t _XNFUnCompile(KNumericalFormat* format, wchar_t** out, const NF_FORMAT_PARAM* param) {
-  return decompile(format, out, param, kDecompileOQ);
-}
-
-uint32_t _XNFUnCompileForExcel(KNumericalFormat* format, wchar_t** out, const NF_FORMAT_PARAM* param) {
-  return decompile(format, out, param, kDecompileExcel);
-}
-
-uint32_t _XNFUnCompileForWord(KNumericalFormat* format, wchar_t** out, const NF_FORMAT_PARAM* param) {
-  return decompile(format, out, param, kDecompileWord);
-}
-
-uint32_t _XNFFormat(const tagVARIANT* value, const wchar_t* format, wchar_t** out, NFSTYLE* style,
-                    const NF_FORMAT_PARAM* param) {
-  if (out) *out = nullptr;
-  if (!format) return NF_BAD_ARGUMENT;
-  KNumericalFormat* compiled = nullptr;
-  const uint32_t status = _XNFCompile(format, &compiled, param);
-  if (failed(static_cast<Status>(status))) return status;
-  const uint32_t formatted = _XNFFormatEx(value, compiled, out, style, param);
-  _XNFRelease(compiled);
-  return formatted;
-}
-
-uint32_t _XNFFormatEx(const tagVARIANT* value, KNumericalFormat* format, wchar_t** out, NFSTYLE* style,
-                      const NF_FORMAT_PARAM* param) {
-  if (out) *out = nullptr;
-  if (!format) return NF_BAD_ARGUMENT;
-  if (!out && !style) return NF_OK;
-  if (!value) return NF_BAD_ARGUMENT;
-  return guarded([&] { return format->FormatNum(*value, param, out, style); });
-}
-
-uint32_t _XNFFormatPrecision(KNumericalFormat* format, double* value) {
-  if (!format) return NF_BAD_ARGUMENT;
-  if (!value || *value == 0) return NF_NOTHING;
-  return guarded([&] { return format->FormatPrecision(*value); });
-}
-
-uint32_t _XNFAddRef(KNumericalFormat* format) {
-  if (format) format->AddRef();
-  return NF_OK;
-}
-
-uint32_t _XNFRelease(KNumericalFormat* format) {
-  if (format) format->Release();
-  return NF_OK;
-}
-
-uint32_t _XNF_GetSectsInfo(KNumericalFormat* format, NF_SECTS_INFO* info) {
-  if (!format || !info) return NF_BAD_ARGUMENT;
-  const KNFSect& whole = *wholeFormat(format);
-  info->count = static_cast<uint32_t>(whole.GetSectCount());
-  for (int i = 0; i < whole.GetSectCount(); ++i) {
-    const KNFBase* section = whole.GetSetcReal(i);
-    info->sect[i].kind = section ? section->style.kind : 0;
-    info->sect[i].zero = 0;
-  }
-  return NF_OK;
-}
-
-uint32_t _XNF_OQ_IsSingleStringSect(KNumericalFormat* format, bool* single) {
-  if (!single) return NF_OK;
-  *single = false;
-  if (!format) return NF_BAD_ARGUMENT;
-  const KNFSect& whole = *wholeFormat(format);
-  const KNFBase* section = whole.GetSetcReal(0);
-  *single = whole.GetSectCount() == 1 && section && section->style.kind == NF_KIND_TEXT;
-  return NF_OK;
-}
-
-uint32_t _XNF_ClearNFTableCache() {
-  return guarded([] {
-    nfTable.Clear();
-    return Status::kOk;
-  });
-}
-
-uint32_t _XNFFreeText(wchar_t* text) {
-  delete[] text;
-  return NF_OK;
+Status NumberFormatService::CompileForKey(unsigned key, std::wstring_view text, const KNFSect** out) {
+  KNFSect* compiled = nullptr;
+  const Status status = Compile(text, nullptr, &compiled);
+  if (!failed(status)) keyed_.push_back({key, compiled});
+  *out = compiled;
+  return status;
 }

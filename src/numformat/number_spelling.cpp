@@ -7,9 +7,10 @@
 #include <string_view>
 
 #include "numformat/code_page_data.h"
+#include "numformat/decimal_text.h"
 #include "numformat/double_to_text.h"
 
-KNFCodePage KNFCodePageInstance;
+constexpr KNFCodePage KNFCodePageInstance;
 
 namespace {
 
@@ -88,7 +89,7 @@ Status KNFCodePage::SerialNumber(NF_CODEPAGE page, unsigned long n, std::wstring
 }
 
 Status KNFCodePage::SerialNumber_JP(int page, unsigned long n, std::wstring& out) const {
-  std::wstring text = std::to_wstring(n);
+  std::wstring text = decimalText(n);
   if (failed(_TransTongue_japanese(text, -1, page))) return SerialNumber(DBNum0, n, out);
   out = std::move(text);
   return Status::kOk;
@@ -97,14 +98,14 @@ Status KNFCodePage::SerialNumber_JP(int page, unsigned long n, std::wstring& out
 Status KNFCodePage::Tongue(NF_CODEPAGE page, unsigned long n, std::wstring& out) const {
   if (isRoman(page)) return Tongue_Roma(page, n, out);
   if (!isChinese(page)) return Status::kInvalidArgument;
-  out = std::to_wstring(n);
+  out = decimalText(n);
   return _TransTongue(out, -1, page, false);
 }
 
 Status KNFCodePage::Tongue_Roma(NF_CODEPAGE page, unsigned long n, std::wstring& out) const {
   if (!isRoman(page)) return Status::kInvalidArgument;
   if (n > 1000) {
-    out = std::to_wstring(n);
+    out = decimalText(n);
     return Status::kOk;
   }
   const auto& roman = page == DBNum4 ? kRomanUpper : kRomanLower;

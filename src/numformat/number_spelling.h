@@ -34,8 +34,7 @@ enum NF_CODEPAGE : int {
 
 /// The numbering systems, and the spelling of numbers in them. Any int may be passed as a page: one that does
 /// not exist gives kInvalidArgument, an empty text or 0. Functions with an `out` replace what it holds; those
-/// with a `text` turn the text into its spelling. Both are left alone on failure. Stateless but for the mark
-/// that InitCodePage has run.
+/// with a `text` turn the text into its spelling. Both are left alone on failure.
 class KNFCodePage {
  public:
   /// A numbering system.
@@ -46,10 +45,6 @@ class KNFCodePage {
     int width;             ///< count of characters
     unsigned limit;        ///< base of a series, or the largest number that has a character of its own
   };
-
-  /// Marks the instance as ready. A second call does nothing.
-  void InitCodePage() { initialised_ = true; }
-  bool IsInitialised() const { return initialised_; }
 
   const wchar_t* GetName(NF_CODEPAGE page) const;
   /// The characters of the page; empty for pages 8 to 10.
@@ -99,9 +94,6 @@ class KNFCodePage {
   /// digit, or has no character, is returned as it is.
   wchar_t _GetCodePageNumbe(wchar_t digit, int page, AREA_CODE_INDEX area) const;
   wchar_t _GetCodePageNumbe2(wchar_t digit, const wchar_t* table) const;
-
- private:
-  bool initialised_ = false;
 };
 
-extern KNFCodePage KNFCodePageInstance;
+extern const KNFCodePage KNFCodePageInstance;

@@ -15,7 +15,7 @@ namespace {
 /// Tells the caller that the section wrote something besides digits.
 void write(PlaceholderEnv& env, std::wstring_view text, std::wstring& out) {
   if (text.empty()) return;
-  env.base->style.codePage |= NF_STYLE_MORE_THAN_DIGITS;
+  env.shown->style.codePage |= NF_STYLE_MORE_THAN_DIGITS;
   out += text;
 }
 
@@ -28,13 +28,13 @@ constexpr wchar_t kNothing = 0, kZero = L'0', kBlank = L' ';
 
 /// The digit at `position`, followed by the group separator where one belongs.
 void writeDigit(PlaceholderEnv& env, int position, wchar_t missing, std::wstring& out) {
-  const std::wstring& digits = position > 0 ? env.base->integerDigits : env.base->decimalDigits;
+  const std::wstring& digits = position > 0 ? env.shown->integerDigits : env.shown->decimalDigits;
   const int length = static_cast<int>(digits.size());
   const int index = position > 0 ? length - position : -position - 1;
   const bool exists = index >= 0 && index < length;
   const wchar_t digit = exists ? digits[static_cast<size_t>(index)] : missing;
   if (digit != kNothing) out += digit;
-  const bool grouped = (env.base->style.codePage & NF_STYLE_THOUSANDS) && position > 3 && position % 3 == 1;
+  const bool grouped = (env.shown->style.codePage & NF_STYLE_THOUSANDS) && position > 3 && position % 3 == 1;
   if (grouped && (exists || missing == kZero)) out += KNFCStingsInstance.GetGroup(env.locale);
 }
 
@@ -47,7 +47,7 @@ void formatDigit(PlaceholderEnv& env, std::wstring& out) {
 template <wchar_t missing>
 void formatLeftmostDigit(PlaceholderEnv& env, std::wstring& out) {
   const int position = env.record().position;
-  const int length = static_cast<int>(env.base->integerDigits.size());
+  const int length = static_cast<int>(env.shown->integerDigits.size());
   for (int at = std::max(position, length); at >= position; --at) writeDigit(env, at, missing, out);
 }
 
@@ -82,7 +82,7 @@ void formatSign(PlaceholderEnv& env, std::wstring& out) {
 }
 
 void formatString(PlaceholderEnv& env, std::wstring& out) {
-  write(env, env.base->integerDigits, out);
+  write(env, env.shown->integerDigits, out);
 }
 
 /// Not a character of any encoding that a reader of the text could know.

@@ -99,7 +99,8 @@ enum KPlaceholderId : int {
 struct KPlaceholder {
   /// What a placeholder is told about the value and the section.
   struct PlaceholderEnv {
-    KNFBase* base;                      ///< the section, which holds the digits and the style
+    const KNFBase* base;                ///< the section
+    ShownValue* shown;                  ///< its digits and style
     AREA_CODE_INDEX locale;             ///< of the value: the section's own, else the parameter's
     AREA_CODE_INDEX area;               ///< of the section; AREA_NONE if it names none
     int value = 0;                      ///< -1 or 1, the sign of a number; a field of a date

@@ -4,35 +4,22 @@
 
 #include "numformat/variant_value.h"
 
-namespace {
-
-/// Tells a section that it serves negative numbers only since there is no other.
-constexpr uint32_t kNegativeInOnlySection = 0x1000;
-
-}  // namespace
-
-Status KNFSect::FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM* param, wchar_t** out,
-                          NFSTYLE* style) {
-  NF_FORMAT_PARAM copy = param ? *param : kDefaultParam;
-  KNFBase* section = GetNF(value, copy);
-  if (section && !section->placeholders.empty()) {
-    section->style.codePage =
-        (section->style.codePage & 0xFFFF0000u & ~NF_STYLE_MORE_THAN_DIGITS) | kStyleLowHalf;
-    return section->FormatNum(value, &copy, out, style);
-  }
-  if (style) *style = kDefaultStyle;
+Status KNFSect::FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM& param,
+                          std::optional<std::wstring>& out, NFSTYLE& style) const {
+  const KNFBase* section = GetNF(value, param);
+  if (section && !section->placeholders.empty()) return section->FormatNum(value, param, out, style);
+  style = kDefaultStyle;
   const bool shownAsItIs = value.vt == NF_VT_BSTR && count_ < kMaxSections;
-  if (out) *out = shownAsItIs ? newText(textOf(value)) : nullptr;
+  if (shownAsItIs) out = textOf(value);
   return Status::kOk;
 }
 
-KNFBase* KNFSect::GetNF(const tagVARIANT& value, NF_FORMAT_PARAM& param) const {
+const KNFBase* KNFSect::GetNF(const tagVARIANT& value, const NF_FORMAT_PARAM& param) const {
   if (param.width == 0) return nullptr;
   if (value.vt == NF_VT_EMPTY) {
     return (param.flags & NF_EMPTY_AS_ZERO) && count_ > 2 ? slots_[kZero] : nullptr;
   }
   if (!isNumber(value) || std::isnan(numberOf(value))) return slots_[kText];
-  if (numberOf(value) < 0 && count_ == 1) param.flags |= kNegativeInOnlySection;
   return sectionOf(numberOf(value));
 }
 
@@ -40,9 +27,9 @@ KNFBase* KNFSect::sectionOf(double number) const {
   return slots_[number > 0 ? kPositive : number < 0 ? kNegative : kZero];
 }
 
-Status KNFSect::FormatPrecision(double& value) {
+Status KNFSect::FormatPrecision(double& value) const {
   if (!std::isfinite(value)) return Status::kNothing;
-  KNFBase* section = sectionOf(value);
+  const KNFBase* section = sectionOf(value);
   return section ? section->FormatPrecision(value) : Status::kNothing;
 }
 

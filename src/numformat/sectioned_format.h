@@ -1,20 +1,21 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <memory>
 
 #include "numformat/format_section.h"
 
-/// A compiled format: its sections, and which of them serves which value. Counts references from 1 and
-/// destroys itself with the last.
+/// A compiled format: its sections, and which of them serves which value. Counts references from 1, whatever
+/// thread adds and releases them, and destroys itself with the last.
 class KNFSect final : public KNumericalFormat {
  public:
   /// What a section serves.
   enum Slot : int { kPositive, kNegative, kZero, kText, kSlots };
 
-  Status FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM* param, wchar_t** out,
-                   NFSTYLE* style) override;
-  Status FormatPrecision(double& value) override;
+  Status FormatNum(const tagVARIANT& value, const NF_FORMAT_PARAM& param, std::optional<std::wstring>& out,
+                   NFSTYLE& style) const override;
+  Status FormatPrecision(double& value) const override;
   int AddRef() override { return ++references_; }
   int Release() override;
   int References() const { return references_; }
@@ -31,11 +32,11 @@ class KNFSect final : public KNumericalFormat {
   void SetSectCount(int count) { count_ = count >= 1 && count <= kMaxSections ? count : kMaxSections; }
 
  private:
-  KNFBase* GetNF(const tagVARIANT& value, NF_FORMAT_PARAM& param) const;
+  const KNFBase* GetNF(const tagVARIANT& value, const NF_FORMAT_PARAM& param) const;
   KNFBase* sectionOf(double number) const;
 
   std::array<KNFBase*, kSlots> slots_ = {};
   std::array<std::unique_ptr<KNFBase>, kMaxSections> real_;
   int count_ = 1;
-  int references_ = 1;
+  std::atomic<int> references_ = 1;
 };

@@ -1,10 +1,9 @@
 #include "objectwriter/doc_object_writer.h"
 
 #include "drawing/unit_switch.h"
-#include "htmlwriter/story_writer.h"
-#include "htmlwriter/work_limits.h"
 #include "objectwriter/attribute_text.h"
 #include "objectwriter/object_attr.h"
+#include "story/work_limits.h"
 #include "wordreader/document.h"
 
 namespace ObjectWriter {
@@ -48,26 +47,25 @@ Status KDocHtmlObjectWriter::Init(IEnv* env) {
   if (!env) return Status::kInvalidArgument;
   env_ = env;
   lookup_.reset();
+  pictures_.emplace(*docEnv());
   return Status::kOk;
 }
 
 const ShapeLookup& KDocHtmlObjectWriter::lookup() {
-  if (!lookup_) lookup_ = std::make_unique<ShapeLookup>(*docEnv()->document);
+  if (!lookup_) lookup_ = std::make_unique<ShapeLookup>(*docEnv()->conversion.document);
   return *lookup_;
 }
 
-pagerex::KWorkLimits* KDocHtmlObjectWriter::limits() const {
-  return docEnv()->env ? docEnv()->env->workLimits.get() : nullptr;
+pagerex::KWorkLimits& KDocHtmlObjectWriter::limits() const {
+  return docEnv()->conversion.Limits();
 }
 
 /// What a shape costs grows with its properties, whether or not they come out.
 bool KDocHtmlObjectWriter::MayWrite(const MsoROShape& shape) {
   constexpr uint64_t kShape = 128;
-  pagerex::KWorkLimits* const most = limits();
-  if (!most) return true;
   const uint64_t bytes = uint64_t{shape.GetProperties().GetSize()} + shape.GetUDefProperties().GetSize();
   const uint64_t cost = kShape + bytes / 2;
-  return most->WriteShape(cost) && !most->OutputFull(*archive());
+  return limits().WriteShape(cost) && !limits().OutputFull(*archive());
 }
 
 /// The wrapping element does not pair up with the comments, nor always with itself: readers of these pages
@@ -202,7 +200,7 @@ int KDocHtmlObjectWriter::ZIndexOf(const MsoROShape& shape) const {
 Status KDocHtmlObjectWriter::GetShapePos(const MsoROShape& shape, std::string& style) {
   GetShapeFrect(shape, shapeRect_);
   if (!embedShape_) style += "position:absolute;";
-  if (*docEnv()->inTable == 0) style += "left:0;";
+  if (docEnv()->inTable == 0) style += "left:0;";
   style += "text-align:left;";
   AppendBox(shape, !embedShape_ || shape.IsChildShape(), style);
   AppendRotation(shape, style);
@@ -216,7 +214,7 @@ Status KDocHtmlObjectWriter::WriteShapePos_NV(const MsoROShape& shape) {
   FRECT& rect = shapeRect_;
   GetShapeFrect(shape, rect);
   if (!embedShape_) out->AddCssProp("position", "absolute");
-  if (*docEnv()->inTable == 0) out->AddCssProp("left", "0");
+  if (docEnv()->inTable == 0) out->AddCssProp("left", "0");
   out->AddCssProp("text-align", "left");
   const bool isChild = shape.IsChildShape();
   if (isChild) {
@@ -239,6 +237,13 @@ Status KDocHtmlObjectWriter::WriteShapePos_NV(const MsoROShape& shape) {
   return Status::kOk;
 }
 
+/// Of an inline picture, what the property holds plays no part: its number alone says which picture of the
+/// list it means.
+Status KDocHtmlObjectWriter::WriteImage(PID property, int index, std::string& name) {
+  if (!embedShape_) return pictures_->WriteStored(index, name);
+  return pictures_->WriteListed(embedShape_->blips, objectAttr::GetImageBase(property), name);
+}
+
 // Text.
 
 bool KDocHtmlObjectWriter::HasTextBox(const MsoROShape& shape) {
@@ -251,11 +256,11 @@ Status KDocHtmlObjectWriter::WriteDiv(const MsoROShape& shape) {
   IWriteArchive* const out = archive();
   out->BeginElement("div");
   const uint32_t index = shape.GetTextBox().u16(kNumber) - 1u;
-  const auto& stories = docEnv()->document->GetTxbxTxt();
+  const auto& stories = docEnv()->conversion.document->GetTxbxTxt();
   if (index < stories.Count()) {
     const OpenTextBoxes::Entry entry(textBoxes_, index);
     if (entry.entered()) {
-      pagerex::WriteStory(*docEnv()->env, mso_word::SUBDOC_TEXTBOX, stories.Range(index));
+      docEnv()->stories.WriteStory(mso_word::SUBDOC_TEXTBOX, stories.Range(index));
     }
   }
   out->EndElement("div");

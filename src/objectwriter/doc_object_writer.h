@@ -1,15 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
-#include "objectwriter/image_file.h"
 #include "objectwriter/object_writer.h"
+#include "objectwriter/picture_files.h"
 #include "objectwriter/repeat_limit.h"
 #include "objectwriter/shape_lookup.h"
-
-namespace pagerex {
-class KWorkLimits;
-}
 
 namespace ObjectWriter {
 
@@ -41,15 +38,8 @@ class KDocHtmlObjectWriter : public KHtmlObjectWriter {
   Status WriteObject(const MsoROShape& shape, bool wrapInside);
   Status WriteShape(const MsoROShape& shape, bool wrapInside);
   void WriteWrap();
-  /// Sets `name` to the file name of the picture with this identity (16 bytes) and, for a new one, `path` to
-  /// where to write it. kKnownImage when it is written already, kNothing without an identity.
-  Status GetImageName(ByteView uid, std::string& name, std::string& path, const char* extension);
-  Status WriteImage(ByteView uid, const StoredImage& image, std::string& name);
-  Status WriteEmbedImage(PID property, std::string& name);
-
   KDocHtmlEnv* docEnv() const { return static_cast<KDocHtmlEnv*>(env_); }
-  /// Null if none are set.
-  pagerex::KWorkLimits* limits() const;
+  pagerex::KWorkLimits& limits() const;
   const ShapeLookup& lookup();
   int ZIndexOf(const MsoROShape& shape) const;
 
@@ -57,6 +47,7 @@ class KDocHtmlObjectWriter : public KHtmlObjectWriter {
   unsigned int wrap_ = 0;                      ///< wrapping mode of the current floating shape
   const KDREmbedShape* embedShape_ = nullptr;  ///< the current inline picture; null for a floating shape
   std::unique_ptr<ShapeLookup> lookup_;        ///< made at the first object
+  std::optional<PictureFiles> pictures_;
   RepeatLimit objects_;
   /// Inline pictures that may still be written. A bullet's picture may be repeated for each item of a list,
   /// so there is no limit for a single one.

@@ -2,8 +2,8 @@
 #include <cstring>
 
 #include "base/number_text.h"
+#include "base/output_path.h"
 #include "drawing/unit_switch.h"
-#include "htmlwriter/output_path.h"
 #include "objectwriter/object_writer.h"
 #include "objectwriter/shape_props.h"
 #include "objectwriter/shape_script.h"
@@ -12,11 +12,6 @@
 
 namespace ObjectWriter {
 namespace {
-
-/// The functions of the script are written once in a process: a second conversion in it gets an empty script
-/// file, as hosts of these pages have come to expect of a process that converts once.
-bool lineScriptWritten = false;
-bool ellipseScriptWritten = false;
 
 using CallText = FixedText<256>;
 
@@ -51,8 +46,7 @@ Status KHtmlObjectWriter::WriteLine_NV(const MsoROShape& shape) {
 Status KHtmlObjectWriter::WriteJSEllipse(float width, float height, double weight,
                                          const std::string& lineColor, const std::string& fillColor,
                                          double opacity) {
-  if (!ellipseScriptWritten) WriteShapeJSFile(kDrawEllipseScript);
-  ellipseScriptWritten = true;
+  if (!htmlEnv()->scripts.drawEllipse.exchange(true)) WriteShapeJSFile(kDrawEllipseScript);
   CallText call;
   call.append("drawEllipse(0,0,").append(fixedNumber(width)).append(',').append(fixedNumber(height));
   call.append(',').append(fixedNumber(weight)).append(",\"").append(lineColor).append("\",\"");
@@ -63,8 +57,7 @@ Status KHtmlObjectWriter::WriteJSEllipse(float width, float height, double weigh
 
 Status KHtmlObjectWriter::WriteJSLine(float x0, float x1, float y0, float y1, const std::string& color,
                                       double weight) {
-  if (!lineScriptWritten) WriteShapeJSFile(kDrawLineScript);
-  lineScriptWritten = true;
+  if (!htmlEnv()->scripts.drawLine.exchange(true)) WriteShapeJSFile(kDrawLineScript);
   CallText call;
   call.append("drawLine(");
   for (const float each : {x0, x1, y0, y1}) call.append(fixedNumber(UnitSwitch::Pt2Pixel(each))).append(',');
@@ -83,8 +76,12 @@ void KHtmlObjectWriter::WriteScript(const char* call) {
 }
 
 void KHtmlObjectWriter::WriteShapeJSFile(const char* text) {
-  if (!scriptFile_.good()) scriptFile_.open(pagerex::outputPath(htmlEnv()->filesDir, "shapejs.js").c_str());
-  scriptFile_.put(text, static_cast<unsigned int>(std::strlen(text)));
+  pagerex::KConversionEnv& conversion = htmlEnv()->conversion;
+  if (!scriptFile_) scriptFile_.emplace(conversion.files);
+  if (!scriptFile_->good()) {
+    scriptFile_->open(pagerex::outputPath(conversion.filesDir, "shapejs.js").c_str());
+  }
+  scriptFile_->put(text, static_cast<unsigned int>(std::strlen(text)));
 }
 
 }  // namespace ObjectWriter

@@ -69,7 +69,7 @@ void putWmfHeader(DsWriteArchive& file) {
 class PictureFile {
  public:
   /// `size` counts the bytes of all parts.
-  PictureFile(unsigned char type, size_t size) : type_(type), size_(size) {}
+  PictureFile(OutputFiles& files, unsigned char type, size_t size) : type_(type), size_(size), file_(files) {}
 
   bool open(const char* path) { return file_.open(path); }
   void put(ByteView part) {
@@ -94,16 +94,16 @@ class PictureFile {
   DsWriteArchive file_;
 };
 
-Status writeStored(const StoredImage& image, const char* path) {
-  PictureFile file(image.type, image.data.size());
+Status writeStored(const StoredImage& image, OutputFiles& files, const char* path) {
+  PictureFile file(files, image.type, image.data.size());
   if (!file.open(path)) return Status::kCannotCreate;
   file.put(image.data);
   file.finish();
   return Status::kOk;
 }
 
-Status writeInflated(const StoredImage& image, const char* path) {
-  PictureFile file(image.type, image.rawSize);
+Status writeInflated(const StoredImage& image, OutputFiles& files, const char* path) {
+  PictureFile file(files, image.type, image.rawSize);
   if (!file.open(path)) return Status::kCannotCreate;
   const Status status =
       _XZlibDecompressInline(image.data, image.rawSize, [&file](ByteView part) { file.put(part); });
@@ -166,10 +166,10 @@ uint64_t MostImageBytes(const StoredImage& image) {
   return image.data.size() + uint64_t{inflates ? image.rawSize : 0};
 }
 
-Status WriteImageFile(const StoredImage& image, const char* path) {
+Status WriteImageFile(const StoredImage& image, OutputFiles& files, const char* path) {
   if (!image.data.data() || !path) return Status::kNothing;
-  const Status status = image.compressed ? writeInflated(image, path) : Status::kFailure;
-  return status == Status::kFailure ? writeStored(image, path) : status;
+  const Status status = image.compressed ? writeInflated(image, files, path) : Status::kFailure;
+  return status == Status::kFailure ? writeStored(image, files, path) : status;
 }
 
 }  // namespace ObjectWriter

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "base/byte_view.h"
+#include "base/output_files.h"
 #include "base/status.h"
 
 namespace ObjectWriter {
@@ -26,9 +27,9 @@ Status _XZlibDecompressInline(ByteView source, uint32_t rawSize, const TakePart&
 /// Bytes that writing the picture's file can take, inflated and as stored.
 uint64_t MostImageBytes(const StoredImage& image);
 
-/// Writes a picture to the file `path`, inflated if it is compressed; what does not inflate is written as it
-/// is stored. Types 3 and 7 get the file header that a document leaves out. kCannotCreate when the file
-/// cannot be opened, kNothing without data or path.
-Status WriteImageFile(const StoredImage& image, const char* path);
+/// Writes a picture to the file `path` of the output, inflated if it is compressed; what does not inflate is
+/// written as it is stored. Types 3 and 7 get the file header that a document leaves out. kCannotCreate when
+/// the file cannot be opened, kNothing without data or path.
+Status WriteImageFile(const StoredImage& image, OutputFiles& files, const char* path);
 
 }  // namespace ObjectWriter

@@ -4,12 +4,9 @@
 #include <map>
 #include <string>
 
-class IWriteArchive;
-class KDRDocument;
-
-namespace pagerex {
-struct KEnv;
-}
+#include "objectwriter/shape_script.h"
+#include "story/conversion_env.h"
+#include "story/story_writer_interface.h"
 
 namespace ObjectWriter {
 
@@ -19,24 +16,27 @@ class IEnv {
   virtual ~IEnv() = default;
 };
 
-/// The output of an object writer. Owns none of what it points at.
+/// What an object writer of any document has beside the conversion. Owns none of what it refers to.
 class KHtmlEnv : public IEnv {
  public:
-  IWriteArchive* archive = nullptr;
+  KHtmlEnv(pagerex::KConversionEnv& shared, ShapeScripts& written) : conversion(shared), scripts(written) {}
+
+  pagerex::KConversionEnv& conversion;
+  ShapeScripts& scripts;
   /// Pictures written so far: 32 hexadecimal digits of the picture's identity to its file name. Its size
   /// gives the next picture's number.
   std::map<std::string, std::string> images;
-  std::string htmlPath;
-  std::string filesDir;  ///< without a closing slash
-  std::string name;      ///< of the main HTML file, without folder and extension
 };
 
 /// The same for a Word document.
 class KDocHtmlEnv : public KHtmlEnv {
  public:
-  const uint8_t* inTable = nullptr;  ///< that of `env`
-  const KDRDocument* document = nullptr;
-  const pagerex::KEnv* env = nullptr;  ///< of the main text
+  KDocHtmlEnv(pagerex::KConversionEnv& shared, ShapeScripts& written, const uint8_t& mainTextInTable,
+              pagerex::IStoryWriter& storyWriter)
+      : KHtmlEnv(shared, written), inTable(mainTextInTable), stories(storyWriter) {}
+
+  const uint8_t& inTable;  ///< of the main text, also for a shape of another story
+  pagerex::IStoryWriter& stories;
 };
 
 }  // namespace ObjectWriter

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +14,6 @@
 namespace ObjectWriter {
 
 using mso_escher::MsoROShape;
-
-/// Result of asking for the name of a picture that is written already.
-constexpr Status kKnownImage = Status{0x50};
 
 /// One level of groups for as long as it lives. Deeper ones than files have are not written.
 class GroupLevel {
@@ -125,7 +123,7 @@ class KHtmlObjectWriter : public KObjectWriter {
 
  protected:
   KHtmlEnv* htmlEnv() const { return static_cast<KHtmlEnv*>(env_); }
-  IWriteArchive* archive() const { return htmlEnv()->archive; }
+  IWriteArchive* archive() const { return htmlEnv()->conversion.archive; }
   /// Ends a child element of a shape.
   void EndVml(const char* name);
   /// Parts of the position style.
@@ -146,7 +144,7 @@ class KHtmlObjectWriter : public KObjectWriter {
   void WriteShapeJSFile(const char* text);
   void WriteScript(const char* call);
 
-  DsWriteArchive scriptFile_;  ///< "shapejs.js"
+  std::optional<DsWriteArchive> scriptFile_;  ///< "shapejs.js", made when first needed
 };
 
 }  // namespace ObjectWriter

@@ -38,10 +38,18 @@ unsigned int IStreamAdapter::bytesLeft() const {
   return stream_ ? stream_->BytesLeft() : 0;
 }
 
+unsigned int IStreamAdapter::bytesHeld() const {
+  return stream_ ? stream_->BytesHeld() : 0;
+}
+
 unsigned int IStreamAdapter::get(char* buffer, unsigned int n) {
   unsigned long count = 0;
   if (stream_) stream_->Read(buffer, n, &count);
   return static_cast<unsigned int>(count);
+}
+
+unsigned int IStreamAdapter::getHeld(char* buffer, unsigned int n) {
+  return stream_ ? stream_->ReadHeld(buffer, n) : 0;
 }
 
 void IStreamAdapter::seek(const unsigned long& offset, int whence) {

@@ -47,8 +47,12 @@ class IStreamAdapter {
   unsigned int size() const;
   /// Bytes that can be read from here on at most; bounds allocations, as `size` cannot.
   unsigned int bytesLeft() const;
+  /// Bytes of the whole stream, as far as there are, even if the file claims less.
+  unsigned int bytesHeld() const;
   /// Count of bytes that could be read.
   unsigned int get(char* buffer, unsigned int n);
+  /// The same, not bounded by the length that the file claims.
+  unsigned int getHeld(char* buffer, unsigned int n);
   /// Moves to the low 32 bits of `offset` from the start (0), the position (1) or backward from the end (2).
   /// A refused move throws its status as an int; so does one without a stream.
   void seek(const unsigned long& offset, int whence);
@@ -125,4 +129,11 @@ class DsMemReadArchive : public DsReadArchiveDelegate<IStreamAdapter> {
   /// Bytes that can be read from the position on at most, whatever length the file claims for the stream: no
   /// larger buffer is needed for a read from here. Cheap.
   unsigned int bytesLeft() const { return adapter_.bytesLeft(); }
+  /// Bytes of the whole stream, as far as there are, even if the file claims less: what bounds the work on
+  /// it.
+  unsigned int bytesHeld() const { return adapter_.bytesHeld(); }
+  /// As `get`, also behind the length that the file claims.
+  unsigned int getHeld(void* buffer, unsigned int n) {
+    return adapter_.getHeld(static_cast<char*>(buffer), n);
+  }
 };

@@ -83,6 +83,10 @@ struct IStream : ISequentialStream {
   /// Not of the COM slots: how many bytes a `Read` from here could bring at most. Unlike the size that `Stat`
   /// tells, which is what the file claims, it counts only bytes that are there.
   virtual unsigned int BytesLeft() const = 0;
+  /// Nor these, for which the length of the chain counts and not the size, which may be less in a damaged
+  /// file: reads up to `size` bytes; counts those of the whole stream.
+  virtual unsigned int ReadHeld(void* buffer, unsigned int size) = 0;
+  virtual unsigned int BytesHeld() const = 0;
 
  protected:
   ~IStream() = default;

@@ -18,6 +18,10 @@ class IStreamBase {
   virtual bool seek(long offset, int whence) = 0;
   /// How many bytes a `read` from here could bring.
   virtual unsigned int bytesLeft() const = 0;
+  /// As `read`, whatever the size.
+  virtual unsigned int readHeld(char* buffer, unsigned int n) const = 0;
+  /// As SotRoTrunk::bytesHeld.
+  virtual unsigned int bytesHeld() const = 0;
 };
 
 /// A stream of a compound file: an entry and the chain of its bytes. The size is the entry's, which may be
@@ -34,6 +38,8 @@ class SotRoStream : public IStreamBase {
     return trunk_.seek(static_cast<unsigned long>(offset), whence);
   }
   unsigned int bytesLeft() const override;
+  unsigned int readHeld(char* buffer, unsigned int n) const override { return trunk_.read(buffer, n); }
+  unsigned int bytesHeld() const override { return trunk_.bytesHeld(); }
 
  private:
   /// From a position past the size on, the difference wraps: there the chain alone bounds a read.

@@ -21,6 +21,8 @@ class SotRoTrunk {
   virtual unsigned int read(char* buffer, unsigned int n) = 0;
   /// How many bytes a `read` from here could bring, never more than the file is long.
   virtual unsigned int bytesLeft() const = 0;
+  /// How many bytes the whole of it could bring, wherever the position is, never more than the file is long.
+  virtual unsigned int bytesHeld() const = 0;
 };
 
 /// A trunk over the pages of `Pool`, which is not owned. The list of page numbers is not owned either: it
@@ -36,6 +38,7 @@ class SotRoTrunkImpl : public SotRoTrunk {
   bool seek(unsigned long offset, int whence) override;
   unsigned int read(char* buffer, unsigned int n) override;
   unsigned int bytesLeft() const override;
+  unsigned int bytesHeld() const override;
 
   /// Whether all of a range of bytes, not empty, lies in pages that the file holds.
   bool holds(uint64_t offset, uint32_t length) const;
@@ -45,7 +48,7 @@ class SotRoTrunkImpl : public SotRoTrunk {
   size_t pageIndex() const { return position_ / pageSize(); }
   uint32_t pageOffset() const { return position_ % pageSize(); }
   size_t pagesHeld(size_t index) const;
-  uint64_t bytesHeld() const;
+  uint64_t bytesReadable() const;
   size_t runLength(size_t index, uint64_t pagesWanted) const;
 
   Pool& pool_;
@@ -84,7 +87,7 @@ bool SotRoTrunkImpl<Pool>::seek(unsigned long offset, int whence) {
 
 template <class Pool>
 unsigned int SotRoTrunkImpl<Pool>::read(char* buffer, unsigned int n) {
-  n = static_cast<unsigned int>(std::min<uint64_t>(n, bytesHeld()));
+  n = static_cast<unsigned int>(std::min<uint64_t>(n, bytesReadable()));
   size_t index = pageIndex();
   uint32_t offset = pageOffset();
   unsigned int done = 0;
@@ -105,7 +108,13 @@ unsigned int SotRoTrunkImpl<Pool>::read(char* buffer, unsigned int n) {
 
 template <class Pool>
 unsigned int SotRoTrunkImpl<Pool>::bytesLeft() const {
-  return static_cast<unsigned int>(std::min<uint64_t>({bytesHeld(), pool_.fileSize(), UINT32_MAX}));
+  return static_cast<unsigned int>(std::min<uint64_t>({bytesReadable(), pool_.fileSize(), UINT32_MAX}));
+}
+
+template <class Pool>
+unsigned int SotRoTrunkImpl<Pool>::bytesHeld() const {
+  const uint64_t chainBytes = pages_.size() * uint64_t{pageSize()};
+  return static_cast<unsigned int>(std::min<uint64_t>({chainBytes, pool_.fileSize(), UINT32_MAX}));
 }
 
 template <class Pool>
@@ -124,8 +133,9 @@ size_t SotRoTrunkImpl<Pool>::pagesHeld(size_t index) const {
   return (next == changes_.end() ? pages_.size() : *next) - index;
 }
 
+/// Count of bytes from the position on, up to the first page that the file does not hold.
 template <class Pool>
-uint64_t SotRoTrunkImpl<Pool>::bytesHeld() const {
+uint64_t SotRoTrunkImpl<Pool>::bytesReadable() const {
   const size_t pages = pagesHeld(pageIndex());
   return pages ? pages * uint64_t{pageSize()} - pageOffset() : 0;
 }

@@ -63,6 +63,14 @@ unsigned int KROStreamAdaptor::BytesLeft() const {
   return stream_ ? stream_->bytesLeft() : 0;
 }
 
+unsigned int KROStreamAdaptor::ReadHeld(void* buffer, unsigned int size) {
+  return stream_ && buffer ? stream_->readHeld(static_cast<char*>(buffer), size) : 0;
+}
+
+unsigned int KROStreamAdaptor::BytesHeld() const {
+  return stream_ ? stream_->bytesHeld() : 0;
+}
+
 Status KROStreamAdaptor::QueryInterface(const _GUID&, void**) {
   return Status::kNotImplemented;
 }

@@ -30,6 +30,8 @@ class KROStreamAdaptor final : public IStream {
   Status Stat(tagSTATSTG* stat, unsigned int flags) override;
   Status Clone(IStream** copy) override;
   unsigned int BytesLeft() const override;
+  unsigned int ReadHeld(void* buffer, unsigned int size) override;
+  unsigned int BytesHeld() const override;
 
  private:
   ~KROStreamAdaptor() = default;

@@ -68,7 +68,7 @@ class KDRTableStrm : public KDRFib {
   /// missing reads as zero. kNothing, and no bytes, for a table that overlaps others too often.
   Status getRecord(KDRTableRecord* out, uint32_t index, ChainAllocator& allocator) const;
   /// Bytes that the stream holds.
-  uint64_t bytes() const { return uint64_t{table_.tell()} + table_.bytesLeft(); }
+  uint64_t bytes() const { return table_.bytesHeld(); }
   /// Bytes that can be read from `position` on at most. Throws an int if it lies outside the stream.
   uint32_t bytesLeftAt(uint32_t position) const;
 

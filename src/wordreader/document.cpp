@@ -46,11 +46,8 @@ void KDRDocument::Close() {
 }
 
 uint64_t KDRDocument::GetStreamBytes() const {
-  const auto bytesOf = [](const DsMemReadArchive& stream) {
-    return uint64_t{stream.tell()} + stream.bytesLeft();
-  };
-  return bytesOf(docFile_.getWordDocumentStrm()) + docFile_.getTableStrm().bytes() +
-         bytesOf(docFile_.getDataStrm());
+  return uint64_t{docFile_.getWordDocumentStrm().bytesHeld()} + docFile_.getTableStrm().bytes() +
+         docFile_.getDataStrm().bytesHeld();
 }
 
 Status KDRDocument::GetRecInfo(uint32_t fibIndex, mso_word::FCLCB* out) const {

@@ -79,7 +79,8 @@ ByteView _KDRFkpx<Fkp, Bin>::PageBytes(uint32_t pageNumber) const {
     word.seek(static_cast<long>(offset), 0);
     if (!page) page = std::make_unique<Page>();
     page->number = number;
-    const uint32_t arrived = word.get(page->bytes, kFkpPageSize);
+    // To the page's end, even if the stream's size lies before it: without its last byte it has no entries.
+    const uint32_t arrived = word.getHeld(page->bytes, kFkpPageSize);
     std::memset(page->bytes + arrived, 0, kFkpPageSize - arrived);
   }
   return ByteView(page->bytes, kFkpPageSize);

@@ -13,18 +13,13 @@ constexpr uint32_t kBlock = 4096;  // characters that are read at a time
 constexpr uint32_t kRunEntry = 4 + sizeof(unsigned char);
 constexpr uint32_t kParagraphEntry = 4 + sizeof(mso_word::FKP_BX);
 
-/// Bytes that are there, whatever the file claims.
-uint64_t sizeOf(DsMemReadArchive& stream) {
-  return uint64_t{stream.tell()} + stream.bytesLeft();
-}
-
 }  // namespace
 
 _KDRScanner::_KDRScanner(const KDRDocument& document, std::array<_SubDoc, mso_word::kSubDocCount>& subDocs)
     : document_(document),
       word_(document.GetDocFile().getWordDocumentStrm()),
       subDocs_(subDocs),
-      streamBytes_(sizeOf(word_)),
+      streamBytes_(word_.bytesHeld()),
       sprms_(document.GetAllocator(), streamBytes_),
       charactersLeft_(streamBytes_) {}
 

@@ -20,9 +20,8 @@ ByteView KDRPlcfsed::PropertyList(uint32_t fcSepx, const KDRDocument& document) 
   uint16_t size = 0;
   word.get16u(size);
   // Lists of a sound file do not overlap, so all of them together fit into the stream.
-  const uint64_t streamSize = uint64_t{word.tell()} + word.bytesLeft();
   ByteView list;
-  if (size <= streamSize - listBytes_) list = ReadBytes(word, size, document.GetAllocator());
+  if (size <= word.bytesHeld() - listBytes_) list = ReadBytes(word, size, document.GetAllocator());
   listBytes_ += list.size();
   listByOffset_.emplace(fcSepx, list);
   return list;

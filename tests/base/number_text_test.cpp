@@ -123,6 +123,26 @@ TEST(NumberText, IntegersReachTheirLimits) {
   EXPECT_STREQ(numbered("std", 12).c_str(), "std12");
 }
 
+TEST(NumberText, IntegersOfEveryLengthComeOut) {
+  for (unsigned long long value = 1; value < UINT64_MAX / 10; value = value * 10 + value % 7) {
+    for (unsigned long long each : {value - 1, value, value * 10 - 1})
+      EXPECT_EQ(NumberText().appendUnsigned(each).c_str(), std::to_string(each));
+  }
+}
+
+TEST(NumberText, ANumberThatDoesNotFitIsCut) {
+  FixedText<32> text;
+  text.append("01234567890123456789012345").appendUnsigned(987654);
+  EXPECT_STREQ(text.c_str(), "0123456789012345678901234598765");
+  EXPECT_STREQ(text.appendUnsigned(1).c_str(), "0123456789012345678901234598765");
+}
+
+TEST(NumberText, ANumberThatJustFitsIsWhole) {
+  FixedText<32> text;
+  text.append("0123456789012345678901234").appendUnsigned(987654);
+  EXPECT_STREQ(text.c_str(), "0123456789012345678901234987654");
+}
+
 TEST(NumberText, AWordColourHasRedInTheLowByte) {
   EXPECT_STREQ(wordColour(0xFF0AB1C2).c_str(), "#C2B10A");
 }

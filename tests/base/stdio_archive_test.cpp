@@ -77,8 +77,9 @@ TEST(StdioAdapter, ClosesOnce) {
 }
 
 TEST(DsWriteArchive, CreatesTheFile) {
+  OutputFiles files;
   TempFolder folder;
-  DsWriteArchive archive(folder.path("new").c_str());
+  DsWriteArchive archive(files, folder.path("new").c_str());
   ASSERT_TRUE(archive.good());
   EXPECT_EQ(archive.put("text", 4), 4u);
   archive.close();
@@ -86,42 +87,47 @@ TEST(DsWriteArchive, CreatesTheFile) {
 }
 
 TEST(DsWriteArchive, TruncatesAFileThatIsThere) {
+  OutputFiles files;
   TempFolder folder;
   folder.write("old", std::string("long content"));
-  DsWriteArchive(folder.path("old").c_str()).put("x", 1);
+  DsWriteArchive(files, folder.path("old").c_str()).put("x", 1);
   EXPECT_EQ(folder.read("old"), "x");
 }
 
 TEST(DsWriteArchive, GoesOnWithTheNextFile) {
+  OutputFiles files;
   TempFolder folder;
-  DsWriteArchive archive(folder.path("first").c_str());
+  DsWriteArchive archive(files, folder.path("first").c_str());
   archive.put("1", 1);
   EXPECT_TRUE(archive.open(folder.path("second").c_str()));
   EXPECT_EQ(folder.read("first"), "1");
 }
 
 TEST(DsWriteArchive, IsBadWhenTheFileCannotBeCreated) {
+  OutputFiles files;
   TempFolder folder;
-  EXPECT_FALSE(DsWriteArchive(folder.path("no/such/folder").c_str()).good());
-  EXPECT_FALSE(DsWriteArchive().good());
-  EXPECT_FALSE(DsWriteArchive(static_cast<const char*>(nullptr)).good());
-  EXPECT_FALSE(DsWriteArchive(static_cast<const wchar_t*>(nullptr)).good());
+  EXPECT_FALSE(DsWriteArchive(files, folder.path("no/such/folder").c_str()).good());
+  EXPECT_FALSE(DsWriteArchive(files).good());
+  EXPECT_FALSE(DsWriteArchive(files, static_cast<const char*>(nullptr)).good());
+  EXPECT_FALSE(DsWriteArchive(files, static_cast<const wchar_t*>(nullptr)).good());
 }
 
 TEST(DsWriteArchive, TakesAWidePathThroughTheChineseLocale) {
+  OutputFiles files;
   LocaleGuard guard;
   if (!std::setlocale(LC_ALL, "zh_CN.UTF-8")) GTEST_SKIP() << "the locale is not installed";
   std::setlocale(LC_ALL, "C");
   TempFolder folder;
   const std::string stem = folder.path() + "/";
-  DsWriteArchive archive((std::wstring(stem.begin(), stem.end()) + L"\u6587\u4ef6").c_str());
+  DsWriteArchive archive(files, (std::wstring(stem.begin(), stem.end()) + L"\u6587\u4ef6").c_str());
   EXPECT_TRUE(archive.good());
   EXPECT_TRUE(folder.exists("\xE6\x96\x87\xE4\xBB\xB6"));
   EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "zh_CN.UTF-8") << "the locale stays set";
 }
 
 TEST(DsWriteArchive, IsBadForAWidePathThatHasNoNarrowForm) {
+  OutputFiles files;
   LocaleGuard guard;
   const wchar_t loneSurrogate[] = {static_cast<wchar_t>(0xD800), 0};
-  EXPECT_FALSE(DsWriteArchive(loneSurrogate).good());
+  EXPECT_FALSE(DsWriteArchive(files, loneSurrogate).good());
 }

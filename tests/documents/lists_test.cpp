@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "documents/converted.h"
-#include "htmlwriter/list_number.h"
+#include "numformat/number_format_service.h"
+#include "story/list_counts.h"
+#include "story/list_number.h"
 
 namespace {
 
@@ -261,10 +263,11 @@ TEST(ListNumberFormat, TheFormatStringNamesSystemAndZeros) {
 }
 
 TEST(ListNumberFormat, BulletsHaveNoNumber) {
+  NumberFormatService formats;
   std::wstring text = L"left over";
-  EXPECT_EQ(pagerex::TxFormatNum(1, 23, &text), Status::kNothing);
+  EXPECT_EQ(pagerex::TxFormatNum(formats, 1, 23, &text), Status::kNothing);
   EXPECT_EQ(text, L"");
-  EXPECT_EQ(pagerex::TxFormatNum(1, 0, nullptr), Status::kFailure);
+  EXPECT_EQ(pagerex::TxFormatNum(formats, 1, 0, nullptr), Status::kFailure);
 }
 
 }  // namespace

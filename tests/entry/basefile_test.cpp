@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+#include "base/output_files.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -71,11 +72,12 @@ TEST(SplitPath, ANullPathGivesNothing) {
 TEST(CreateFile, MakesAnEmptyFileOrEmptiesOne) {
   TempFolder folder;
   folder.write("old", std::string("content"));
-  EXPECT_TRUE(basefile::CreateFile(folder.path("old").c_str()));
-  EXPECT_TRUE(basefile::CreateFile(folder.path("new").c_str()));
+  OutputFiles files;
+  EXPECT_TRUE(basefile::CreateFile(files, folder.path("old").c_str()));
+  EXPECT_TRUE(basefile::CreateFile(files, folder.path("new").c_str()));
   EXPECT_EQ(folder.read("old") + folder.read("new"), "");
-  EXPECT_FALSE(basefile::CreateFile(folder.path("no/new").c_str()));
-  EXPECT_FALSE(basefile::CreateFile(nullptr));
+  EXPECT_FALSE(basefile::CreateFile(files, folder.path("no/new").c_str()));
+  EXPECT_FALSE(basefile::CreateFile(files, nullptr));
 }
 
 TEST(CreateDir, MakesAllMissingFolders) {

@@ -11,7 +11,7 @@ namespace {
 /// An archive on a file of its own.
 class Output {
  public:
-  Output() { EXPECT_EQ(CreateHtmlWriterArchive(&archive_, path().c_str()), Status::kOk); }
+  Output() { EXPECT_EQ(CreateHtmlWriterArchive(&archive_, files_, path().c_str()), Status::kOk); }
   ~Output() { DeleteHtmlWriterArchive(archive_); }
   IWriteArchive* operator->() { return archive_; }
   std::string path(const char* name = "a.htm") const { return folder_.path(name); }
@@ -24,6 +24,7 @@ class Output {
 
  private:
   support::TempFolder folder_;
+  OutputFiles files_;
   IWriteArchive* archive_ = nullptr;
 };
 
@@ -248,6 +249,18 @@ TEST(ArchiveBulkText, GivesTheBytesOfACallForEachCharacter) {
   EXPECT_EQ(bulk.text(), single.text());
 }
 
+TEST(ArchiveBulkText, LongerTextThanTheBufferComesOutWhole) {
+  std::u16string text;
+  std::string expected;
+  for (int i = 0; i < 60000; ++i) {
+    text += u"words, \u4e2d\u00e9 & ";
+    expected += "words, \u4e2d\u00e9 &amp; ";
+  }
+  Output out;
+  out->AddTextEx(units(text.data()), static_cast<unsigned int>(text.size()));
+  EXPECT_EQ(out.text(), expected);
+}
+
 TEST(ArchiveBulkText, ZerosAloneWriteNothing) {
   const unsigned short zeros[3] = {};
   Output out;
@@ -377,6 +390,26 @@ TEST(ArchiveBuffer, ATextThatDoesNotFitFillsItFirst) {
   EXPECT_EQ(out.text(), text + "abc");
 }
 
+TEST(ArchiveBuffer, MarkupAndTextMayMeetItsEndAnywhere) {
+  for (int left = 0; left < 160; ++left) {
+    const std::string before(static_cast<size_t>(524288 - left), 'x');
+    Output out;
+    out->_Put(before.data(), static_cast<int>(before.size()));
+    out->BeginElement("shape", "v");
+    out->AddAttribute("class", "std1");
+    out->AddAttribute("spt", 75, "o");
+    out->AddCssProp("mso-table-layout-alt", "fixed");
+    out->AddCssProp("font-family", "Arial", "'");
+    out->EndCssStyle();
+    out->AddContentEx(units(u"a  \u4e2d<b>"));
+    out->EndElement("shape", "v");
+    ASSERT_EQ(out.text(), before +
+                              "<v:shape class=\"std1\" o:spt=\"75\" style=\"mso-table-layout-alt:fixed;"
+                              "font-family:'Arial';\">a &nbsp;\u4e2d&lt;b&gt</v:shape>")
+        << left;
+  }
+}
+
 TEST(ArchiveBuffer, ANegativeLengthAndANullTextWriteNothing) {
   Output out;
   out->_Put("abc", -1);
@@ -394,6 +427,16 @@ TEST(ArchiveFile, WhatIsWrittenWhileClosedIsDropped) {
   EXPECT_TRUE(out->WriteArchiveIsOk());
   out->Close();
   EXPECT_EQ(out.text(), "a");
+}
+
+TEST(ArchiveFile, ASpaceWrittenWhileClosedIsRemembered) {
+  Output out;
+  out->Close();
+  out->AddContentEx(units(u"a "));
+  ASSERT_EQ(out->Open(out.path("b.htm").c_str()), Status::kOk);
+  out->AddContentEx(units(u" b"));
+  out->Close();
+  EXPECT_EQ(out.onDisk("b.htm"), "&nbsp;b");
 }
 
 TEST(ArchiveFile, OpenTagsAndSpacesOutliveAChangeOfFile) {
@@ -416,7 +459,8 @@ TEST(ArchiveFile, TheNextFileGetsOnlyItsOwnBytes) {
 }
 
 TEST(ArchiveFile, AFailedOpenOfTheFirstFileLeavesNoFileObject) {
-  KHtmlWriterArchive* const archive = new KHtmlWriterArchive;
+  OutputFiles files;
+  KHtmlWriterArchive* const archive = new KHtmlWriterArchive(files);
   EXPECT_EQ(archive->Open("/nowhere/at/all"), Status::kNothing);
   EXPECT_FALSE(archive->WriteArchiveIsOk());
   archive->Put("dropped");
@@ -441,10 +485,11 @@ TEST(ArchiveFile, WidePathsArePossible) {
 }
 
 TEST(ArchiveFactory, RefusesANullTargetAndAPathThatCannotBeCreated) {
+  OutputFiles files;
   IWriteArchive* archive = nullptr;
-  EXPECT_EQ(CreateHtmlWriterArchive(nullptr, "/tmp/x"), Status::kInvalidArgument);
-  EXPECT_EQ(CreateHtmlWriterArchive(&archive, "/nowhere/at/all"), Status::kInvalidArgument);
-  EXPECT_EQ(CreateHtmlWriterArchive(&archive, nullptr), Status::kInvalidArgument);
+  EXPECT_EQ(CreateHtmlWriterArchive(nullptr, files, "/tmp/x"), Status::kInvalidArgument);
+  EXPECT_EQ(CreateHtmlWriterArchive(&archive, files, "/nowhere/at/all"), Status::kInvalidArgument);
+  EXPECT_EQ(CreateHtmlWriterArchive(&archive, files, nullptr), Status::kInvalidArgument);
   EXPECT_EQ(archive, nullptr);
   DeleteHtmlWriterArchive(nullptr);
 }

@@ -28,6 +28,16 @@ class CurrentFolder {
   fs::path before_;
 };
 
+struct Output {
+  OutputFiles files;
+  ObjectWriter::ShapeScripts scripts;
+};
+
+/// A writer with an output of its own.
+struct Writer : private Output, public KHtmlWriter {
+  Writer() : KHtmlWriter(files, scripts) {}
+};
+
 WordDocument documentWithHeading() {
   WordDocument document;
   document.style(1, support::Style().name("heading 1").basedOn(0));
@@ -42,7 +52,7 @@ TEST(HtmlWriterInit, RefusesNullsAndInvalidViews) {
   const support::TempFolder folder;
   const std::string path = folder.path("x.htm");
   const KDRDocument document;
-  KHtmlWriter writer;
+  Writer writer;
   EXPECT_EQ(writer.Init(nullptr, path.c_str(), pagerex::VIEW_NORMAL, -1, nullptr), Status::kInvalidArgument);
   EXPECT_EQ(writer.Init(&document, nullptr, pagerex::VIEW_NORMAL, -1, nullptr), Status::kInvalidArgument);
   EXPECT_EQ(writer.Init(&document, path.c_str(), pagerex::VIEW_INVALID, -1, nullptr),
@@ -56,18 +66,18 @@ TEST(HtmlWriterInit, TruncatesTheMainFileAtOnce) {
   const support::TempFolder folder;
   folder.write("x.htm", std::string("old"));
   const KDRDocument document;
-  KHtmlWriter writer;
+  Writer writer;
   EXPECT_EQ(writer.Init(&document, folder.path("x.htm").c_str(), pagerex::VIEW_PHONE, 7, nullptr),
             Status::kOk);
   EXPECT_EQ(folder.read("x.htm"), "");
-  EXPECT_EQ(writer.filesDir, folder.path("x.files"));
-  EXPECT_EQ(writer.pageSize, 7);
+  EXPECT_EQ(writer.env().conversion->filesDir, folder.path("x.files"));
+  EXPECT_EQ(writer.env().pageSize, 7);
 }
 
 TEST(HtmlWriterInit, MayBeRepeatedWithAnotherFile) {
   const support::TempFolder folder;
   const KDRDocument document;
-  KHtmlWriter writer;
+  Writer writer;
   EXPECT_EQ(writer.Init(&document, folder.path("a.htm").c_str(), pagerex::VIEW_PREVIEW, 1, nullptr),
             Status::kOk);
   EXPECT_EQ(writer.Init(&document, folder.path("b.htm").c_str(), pagerex::VIEW_PREVIEW, 1, nullptr),
@@ -76,7 +86,7 @@ TEST(HtmlWriterInit, MayBeRepeatedWithAnotherFile) {
 }
 
 TEST(HtmlWriterWrite, IsRefusedBeforeInit) {
-  EXPECT_EQ(KHtmlWriter().Write(), Status::kInvalidArgument);
+  EXPECT_EQ(Writer().Write(), Status::kInvalidArgument);
 }
 
 TEST(Output, ThePreviewIsTheMainFileAlone) {

@@ -2,6 +2,7 @@
 
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/env.h"
+#include "story/colour.h"
 #include "support/markup.h"
 
 namespace pagerex {
@@ -172,8 +173,12 @@ TEST(Colours, ThePaletteHasSeventeenEntries) {
 }
 
 TEST(BaseFontSize, FallsBackWithoutStyleOrEntry) {
-  KEnv env;
-  (*env.styleFontSizes)[3] = 14.5f;
+  OutputFiles files;
+  KHtmlConversionEnv conversion(files);
+  conversion.styleFontSizes = {-1, -1, 0, 14.5f, -1};
+  const KEnv env(conversion);
+  EXPECT_EQ(GetBaseFontSize(&env, 1, 10.5f), 10.5f);
+  EXPECT_EQ(GetBaseFontSize(&env, 2, 10.5f), 0.0f);
   EXPECT_EQ(GetBaseFontSize(&env, 3, 10.5f), 14.5f);
   EXPECT_EQ(GetBaseFontSize(&env, 4, 10.5f), 10.5f);
   EXPECT_EQ(GetBaseFontSize(&env, 4095, 11.0f), 11.0f);

@@ -23,16 +23,18 @@ void addTitle(KHtmlNavigationPageWriter& root, unsigned cp, unsigned level, cons
 }
 
 TEST(Navigation, WithoutItemsNoPageIsWritten) {
+  OutputFiles files;
   support::TempFolder folder;
   KHtmlNavigationPageWriter root;
-  EXPECT_EQ(root.Write(folder.path("navigation.html").c_str(), "main", "1.htm"), Status::kNothing);
+  EXPECT_EQ(root.Write(files, folder.path("navigation.html").c_str(), "main", "1.htm"), Status::kNothing);
   EXPECT_TRUE(folder.files().empty());
 }
 
 TEST(Navigation, APageThatCannotBeMadeIsAFailure) {
+  OutputFiles files;
   KHtmlNavigationPageWriter root;
   addTitle(root, 0, 1, "x");
-  EXPECT_EQ(root.Write("/nowhere/navigation.html", "main", "1.htm"), Status::kFailure);
+  EXPECT_EQ(root.Write(files, "/nowhere/navigation.html", "main", "1.htm"), Status::kFailure);
 }
 
 TEST(Navigation, AHeadingIsALinkToItsAnchor) {
@@ -100,10 +102,11 @@ TEST(Navigation, AHeadingWithoutTextStillHasItsEntry) {
 }
 
 TEST(Navigation, TheWholePage) {
+  OutputFiles files;
   support::TempFolder folder;
   KHtmlNavigationPageWriter root;
   addTitle(root, 0, 1, "T");
-  ASSERT_EQ(root.Write(folder.path("navigation.html").c_str(), "main", "1.htm"), Status::kOk);
+  ASSERT_EQ(root.Write(files, folder.path("navigation.html").c_str(), "main", "1.htm"), Status::kOk);
   EXPECT_EQ(
       folder.read("navigation.html"),
       "<html><head><script language=\"JavaScript\" src=\"shapejs.js\"></script>"

@@ -19,8 +19,8 @@ class WrittenStory {
   explicit WrittenStory(const WordDocument& document, VIEW view = VIEW_NORMAL,
                         mso_word::SUBDOC_TYPE type = mso_word::SUBDOC_MAIN)
       : opened_(document) {
-    env.document = &*opened_;
-    env.archive = archive.get();
+    conversion_.document = &*opened_;
+    conversion_.archive = archive.get();
     env.view = view;
     env.pageSize = 100;
     EXPECT_EQ(KWriterFactory::CreateWriterByView(env, type), Status::kOk);
@@ -28,17 +28,23 @@ class WrittenStory {
   ~WrittenStory() { KWriterFactory::ReleaseWriterByView(env); }
 
   Status WriteRange(unsigned int start, unsigned int end) {
-    return env.writers.textStream->Write(start, end);
+    return env.writers->textStream->Write(start, end);
   }
   /// Writes the first run as far as it lies in these positions.
   Status WriteRun(uint32_t start, uint32_t end) {
     env.pap.papStart = env.streamStart = start;
     env.pap.papEnd = env.streamEnd = end;
-    return env.writers.chp->Write(0);
+    return env.writers->chp->Write(0);
   }
 
   RecordingArchive archive;
-  KEnv env;
+
+ private:
+  OutputFiles files_;
+  KHtmlConversionEnv conversion_{files_};
+
+ public:
+  KEnv env{conversion_};
 
  private:
   support::OpenedDocument opened_;

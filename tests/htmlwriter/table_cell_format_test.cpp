@@ -3,6 +3,7 @@
 
 #include "htmlwriter/cell_format.h"
 #include "htmlwriter/cell_format_css.h"
+#include "story/colour.h"
 #include "support/sprms.h"
 #include "table_test_support.h"
 

@@ -68,8 +68,8 @@ class PlainTableWriter {
     tables_.emplace_back();
     TableStyle style;
     Scan(index, style);
-    env_.archive->BeginElement("table");
-    WriteTableFormat(style, env_.archive);
+    env_.conversion->archive->BeginElement("table");
+    WriteTableFormat(style, env_.conversion->archive);
   }
 
   void Scan(uint32_t index, TableStyle& style) {
@@ -142,11 +142,11 @@ class PlainTableWriter {
     if (table.inCell) return;
     if (!table.inRow) {
       table.inRow = true;
-      env_.archive->BeginElement("tr");
+      env_.conversion->archive->BeginElement("tr");
       if (!table.heights.empty()) {
         const int height = std::abs(int{table.heights.front()});
         table.heights.pop_front();
-        if (height) env_.archive->AddAttribute("height", height / 20 * 4 / 3);
+        if (height) env_.conversion->archive->AddAttribute("height", height / 20 * 4 / 3);
       }
     }
     if (table.cells.empty()) return;
@@ -154,26 +154,26 @@ class PlainTableWriter {
     const CELL_FORMAT cell = table.cells.front();
     table.cells.pop_front();
     for (int32_t gap = cell.column - table.nextColumn - 1; gap > 0; --gap) {
-      env_.archive->BeginElement("td");
-      env_.archive->EndElement("td");
+      env_.conversion->archive->BeginElement("td");
+      env_.conversion->archive->EndElement("td");
     }
     table.nextColumn = cell.column + static_cast<int32_t>(cell.colSpan);
-    env_.archive->BeginElement("td");
-    env_.archive->AddAttribute("width", cell.width / 20 * 4 / 3);
-    if (cell.rowSpan > 1) env_.archive->AddAttribute("rowspan", static_cast<int>(cell.rowSpan));
-    if (cell.colSpan > 1) env_.archive->AddAttribute("colspan", static_cast<int>(cell.colSpan));
+    env_.conversion->archive->BeginElement("td");
+    env_.conversion->archive->AddAttribute("width", cell.width / 20 * 4 / 3);
+    if (cell.rowSpan > 1) env_.conversion->archive->AddAttribute("rowspan", static_cast<int>(cell.rowSpan));
+    if (cell.colSpan > 1) env_.conversion->archive->AddAttribute("colspan", static_cast<int>(cell.colSpan));
     if (cell.tc) {
       const int alignment = cell.tc->flags0 >> 7 | (cell.tc->flags1 & 1) << 1;
-      if (alignment == 0) env_.archive->AddAttribute("valign", "top");
-      if (alignment == 2) env_.archive->AddAttribute("valign", "bottom");
+      if (alignment == 0) env_.conversion->archive->AddAttribute("valign", "top");
+      if (alignment == 2) env_.conversion->archive->AddAttribute("valign", "bottom");
     }
-    WriteCellCss(cell, env_.archive);
+    WriteCellCss(cell, env_.conversion->archive);
   }
 
   void EndCell() {
     if (tables_.empty() || !tables_.back().inCell) return;
     tables_.back().inCell = false;
-    env_.archive->EndElement("td");
+    env_.conversion->archive->EndElement("td");
   }
 
   void EndRow() {
@@ -181,13 +181,13 @@ class PlainTableWriter {
     if (!tables_.back().inRow) return;
     EndCell();
     tables_.back().inRow = false;
-    env_.archive->EndElement("tr");
+    env_.conversion->archive->EndElement("tr");
   }
 
   void EndTable() {
     if (tables_.back().inRow) EndRow();
     tables_.pop_back();
-    env_.archive->EndElement("table");
+    env_.conversion->archive->EndElement("table");
   }
 
   KEnv& env_;

@@ -17,7 +17,7 @@ namespace pagerex {
 class RecordingArchive {
  public:
   RecordingArchive() {
-    if (failed(CreateHtmlWriterArchive(&archive_, folder_.path("out.htm").c_str()))) {
+    if (failed(CreateHtmlWriterArchive(&archive_, files_, folder_.path("out.htm").c_str()))) {
       throw std::runtime_error("no archive");
     }
   }
@@ -35,6 +35,7 @@ class RecordingArchive {
 
  private:
   support::TempFolder folder_;
+  OutputFiles files_;
   IWriteArchive* archive_ = nullptr;
 };
 
@@ -47,8 +48,8 @@ class TableStory {
     if (failed(document_.OpenDocument(folder_.path("in.doc").c_str(), 0))) {
       throw std::runtime_error("the document does not open");
     }
-    env.document = &document_;
-    env.archive = archive.get();
+    conversion_.document = &document_;
+    conversion_.archive = archive.get();
     env.textPool = &document_.GetTextPool(mso_word::SUBDOC_MAIN);
     env.plcfPap = &document_.GetPlcfPap(mso_word::SUBDOC_MAIN);
     writer.Init(&env);
@@ -80,7 +81,13 @@ class TableStory {
   }
 
   RecordingArchive archive;
-  KEnv env;
+
+ private:
+  OutputFiles files_;
+  KHtmlConversionEnv conversion_{files_};
+
+ public:
+  KEnv env{conversion_};
   KHtmlTableWriter writer;
 
  private:
@@ -94,7 +101,7 @@ class ManyParagraphs {
   ManyParagraphs() {
     env.plcfPap = &paragraphs_;
     env.textPool = &text_;
-    env.archive = archive.get();
+    conversion_.archive = archive.get();
   }
   void Add(const support::Sprms& sprms, char character = 'x') {
     support::Bytes& papx = papxs_.emplace_back(support::Bytes{0, 0});
@@ -125,7 +132,13 @@ class ManyParagraphs {
   uint32_t count() const { return count_; }
 
   RecordingArchive archive;
-  KEnv env;
+
+ private:
+  OutputFiles files_;
+  KHtmlConversionEnv conversion_{files_};
+
+ public:
+  KEnv env{conversion_};
 
  private:
   std::deque<support::Bytes> papxs_;

@@ -5,16 +5,17 @@
 set -euo pipefail
 cd "$1/src"
 
-# Folder, and what it may include beside itself. The two writers know each other: shapes hold text, text shapes.
+# Folder, and what it may include beside itself.
 order='
 base
 storage base
+numformat base pagerex
 wordreader base storage
 drawing base storage wordreader
-htmlwriter base storage wordreader drawing objectwriter pagerex
-objectwriter base storage wordreader drawing htmlwriter pagerex
-numformat base pagerex
-entry base storage wordreader drawing htmlwriter objectwriter pagerex
+story base storage wordreader drawing numformat pagerex
+objectwriter base storage wordreader drawing story pagerex
+htmlwriter base storage wordreader drawing story objectwriter pagerex
+entry base storage wordreader drawing story objectwriter htmlwriter pagerex
 '
 
 wrong=0

@@ -1,4 +1,4 @@
-#include "htmlwriter/work_limits.h"
+#include "story/work_limits.h"
 
 #include <gtest/gtest.h>
 
@@ -106,34 +106,29 @@ TEST(WorkLimits, GrowWithTheDocument) {
   EXPECT_EQ(KWorkLimits::MostOutputBytes(*opened) - KWorkLimits::MostOutputBytes(*small), 256u << 20);
 }
 
-TEST(WorkLimits, AreSharedByCopiesOfAnEnvironment) {
+TEST(WorkLimits, AreSharedByTheStoriesOfAConversion) {
   const OpenedDocument opened(smallDocument());
-  pagerex::KEnv env;
-  env.document = &*opened;
-  KWorkLimits& limits = WorkLimitsOf(env);
-  pagerex::KEnv copy(env);
-  EXPECT_EQ(&WorkLimitsOf(copy), &limits);
+  OutputFiles files;
+  pagerex::KHtmlConversionEnv conversion(files);
+  conversion.document = &*opened;
+  const pagerex::KEnv env(conversion);
+  const pagerex::KEnv nested = pagerex::KEnv::NestedIn(env);
+  EXPECT_EQ(&nested.conversion->Limits(), &env.conversion->Limits());
 }
 
-TEST(WorkLimits, AreMadeAnewForAnotherDocument) {
-  const OpenedDocument opened(smallDocument());
-  pagerex::KEnv env;
-  EXPECT_EQ(WorkLimitsOf(env).document(), nullptr);
-  env.document = &*opened;
-  EXPECT_EQ(WorkLimitsOf(env).document(), &*opened);
-}
-
-TEST(PendingNotes, StayBehindWhenAnEnvironmentIsCopied) {
-  pagerex::KEnv env;
-  env.pendingFootnotes.numbers = {1, 2, 3};
-  const pagerex::KEnv copy(env);
-  EXPECT_TRUE(copy.pendingFootnotes.numbers.empty());
-  EXPECT_EQ(env.pendingFootnotes.numbers.size(), 3u);
+TEST(PendingNotes, AreNotOwedByANestedStory) {
+  OutputFiles files;
+  pagerex::KHtmlConversionEnv conversion(files);
+  pagerex::KEnv env(conversion);
+  env.page.pendingFootnotes = {1, 2, 3};
+  EXPECT_TRUE(pagerex::KEnv::NestedIn(env).page.pendingFootnotes.empty());
+  EXPECT_EQ(env.page.pendingFootnotes.size(), 3u);
 }
 
 TEST(OutputLimit, CountsAllFilesOfAnArchive) {
   support::TempFolder folder;
-  const ArchivePtr archive = CreateOwnedArchive(folder.path("a").c_str());
+  OutputFiles files;
+  const ArchivePtr archive = CreateOwnedArchive(files, folder.path("a").c_str());
   archive->Put("12345");
   archive->Open(folder.path("b").c_str());
   archive->Put(std::string(1 << 20, 'x').c_str());
@@ -145,7 +140,8 @@ TEST(OutputLimit, PagesBringTheirOwnRoom) {
   const OpenedDocument opened(smallDocument());
   KWorkLimits limits(&*opened);
   support::TempFolder folder;
-  const ArchivePtr archive = CreateOwnedArchive(folder.path("a").c_str());
+  OutputFiles files;
+  const ArchivePtr archive = CreateOwnedArchive(files, folder.path("a").c_str());
   const uint64_t most = KWorkLimits::MostOutputBytes(*opened);
   while (archive->GetWrittenBytes() < most) archive->Put(std::string(1 << 16, 'x').c_str());
   EXPECT_TRUE(limits.OutputFull(*archive));

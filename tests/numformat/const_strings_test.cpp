@@ -233,11 +233,3 @@ TEST(ConstStrings, GivesEmptyTextsOutOfRange) {
     EXPECT_EQ(strings.GetPoint(area), L'.');
   }
 }
-
-TEST(ConstStrings, IsMarkedReadyOnce) {
-  KNFConstStrings fresh;
-  EXPECT_FALSE(fresh.IsInitialised());
-  fresh.InitStrings();
-  fresh.InitStrings();
-  EXPECT_TRUE(fresh.IsInitialised());
-}

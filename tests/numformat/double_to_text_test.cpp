@@ -429,22 +429,6 @@ TEST(ConvertDecimal, WritesAPlainNumber) {
   EXPECT_STREQ(text, L"-0.25");
 }
 
-TEST(ConvertDecimal, WritesSignDigitsAndExponent) {
-  wchar_t text[50];
-  EXPECT_EQ(_ConvertDecimal(1.5, 2, text, 50), 8);
-  EXPECT_STREQ(text, L"+1.50e+0");
-  _ConvertDecimal(-1234, 100, text, 50);
-  EXPECT_STREQ(text, L"-1.23400000000000000e+3");
-}
-
-TEST(ConvertDecimal, WritesASignedInteger) {
-  wchar_t text[50];
-  _ConvertDecimal(120l, text, 50l);
-  EXPECT_STREQ(text, L"+120");
-  _ConvertDecimal(-7l, text, 50l);
-  EXPECT_STREQ(text, L"-7");
-}
-
 TEST(ConvertDecimal, RefusesANegativeSize) {
   wchar_t text[2] = {L'#'};
   EXPECT_EQ(_ConvertDecimal_Gen(1, 0, text, LONG_MIN), -1);

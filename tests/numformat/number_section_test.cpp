@@ -148,10 +148,11 @@ TEST(Numbers, AreShownInPercent) {
 }
 
 TEST(Numbers, AreShownInPerMille) {
-  wchar_t* text = nullptr;
+  std::optional<std::wstring> text;
+  NFSTYLE style;
   const std::unique_ptr<KNFBase> section = perMille();
-  EXPECT_EQ(section->FormatNum(number(0.125), nullptr, &text, nullptr), Status::kOk);
-  EXPECT_EQ(take(text), L"125\xA1EB");
+  EXPECT_EQ(section->FormatNum(number(0.125), kDefaultParam, text, style), Status::kOk);
+  EXPECT_EQ(text, L"125\xA1EB");
   double value = 0.1256;
   EXPECT_EQ(section->FormatPrecision(value), Status::kOk);
   EXPECT_EQ(value, 0.126);

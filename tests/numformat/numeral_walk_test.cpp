@@ -223,11 +223,3 @@ TEST(CodePage, ReturnsWhatHasNoCharacterAsItIs) {
   EXPECT_EQ(pages._GetCodePageNumbe2(L'1', L"abc"), L'b');
   EXPECT_EQ(pages._GetCodePageNumbe2(L'1', nullptr), L'1');
 }
-
-TEST(CodePage, IsMarkedReadyOnce) {
-  KNFCodePage fresh;
-  EXPECT_FALSE(fresh.IsInitialised());
-  fresh.InitCodePage();
-  fresh.InitCodePage();
-  EXPECT_TRUE(fresh.IsInitialised());
-}

@@ -222,21 +222,16 @@ TEST(FallbackLine, HasNoBox) {
 
 // The script file. Its functions are written once in a process, so each of these runs in one of its own.
 
-/// Ends the process with 0 if `isRight`.
-template <class Check>
-void exitBy(Check isRight) {
-  std::exit(isRight() ? 0 : 1);
-}
-
-std::string scriptOf(std::initializer_list<Shape> shapes) {
+/// What the script file holds; "none" where it is not written.
+std::string scriptOf(std::initializer_list<Shape> shapes, ObjectWriter::ShapeScripts* scripts = nullptr) {
   support::drawing::Drawing drawing;
   uint32_t cp = 0;
   for (const Shape& shape : shapes) drawing.shape(cp++, shape);
   support::TempFolder folder;
   std::string script = "none";
   {
-    ObjectPage page(drawing);
-    page.objects().filesDir = folder.path();
+    ObjectPage page(drawing, scripts);
+    page.conversion().filesDir = folder.path();
     page.written([&](auto& writer) {
       for (uint32_t i = 0; i < cp; ++i) writer.WriteObject(i, false);
     });
@@ -245,33 +240,23 @@ std::string scriptOf(std::initializer_list<Shape> shapes) {
   return script;
 }
 
-class ShapeScript : public testing::Test {
- protected:
-  void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-};
-
-TEST_F(ShapeScript, HoldsEachFunctionOnce) {
-  EXPECT_EXIT(exitBy([] {
-                const std::string expected =
-                    std::string(ObjectWriter::kDrawLineScript) + ObjectWriter::kDrawEllipseScript;
-                return scriptOf({Shape(20, 1), Shape(20, 2), Shape(3, 3), Shape(3, 4)}) == expected;
-              }),
-              testing::ExitedWithCode(0), "");
+TEST(ShapeScript, HoldsEachFunctionOnce) {
+  EXPECT_EQ(scriptOf({Shape(20, 1), Shape(20, 2), Shape(3, 3), Shape(3, 4)}),
+            std::string(ObjectWriter::kDrawLineScript) + ObjectWriter::kDrawEllipseScript);
 }
 
-TEST_F(ShapeScript, IsNotWrittenWithoutNeed) {
-  EXPECT_EXIT(exitBy([] { return scriptOf({Shape(1)}) == "none"; }), testing::ExitedWithCode(0), "");
+TEST(ShapeScript, IsNotWrittenWithoutNeed) {
+  EXPECT_EQ(scriptOf({Shape(1)}), "none");
 }
 
-TEST_F(ShapeScript, IsWrittenByTheFirstConversionOfAProcess) {
-  EXPECT_EXIT(exitBy([] {
-                const bool first = scriptOf({Shape(3)}) == ObjectWriter::kDrawEllipseScript;
-                return first && scriptOf({Shape(3)}) == "none";
-              }),
-              testing::ExitedWithCode(0), "");
+TEST(ShapeScript, HoldsAFunctionOnlyInTheFirstOfTheConversionsThatShareTheirScripts) {
+  ObjectWriter::ShapeScripts scripts;
+  EXPECT_EQ(scriptOf({Shape(3)}, &scripts), ObjectWriter::kDrawEllipseScript);
+  EXPECT_EQ(scriptOf({Shape(3)}, &scripts), "none");
+  EXPECT_EQ(scriptOf({Shape(20)}, &scripts), ObjectWriter::kDrawLineScript);
 }
 
-TEST_F(ShapeScript, FunctionsTakeTheirArgumentsInThisOrder) {
+TEST(ShapeScript, FunctionsTakeTheirArgumentsInThisOrder) {
   EXPECT_EQ(std::string(ObjectWriter::kDrawEllipseScript)
                 .find("function drawEllipse(left,top,width,height,bw,bc,fc,opac)"),
             0u);
@@ -279,7 +264,7 @@ TEST_F(ShapeScript, FunctionsTakeTheirArgumentsInThisOrder) {
       std::string(ObjectWriter::kDrawLineScript).find("function drawLine(X0,  X1, Y0, Y1, color, size)"), 0u);
 }
 
-TEST_F(ShapeScript, EllipseIsOutlinedByOppositeDots) {
+TEST(ShapeScript, EllipseIsOutlinedByOppositeDots) {
   const std::string script = ObjectWriter::kDrawEllipseScript;
   std::string dots;
   for (size_t at = 0; (at = script.find("dot(", at)) != std::string::npos; ++at) {

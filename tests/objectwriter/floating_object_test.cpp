@@ -33,7 +33,7 @@ TEST(FloatingObject, IsWrittenTwice) {
 TEST(FloatingObject, ClosesAnOpenStartTag) {
   ObjectPage page(Drawing().shape(0, kShape, {.rect = kBox}));
   const std::string markup = page.written([&](auto& writer) {
-    page.objects().archive->BeginElement("p");
+    page.conversion().archive->BeginElement("p");
     writer.WriteObject(0, false);
   });
   EXPECT_EQ(markup.substr(0, 22), "<p><!--[if gte vml 1]>");

@@ -29,8 +29,9 @@ StoredImage imageOf(const Bytes& data, unsigned char type) {
 
 /// The bytes of the file that comes of an image.
 Bytes fileOf(const StoredImage& image) {
+  OutputFiles files;
   support::TempFolder folder;
-  EXPECT_EQ(ObjectWriter::WriteImageFile(image, folder.path("image").c_str()), Status::kOk);
+  EXPECT_EQ(ObjectWriter::WriteImageFile(image, files, folder.path("image").c_str()), Status::kOk);
   const std::string content = folder.read("image");
   return Bytes(content.begin(), content.end());
 }
@@ -121,17 +122,19 @@ TEST(ImageFile, WrongRawSizeIsWrittenAsStored) {
 }
 
 TEST(ImageFile, NeedsDataAndAPath) {
+  OutputFiles files;
   const Bytes data = {1};
-  EXPECT_EQ(ObjectWriter::WriteImageFile(StoredImage(), "x"), Status::kNothing);
-  EXPECT_EQ(ObjectWriter::WriteImageFile(imageOf(data, 6), nullptr), Status::kNothing);
+  EXPECT_EQ(ObjectWriter::WriteImageFile(StoredImage(), files, "x"), Status::kNothing);
+  EXPECT_EQ(ObjectWriter::WriteImageFile(imageOf(data, 6), files, nullptr), Status::kNothing);
 }
 
 TEST(ImageFile, TellsWhenItCannotBeOpened) {
+  OutputFiles files;
   const Bytes data = {1};
   support::TempFolder folder;
-  EXPECT_EQ(ObjectWriter::WriteImageFile(imageOf(data, 6), folder.path("none/image").c_str()),
+  EXPECT_EQ(ObjectWriter::WriteImageFile(imageOf(data, 6), files, folder.path("none/image").c_str()),
             Status::kCannotCreate);
-  EXPECT_EQ(ObjectWriter::WriteImageFile(imageOf(data, 6), ""), Status::kCannotCreate);
+  EXPECT_EQ(ObjectWriter::WriteImageFile(imageOf(data, 6), files, ""), Status::kCannotCreate);
 }
 
 TEST(Inflate, TellsWhatWentWrong) {

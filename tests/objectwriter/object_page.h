@@ -6,6 +6,7 @@
 #include "base/write_archive.h"
 #include "drawing/drawing.h"
 #include "htmlwriter/env.h"
+#include "htmlwriter/story_writer.h"
 #include "objectwriter/doc_object_writer.h"
 #include "support/drawing_writer.h"
 #include "support/opened_document.h"
@@ -16,21 +17,28 @@
 ///     ObjectPage page(Shape(1).props(Props().number(0x0181, 0xFF)));
 ///     EXPECT_EQ(page.written([&](auto& writer) { writer.WriteFillProp(page.shape()); }), "...");
 class ObjectPage {
+  struct NestedStories : pagerex::IStoryWriter {
+    explicit NestedStories(const pagerex::KEnv& mainText) : env(mainText) {}
+    void WriteStory(mso_word::SUBDOC_TYPE type, const KDWRange& range) override {
+      pagerex::WriteStory(env, type, range);
+    }
+    const pagerex::KEnv& env;
+  };
+
  public:
   using Writer = ObjectWriter::KDocHtmlObjectWriter;
   using Write = std::function<void(Writer&)>;
 
-  explicit ObjectPage(const support::WordDocument& document) : document_(document) {
-    objects_.document = &*document_;
-    objects_.inTable = &env_.inTable;
-    objects_.env = &env_;
-    objects_.filesDir = folder_.path();
-    objects_.name = "page";
-    env_.document = &*document_;
+  /// `scripts`: of the process, where another page shares them; null for the page's own.
+  explicit ObjectPage(const support::WordDocument& document, ObjectWriter::ShapeScripts* scripts = nullptr)
+      : document_(document), objects_(conversion_, scripts ? *scripts : ownScripts_, env_.inTable, stories_) {
+    conversion_.document = &*document_;
+    conversion_.filesDir = folder_.path();
     env_.view = pagerex::VIEW_NORMAL;
     writer_.Init(&objects_);
   }
-  explicit ObjectPage(const support::drawing::Drawing& drawing) : ObjectPage(documentOf(drawing)) {}
+  explicit ObjectPage(const support::drawing::Drawing& drawing, ObjectWriter::ShapeScripts* scripts = nullptr)
+      : ObjectPage(documentOf(drawing), scripts) {}
   /// One floating shape, anchored at position 0.
   explicit ObjectPage(const support::drawing::Shape& shape, const support::drawing::Place& place = {})
       : ObjectPage(support::drawing::Drawing().shape(0, shape, place)) {}
@@ -38,11 +46,10 @@ class ObjectPage {
   /// What `write` writes into the page.
   std::string written(const Write& write) {
     const std::string path = folder_.path("page.htm");
-    if (CreateHtmlWriterArchive(&objects_.archive, path.c_str()) != Status::kOk) return "no file";
-    env_.archive = objects_.archive;
+    if (CreateHtmlWriterArchive(&conversion_.archive, files_, path.c_str()) != Status::kOk) return "no file";
     write(writer_);
-    DeleteHtmlWriterArchive(objects_.archive);
-    objects_.archive = env_.archive = nullptr;
+    DeleteHtmlWriterArchive(conversion_.archive);
+    conversion_.archive = nullptr;
     return folder_.read("page.htm");
   }
 
@@ -53,6 +60,7 @@ class ObjectPage {
   void setInTable() { env_.inTable = 1; }
   const support::TempFolder& folder() const { return folder_; }
   ObjectWriter::KDocHtmlEnv& objects() { return objects_; }
+  pagerex::KConversionEnv& conversion() { return conversion_; }
   Writer& writer() { return writer_; }
 
  private:
@@ -65,7 +73,11 @@ class ObjectPage {
 
   support::TempFolder folder_;
   support::OpenedDocument document_;
-  pagerex::KEnv env_;
+  OutputFiles files_;
+  pagerex::KHtmlConversionEnv conversion_{files_};
+  pagerex::KEnv env_{conversion_};
+  NestedStories stories_{env_};
+  ObjectWriter::ShapeScripts ownScripts_;
   ObjectWriter::KDocHtmlEnv objects_;
   Writer writer_;
 };

@@ -203,7 +203,7 @@ TEST(Picture, NameStaysWhenTheFileCannotBeWritten) {
   pictures.drawing.blip(Blip{});
   pictures.frame(1).frame(1);
   ObjectPage page(pictures.drawing);
-  page.objects().filesDir += "/none";
+  page.conversion().filesDir += "/none";
   EXPECT_EQ(sourcesOf(page, 2), "image001.png image001.png ");
 }
 
@@ -212,7 +212,7 @@ TEST(Picture, PathTooLongForItsBufferIsNotCut) {
   pictures.drawing.blip(Blip{});
   pictures.frame(1);
   ObjectPage page(pictures.drawing);
-  page.objects().filesDir += std::string(300, '/');
+  page.conversion().filesDir += std::string(300, '/');
   EXPECT_EQ(sourcesOf(page, 1), "image001.png ");
   EXPECT_EQ(page.folder().files(), std::vector<std::string>{"page.htm"});
 }

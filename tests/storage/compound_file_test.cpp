@@ -244,6 +244,21 @@ TEST(CompoundFile, ReadsToTheChainsEndFromPastTheStreamsSize) {
   EXPECT_EQ(read(stream, 100), Bytes(20, 0));
 }
 
+TEST(CompoundFile, ReadsHeldBytesWhereTheStreamsSizeIsLess) {
+  CompoundFile file = CompoundFileWriter().stream(u"S", pattern(9000)).build();
+  file.setEntry(u"S", support::kEntrySize, uint32_t{5000});
+  OpenedFile opened(file);
+  const Stream stream = opened.stream(L"S");
+  EXPECT_EQ(stream->BytesHeld(), 9216u) << "18 pages";
+  seek(stream, 4990);
+  Bytes bytes(100);
+  EXPECT_EQ(stream->ReadHeld(bytes.data(), 100), 100u);
+  EXPECT_EQ(bytes, partOf(pattern(9000), 4990, 100));
+  EXPECT_EQ(tell(stream), 5090u);
+  EXPECT_EQ(stream->BytesHeld(), 9216u) << "wherever it stands";
+  EXPECT_EQ(stream->ReadHeld(nullptr, 100), 0u);
+}
+
 TEST(CompoundFile, StopsAtTheChainWhereTheClaimedSizeIsLarger) {
   CompoundFile file = CompoundFileWriter().stream(u"S", pattern(5120)).build();
   file.setEntry(u"S", support::kEntrySize, uint32_t{0xFFFFFFFF});

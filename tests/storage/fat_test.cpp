@@ -25,6 +25,7 @@ class BytesTrunk : public SotRoTrunk {
     return std::min(n, size_);
   }
   unsigned int bytesLeft() const override { return size_; }
+  unsigned int bytesHeld() const override { return size_; }
 
  private:
   const char* bytes_;

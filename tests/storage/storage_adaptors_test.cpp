@@ -28,6 +28,8 @@ class StandingStream : public IStreamBase {
   unsigned int read(char*, unsigned int) const override { return 0; }
   bool seek(long, int) override { return true; }
   unsigned int bytesLeft() const override { return 0; }
+  unsigned int readHeld(char*, unsigned int) const override { return 0; }
+  unsigned int bytesHeld() const override { return 0; }
 
  private:
   unsigned int position_;
@@ -137,6 +139,8 @@ TEST(StreamAdaptor, IsEmptyWithoutAStream) {
   EXPECT_EQ(adaptor->Stat(&stat, STATFLAG_NONAME), Status::kInvalidArgument);
   EXPECT_EQ(adaptor->Revert(), Status::kOk);
   EXPECT_EQ(adaptor->BytesLeft(), 0u);
+  EXPECT_EQ(adaptor->BytesHeld(), 0u);
+  EXPECT_EQ(adaptor->ReadHeld(nullptr, 0), 0u);
   EXPECT_EQ(adaptor->Release(), 0u);
 }
 

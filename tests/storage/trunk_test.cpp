@@ -117,6 +117,20 @@ TEST(Trunk, NeverClaimsMoreBytesThanTheFileIsLong) {
   EXPECT_EQ(of.trunk.bytesLeft(), 512u);
 }
 
+TEST(Trunk, HoldsTheBytesOfItsChainWhereverItStands) {
+  TrunkOf of({1, 2, 99, 3, -2});
+  EXPECT_EQ(of.trunk.bytesHeld(), 16u);
+  of.read(8);
+  EXPECT_EQ(of.trunk.bytesHeld(), 16u);
+  EXPECT_EQ(TrunkOf({-2}).trunk.bytesHeld(), 0u);
+}
+
+TEST(Trunk, HoldsNoMoreBytesThanTheFileHas) {
+  EXPECT_EQ(TrunkOf(std::vector<int>(128, 7)).trunk.bytesHeld(), 512u);
+  EXPECT_EQ(TrunkOf(std::vector<int>(129, 7)).trunk.bytesHeld(), 512u);
+  EXPECT_EQ(TrunkOf(std::vector<int>(127, 99)).trunk.bytesHeld(), 508u);
+}
+
 TEST(Trunk, KnowsWhetherItHoldsARange) {
   TrunkOf of({1, 2, 99, 3, -2});
   EXPECT_TRUE(of.trunk.holds(2, 6));

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/output_files.h"
 #include "base/write_archive.h"
 #include "support/temp_folder.h"
 
@@ -11,8 +12,10 @@ namespace support {
 template <class Write>
 std::string markupOf(Write write) {
   TempFolder folder;
+  OutputFiles files;
   IWriteArchive* archive = nullptr;
-  if (CreateHtmlWriterArchive(&archive, folder.path("page.htm").c_str()) != Status::kOk) return "no file";
+  if (CreateHtmlWriterArchive(&archive, files, folder.path("page.htm").c_str()) != Status::kOk)
+    return "no file";
   write(archive);
   DeleteHtmlWriterArchive(archive);
   return folder.read("page.htm");

@@ -109,6 +109,12 @@ class MemoryStream final : public IStream {
   unsigned int BytesLeft() const override {
     return static_cast<unsigned int>(content_.bytes.size() - position_);
   }
+  unsigned int ReadHeld(void* buffer, unsigned int size) override {
+    unsigned long read = 0;
+    Read(buffer, size, &read);
+    return static_cast<unsigned int>(read);
+  }
+  unsigned int BytesHeld() const override { return static_cast<unsigned int>(content_.bytes.size()); }
 
   Status QueryInterface(const _GUID&, void**) override { return Status::kNotImplemented; }
   Status Write(const void*, unsigned long, unsigned long*) override { return Status::kNotImplemented; }

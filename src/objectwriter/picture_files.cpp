@@ -1,0 +1,96 @@
+#include "objectwriter/picture_files.h"
+
+#include "base/number_text.h"
+#include "base/output_path.h"
+#include "drawing/drawing.h"
+#include "objectwriter/object_attr.h"
+#include "wordreader/document.h"
+
+namespace ObjectWriter {
+namespace {
+
+using mso_escher::_FBSE;
+using mso_escher::MsoROBlip;
+using mso_escher::MsoROBlipStore;
+
+// Places in the header of a metafile.
+constexpr size_t kRawSize = 0;
+constexpr size_t kCompression = 32;
+constexpr uint8_t kDeflate = 0;
+
+bool isDeflated(ByteView metafileHeader) {
+  return !metafileHeader.empty() && metafileHeader.u8(kCompression) == kDeflate;
+}
+
+/// "image%03d.%s"; the extension may be null.
+FixedText<32> imageName(size_t number, const char* extension) {
+  FixedText<32> name;
+  name.append("image");
+  for (size_t limit = 100; limit > number && limit > 1; limit /= 10) name.append('0');
+  name.append(NumberText().appendUnsigned(number)).append('.');
+  return extension ? name.append(extension) : name;
+}
+
+}  // namespace
+
+Status PictureFiles::WriteStored(int index, std::string& name) {
+  const KDRDocument& document = *env_.conversion.document;
+  const MsoROBlipStore& store = document.GetDrawingGroup().GetBlipStore();
+  if (index < 1 || static_cast<unsigned int>(index) > store.GetCount()) return Status::kNothing;
+  const auto entry = static_cast<unsigned int>(index - 1);
+  const ByteView fbse = store.GetFBSE(entry);
+  const MsoROBlip* const blip =
+      fbse.u32(_FBSE::kDelayOffset) == 0
+          ? store.GetBlipNoDelayStrm(entry)
+          : store.GetBlipWithDelayStrm(entry, &document.GetDocFile().getWordDocumentStrm());
+  if (!blip) return Status::kNothing;
+  StoredImage image;
+  image.data = blip->data;
+  image.type = static_cast<unsigned char>(blip->type);
+  image.compressed = isDeflated(blip->metafileHeader);
+  image.rawSize = blip->metafileHeader.u32(kRawSize);
+  return Write(fbse.part(_FBSE::kUid, _FBSE::kUidSize), image, name);
+}
+
+Status PictureFiles::WriteListed(const KDRBseTable* pictures, int place, std::string& name) {
+  constexpr size_t kType = 8;  // of an entry with its header: the first byte of its body
+  if (place < 0 || !pictures) return Status::kNothing;
+  const ByteView entry = pictures->Item(static_cast<unsigned int>(place));
+  const KDRBseImage* const picture = pictures->ImageItem(static_cast<unsigned int>(place));
+  if (!picture || entry.u8(kType) == 0) return Status::kNothing;
+  StoredImage image;
+  image.data = picture->data;
+  image.type = entry.u8(kType);
+  image.compressed = isDeflated(picture->metafileHeader);
+  image.rawSize = image.compressed ? picture->metafileHeader.u32(kRawSize) : 0;
+  return Write(picture->uid, image, name);
+}
+
+/// A picture that cannot be written counts as written all the same: its name stays.
+Status PictureFiles::Write(ByteView uid, const StoredImage& image, std::string& name) {
+  std::string path;
+  const Status status = GetImageName(uid, name, path, objectAttr::GetImageExt(image.type));
+  if (status == kKnownImage) return Status::kOk;
+  if (status != Status::kOk) return status;
+  pagerex::KConversionEnv& conversion = env_.conversion;
+  if (conversion.Limits().WritePicture(MostImageBytes(image))) {
+    WriteImageFile(image, conversion.files, path.c_str());
+  }
+  return Status::kOk;
+}
+
+Status PictureFiles::GetImageName(ByteView uid, std::string& name, std::string& path, const char* extension) {
+  if (uid.empty()) return Status::kNothing;
+  FixedText<64> key;
+  for (size_t i = 0; i < _FBSE::kUidSize; ++i) key.appendHexByte(uid.u8(i));
+  auto& images = env_.images;
+  const auto [image, isNew] = images.try_emplace(key.c_str());
+  if (isNew) {
+    image->second = std::string_view(imageName(images.size(), extension));
+    path = std::string_view(pagerex::outputPath(env_.conversion.filesDir, image->second));
+  }
+  name = image->second;
+  return isNew ? Status::kOk : kKnownImage;
+}
+
+}  // namespace ObjectWriter
