@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "numformat/decimal_text.h"
 #include "numformat/number_format_service.h"
 #include "wordreader/list_table.h"
 
@@ -110,7 +111,7 @@ std::wstring g_Nfc2FormatString(TxNfc code) {
 
 std::wstring __GetFormatString(unsigned int dbnum, unsigned int zeros, const wchar_t* prefix,
                                const wchar_t* suffix) {
-  return L"[dbnum" + std::to_wstring(dbnum) + L"]" + prefix + L"#" + std::wstring(zeros, L'0') + suffix;
+  return L"[dbnum" + decimalText(dbnum) + L"]" + prefix + L"#" + std::wstring(zeros, L'0') + suffix;
 }
 
 namespace {
