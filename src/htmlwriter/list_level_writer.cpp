@@ -1,7 +1,6 @@
 #include "htmlwriter/list_level_writer.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "base/encoding.h"
 #include "htmlwriter/css_file_writer.h"
@@ -24,10 +23,12 @@ const KDRPropx* chpxOf(const KDRListLevel& level, const KEnv& env) {
   return level.GetChpx(*env.conversion->document);
 }
 
+/// In any letter case of ASCII.
 bool isPictureBulletName(const unsigned short* name) {
   constexpr char kName[] = "_PICTUREBULLETS";
   for (size_t i = 0; i + 1 < sizeof kName; ++i) {
-    if (name[i] >= 128 || std::toupper(name[i]) != kName[i]) return false;
+    const bool isLower = name[i] >= 'a' && name[i] <= 'z';
+    if (name[i] - (isLower ? 'a' - 'A' : 0) != kName[i]) return false;
   }
   return true;
 }

@@ -1,7 +1,8 @@
 #include "story/field_state.h"
 
-#include <cwctype>
 #include <utility>
+
+#include "base/character_class.h"
 
 namespace pagerex {
 namespace {
@@ -91,8 +92,8 @@ class HyperlinkCodeReader {
       return at;
     }
     option_.clear();
-    while (at < code.size() && std::iswalnum(static_cast<wint_t>(code[at]))) option_ += code[at++];
-    const bool endsInSpace = at < code.size() && std::iswspace(static_cast<wint_t>(code[at]));
+    while (at < code.size() && isLetterOrDigit(static_cast<uint16_t>(code[at]))) option_ += code[at++];
+    const bool endsInSpace = at < code.size() && isSpace(static_cast<uint16_t>(code[at]));
     return endsInSpace ? at : at - 1;
   }
 
