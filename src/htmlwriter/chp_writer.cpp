@@ -35,7 +35,7 @@ Status KChpBase::EnterRun(unsigned int index) {
   if (runText_.size() < size_t{length} + 2) runText_.resize(size_t{length} + 2);
   runText_[length] = 0;
   env_->textPool->read(runStart_, runText_.data(), length + 1);
-  endsWithPageBreak_ = runText_[length] == kPageBreakMark;
+  endsWithPageBreak_ = runText_[length] == text_mark::kPageBreak;
   runText_[length] = 0;
 
   runList_ = env_->plcfChp->Data(index)->fkp();
@@ -100,13 +100,13 @@ bool KChpBase::ProcessMarks(bool links) {
   }
   for (uint32_t i = 0; i < length && !limits_->OutputFull(*env_->conversion->archive); ++i) {
     switch (runText_[i]) {
-      case kFieldBegin:
+      case text_mark::kFieldBegin:
         OnFieldBegin(runStart_ + i, links);
         break;
-      case kFieldSeparator:
+      case text_mark::kFieldSeparator:
         fields_.separator();
         break;
-      case kFieldEnd:
+      case text_mark::kFieldEnd:
         OnFieldEnd(links);
         break;
       default:
@@ -164,17 +164,14 @@ void KChpBase::WritePicture(uint32_t cp, bool oleObjects) {
 
 /// Notes do not refer to notes of their own kind.
 void KChpNormalBase::OnObjectMark(uint16_t mark, uint32_t cp) {
-  constexpr uint16_t kNoteReference = 2;
-  constexpr uint16_t kAnnotationReference = 5;
-  constexpr uint16_t kDrawnObject = 8;
   const mso_word::SUBDOC_TYPE story = env_->subDocType;
-  if (mark == kNoteReference) {
+  if (mark == text_mark::kNoteReference) {
     if (story != mso_word::SUBDOC_FOOTNOTE && story != mso_word::SUBDOC_ENDNOTE) notes_.WriteAnchor(cp);
-  } else if (mark == kAnnotationReference) {
+  } else if (mark == text_mark::kAnnotation) {
     if (story != mso_word::SUBDOC_ANNOTATION) annotations_.WriteAnchor();
-  } else if (mark == kPictureMark) {
+  } else if (mark == text_mark::kPicture) {
     WritePicture(cp, true);
-  } else if (mark == kDrawnObject) {
+  } else if (mark == text_mark::kDrawnObject) {
     if (!isHidden_ && env_->conversion->objectWriter)
       env_->conversion->objectWriter->WriteObject(cp, endsWithPageBreak_);
   }
@@ -201,16 +198,16 @@ Status KHtmlChpWriterNormal::Write(unsigned int index) {
 Status KHtmlChpWriterNormal::WriteChpContent() {
   IWriteArchive* archive = env_->conversion->archive;
   bookmarks_.Collect(runStart_, runEnd_);
-  if (isWholePap(kPapMark)) {
+  if (isWholePap(text_mark::kParagraphEnd)) {
     WriteBookmarkAtStart();
     archive->AddContent(kEmptyPap);
-  } else if (isWholePap(kCellMark)) {
+  } else if (isWholePap(text_mark::kCellEnd)) {
     WriteBookmarkAtStart();
-    if (failed(env_->pap.papx.FindSprm(kSprmPFTtp, nullptr))) archive->AddContent(kEmptyPap);
-  } else if (env_->pap.papHasContent == 0 && runText_[0] == kPapMark) {
+    if (failed(env_->pap.papx.FindSprm(sprm_opcode::kPFTtp, nullptr))) archive->AddContent(kEmptyPap);
+  } else if (env_->pap.papHasContent == 0 && runText_[0] == text_mark::kParagraphEnd) {
     WriteBookmarkAtStart();
     archive->AddContent(kEmptyPap);
-  } else if (runText_[0] == kPageBreakMark) {
+  } else if (runText_[0] == text_mark::kPageBreak) {
     WriteBookmarkAtStart();
     archive->AddContent(kPageBreak);
   } else {

@@ -8,6 +8,8 @@
 #include "htmlwriter/note_writer.h"
 #include "htmlwriter/writer_interfaces.h"
 #include "story/field_state.h"
+#include "wordreader/sprm_opcodes.h"
+#include "wordreader/text_marks.h"
 
 namespace pagerex {
 
@@ -100,10 +102,5 @@ class KHtmlChpWriterNormal : public KChpNormalBase {
 
 constexpr const char* kEmptyPap = "<o:p>&nbsp;</o:p>";
 constexpr const char* kPageBreak = "<br clear=all style='page-break-before:always'>";
-constexpr uint16_t kPictureMark = 1;
-constexpr uint16_t kCellMark = 7;
-constexpr uint16_t kPageBreakMark = 12;
-constexpr uint16_t kPapMark = 13;
-constexpr uint16_t kSprmPFTtp = 0x2417;
 
 }  // namespace pagerex

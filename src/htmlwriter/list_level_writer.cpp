@@ -7,6 +7,7 @@
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
 #include "objectwriter/object_writer_interface.h"
+#include "story/list_number.h"
 #include "story/work_limits.h"
 #include "wordreader/font_table.h"
 #include "wordreader/list_table.h"
@@ -14,7 +15,6 @@
 namespace pagerex {
 namespace {
 
-constexpr uint8_t kBulletNfc = 23;
 constexpr uint16_t kSprmCPbiIBullet = 0x6887;
 constexpr unsigned int kUtf8 = 65001;
 

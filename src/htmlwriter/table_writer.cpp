@@ -4,6 +4,8 @@
 
 #include "htmlwriter/cell_format_css.h"
 #include "story/work_limits.h"
+#include "wordreader/sprm_opcodes.h"
+#include "wordreader/text_marks.h"
 
 namespace pagerex {
 
@@ -61,10 +63,9 @@ bool KHtmlTableWriter::SkipMergedCell() {
 
 Status KHtmlTableWriter::EnsureWriteEnd(unsigned int cp) {
   if (!env_ || !env_->inTable) return Status::kOk;
-  constexpr unsigned short kCellMark = 7;
   unsigned short character = 0;
   if (env_->textPool) env_->textPool->read(cp, &character, 1);
-  const bool cellEnds = depth_ == 1 ? character == kCellMark : innerCellEnd_;
+  const bool cellEnds = depth_ == 1 ? character == text_mark::kCellEnd : innerCellEnd_;
   if (cellEnds) EndTD();
   return Status::kOk;
 }
@@ -91,11 +92,10 @@ Status KHtmlTableWriter::SearchCell(unsigned int paragraph) {
 }
 
 ByteView KHtmlTableWriter::SearchCellSpacing(unsigned int paragraph) {
-  constexpr uint16_t sprmTCellSpacingDefault = 0xD633;
   if (!CanSearch(paragraph)) return {};
   KDWSprm sprm;
   scans_->Walk(*env_->plcfPap, paragraph, depth_, [&](uint32_t, const TableParagraph& properties) {
-    return failed(KDWSprmList(properties.sprms).FindSprm(sprmTCellSpacingDefault, &sprm));
+    return failed(KDWSprmList(properties.sprms).FindSprm(sprm_opcode::kTCellSpacingDefault, &sprm));
   });
   return sprm.GetArgument();
 }

@@ -9,8 +9,6 @@
 namespace pagerex {
 namespace {
 
-constexpr unsigned int kBulletNfc = 23;
-
 /// Number formats of list levels, by nfc from 0.
 constexpr uint16_t pFmtPairs[] = {
     0x0000, 0x0004, 0x0005, 0x0006, 0x0007, 0x0008, 0x0009, 0x000A, 0x000B, 0x4001,  // 0

@@ -3,20 +3,21 @@
 #include <algorithm>
 
 #include "storage/byte_archives.h"
+#include "wordreader/sprm_opcodes.h"
 
 namespace pagerex {
 
 namespace {
 
 enum TableParagraphSprm : uint16_t {
-  sprmPFInTable = 0x2416,
-  sprmPFTtp = 0x2417,
+  sprmPFInTable = sprm_opcode::kPFInTable,
+  sprmPFTtp = sprm_opcode::kPFTtp,
   sprmPFInnerTableCell = 0x244B,
   sprmPFInnerTtp = 0x244C,
-  sprmPItap = 0x6649,
+  sprmPItap = sprm_opcode::kPItap,
   sprmPHugePapx80 = 0x6645,
   sprmPHugePapx = 0x6646,
-  sprmTDefTable = 0xD608,
+  sprmTDefTable = sprm_opcode::kTDefTable,
 };
 
 /// Where the real property list of a paragraph lies.

@@ -4,6 +4,8 @@
 #include <array>
 #include <iterator>
 
+#include "wordreader/sprm_opcodes.h"
+
 namespace pagerex {
 
 uint32_t KRowDefinition::CellRecordCount() const {
@@ -42,11 +44,11 @@ enum RowSprm : uint16_t {
   sprmTDxaLeft = 0x9601,
   sprmTDxaGapHalf = 0x9602,
   sprmTTableBorders80 = 0xD605,
-  sprmTDefTable = 0xD608,
+  sprmTDefTable = sprm_opcode::kTDefTable,
   sprmTDefTableShd80 = 0xD609,
   sprmTDefTableShd = 0xD612,
   sprmTTableBorders = 0xD613,
-  sprmTCellSpacingDefault = 0xD633,
+  sprmTCellSpacingDefault = sprm_opcode::kTCellSpacingDefault,
   sprmTWidthIndent = 0xF661,
 };
 
