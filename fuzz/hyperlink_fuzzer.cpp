@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "story/field_state.h"
 #include "objectwriter/hyperlink.h"
+#include "story/field_state.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
   const ByteView bytes(input, size);

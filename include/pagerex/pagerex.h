@@ -3,10 +3,13 @@
 
 /* Word 97-2003 documents (.doc) to HTML. Usable from C and C++.
  *
- * A conversion runs on the caller's thread from start to end and sets the process locale; only one conversion
- * may run at a time in a process. Threads need a lock around it, processes none. No exception leaves these
- * functions. A conversion raises one signal only, SIGXFSZ, and only where the host has set RLIMIT_FSIZE:
- * ignore it there, since it ends the process. */
+ * A conversion runs on the caller's thread from start to end. Any number of them may run at once, on threads
+ * of their own, each with an output of its own; one may also be begun in a function that another one calls.
+ * Each call sets the process locale at its start, unless it is set already, and needs none itself; a host
+ * that uses the locale on other threads sets zh_CN.UTF-8, or C.UTF-8 where that is missing, before it starts
+ * them. The functions of the script "shapejs.js" are written once in a process, by the conversion that first
+ * needs them. No exception leaves these functions. A conversion raises one signal only, SIGXFSZ, and only
+ * where the host has set RLIMIT_FSIZE: ignore it there, since it ends the process. */
 
 #if defined(__GNUC__)
 #define PAGEREX_API __attribute__((visibility("default")))
@@ -35,7 +38,8 @@ enum { PAGEREX_ERROR = -1 };
 enum { PAGEREX_WAIT = 0, PAGEREX_GO_ON = 1, PAGEREX_STOP = -1 };
 
 /* Functions of the host, called on the conversion's thread. A null pointer is not called; a null Continue
- * counts as PAGEREX_GO_ON. The host owns the structure, which must stay valid for the length of the call. */
+ * counts as PAGEREX_GO_ON. The host owns the structure, which must stay valid for the length of the call. A
+ * function that throws ends the conversion, which fails; PageRexOutputError is ECANCELED then. */
 typedef struct IPageRexCallBack {
   /* After a page's HTML has been written: its number, from 1, and its path, valid during the call. The file
    * need not be complete on disk before Continue has answered. */
@@ -76,7 +80,8 @@ PAGEREX_API int pageRex(const char* source, const char* htmlPath, int pageSize, 
 /* Why the output of this thread's last conversion is not complete: a value of errno (ENOSPC, EFBIG, ...) of
  * the first file or folder that could not be made, or not be written to its end, which then remains as it is.
  * ENAMETOOLONG also for a path in the files folder of more than 259 bytes; EEXIST where the output would
- * destroy the document. 0 when all that was to be written has arrived, or before the first conversion. */
+ * destroy the document; ECANCELED where a function of the host threw. 0 when all that was to be written has
+ * arrived, or before the first conversion. */
 PAGEREX_API int PageRexOutputError(void);
 
 #ifdef __cplusplus

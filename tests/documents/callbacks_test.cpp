@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 
@@ -111,6 +112,35 @@ TEST_F(Callbacks, NullFunctionsAreNotCalled) {
   IPageRexCallBack none = {nullptr, nullptr, nullptr};
   EXPECT_EQ(Converted(threePages(), 200, &none).pageCount(), 3);
   EXPECT_EQ(Converted(threePages(), 200, nullptr).pageCount(), 3);
+}
+
+TEST_F(Callbacks, AnExceptionOfTheHostEndsTheConversionAndIsToldApartFromDamage) {
+  IPageRexCallBack callbacks = kCallbacks;
+  host_.answers = {PAGEREX_GO_ON};
+  callbacks.FinishPage = [](int page, const char* path) {
+    onFinishPage(page, path);
+    if (page == 2) throw 1;
+  };
+  const Converted converted(threePages(), 200, &callbacks);
+  EXPECT_EQ(converted.result, PAGEREX_ERROR);
+  EXPECT_EQ(PageRexOutputError(), ECANCELED);
+  EXPECT_EQ(host_.calls, (Calls{"page 1", "continue", "page 2", "end"}));
+  EXPECT_EQ(converted.main(), "");
+}
+
+TEST_F(Callbacks, AnExceptionOfContinueIsToldLikeOneOfFinishPage) {
+  IPageRexCallBack callbacks = {nullptr, nullptr, []() -> int { throw 1; }};
+  EXPECT_EQ(Converted(threePages(), 200, &callbacks).result, PAGEREX_ERROR);
+  EXPECT_EQ(PageRexOutputError(), ECANCELED);
+}
+
+TEST_F(Callbacks, AnExceptionAtTheEndLeavesNoIndex) {
+  IPageRexCallBack callbacks = {nullptr, [] { throw 1; }, nullptr};
+  const Converted converted(threePages(), 200, &callbacks);
+  EXPECT_EQ(converted.result, PAGEREX_ERROR);
+  EXPECT_EQ(PageRexOutputError(), ECANCELED);
+  EXPECT_EQ(converted.pageCount(), 3);
+  EXPECT_EQ(converted.main(), "");
 }
 
 }  // namespace
