@@ -5,6 +5,7 @@
 #include <clocale>
 #include <cstring>
 #include <memory>
+#include <mutex>
 
 #include "base/status.h"
 
@@ -60,11 +61,20 @@ std::string utf16ToUtf8(const unsigned short* text, size_t length) {
   return utf8;
 }
 
+constinit std::mutex settingLocale;
+
+/// A locale that is set already stays untouched: other threads may be reading it.
+char* changeLocale(const char* locale) {
+  char* const current = std::setlocale(LC_ALL, nullptr);
+  return current && locale && std::strcmp(current, locale) == 0 ? current : std::setlocale(LC_ALL, locale);
+}
+
 }  // namespace
 
 char* KEncoding::SetLocale(const char* locale) {
-  char* const result = std::setlocale(LC_ALL, locale);
-  return result ? result : std::setlocale(LC_ALL, "C.UTF-8");
+  const std::lock_guard lock(settingLocale);
+  char* const result = changeLocale(locale);
+  return result ? result : changeLocale("C.UTF-8");
 }
 
 const char* KEncoding::GetCodePageName(unsigned int codePage) {

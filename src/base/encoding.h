@@ -6,8 +6,9 @@
 /// Text conversion between the 16-bit text of the file, wide text and the narrow text of the output.
 /// UTF-8 is made here and not by the C library, so that it comes out the same in every locale.
 struct KEncoding {
-  /// Sets all locale categories; falls back to "C.UTF-8", which converts to the same bytes, where `locale` is
-  /// not installed. Returns what setlocale returned: null if neither exists.
+  /// Sets all locale categories, unless they are set so already; falls back to "C.UTF-8", which converts to
+  /// the same bytes, where `locale` is not installed. Returns what setlocale returned: null if neither
+  /// exists. May be called from several threads at once; nothing in the library needs the locale.
   static char* SetLocale(const char* locale);
 
   /// "CP936" for 936, else the name of UTF-8.

@@ -1,7 +1,5 @@
 #include "base/stdio_archive.h"
 
-#include <cstdlib>
-#include <cwchar>
 #include <string>
 #include <utility>
 
@@ -36,8 +34,8 @@ bool DsWriteArchive::open(const char* path) {
 }
 
 bool DsWriteArchive::open(const wchar_t* path) {
-  if (!path || !KEncoding::SetLocale("zh_CN.UTF-8")) return open(static_cast<const char*>(nullptr));
-  std::string narrow(4 * std::wcslen(path) + 1, '\0');
-  const size_t length = std::wcstombs(narrow.data(), path, narrow.size());
-  return open(length == static_cast<size_t>(-1) ? nullptr : narrow.c_str());
+  constexpr unsigned int kUtf8 = 65001;
+  const std::string narrow = KEncoding::WCharToString(kUtf8, path);
+  const bool isLost = !path || (narrow.empty() && *path != 0);
+  return open(isLost ? nullptr : narrow.c_str());
 }

@@ -71,6 +71,6 @@ class DsWriteArchive : public DsWriteArchiveDelegate<StdioAdapter> {
   DsWriteArchive(OutputFiles& files, const wchar_t* path) : DsWriteArchive(files) { open(path); }
   /// True if the file is open. A file that was open before is closed first.
   bool open(const char* path);
-  /// The path goes through the locale "zh_CN.UTF-8", which stays set.
+  /// By its name in UTF-8, whatever the locale.
   bool open(const wchar_t* path);
 };

@@ -114,6 +114,9 @@ class IWriteArchive {
 
   /// Bytes written since the archive was made, all its files together.
   virtual uint64_t GetWrittenBytes() const = 0;
+  /// What was written since `GetWrittenBytes` was `position`, where all of it is still at hand; else empty.
+  /// Good until more is written.
+  virtual std::string_view WrittenSince(uint64_t position) const = 0;
 
   /// As AddContentEx of each 16-bit character in turn, zeros left out, in one call.
   virtual void AddTextEx(const unsigned short* text, unsigned int length) = 0;

@@ -4,6 +4,7 @@
 
 #include "wordreader/document.h"
 #include "wordreader/sprm_list.h"
+#include "wordreader/text_marks.h"
 
 namespace {
 
@@ -35,14 +36,13 @@ constexpr uint64_t kMostSearches = 8;
 /// The first place in a range of the character that stands for a picture. `charactersLeft` counts down what
 /// may still be looked at.
 std::optional<uint32_t> FindMark(const KTextPool& text, const KDWRange& range, uint64_t& charactersLeft) {
-  constexpr unsigned short kMark = 1;
   const uint32_t end = std::min(range.end, text.size());
   for (uint32_t cp = range.start; cp < end && charactersLeft > 0;) {
     uint32_t n = 0;
     const unsigned short* const page = text.run(cp, &n);
     n = static_cast<uint32_t>(std::min<uint64_t>({n, end - cp, charactersLeft}));
     charactersLeft -= n;
-    const unsigned short* const found = std::find(page, page + n, kMark);
+    const unsigned short* const found = std::find(page, page + n, text_mark::kPicture);
     if (found != page + n) return cp + static_cast<uint32_t>(found - page);
     cp += n;
   }

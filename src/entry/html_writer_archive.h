@@ -75,6 +75,11 @@ class KHtmlWriterArchive final : public IWriteArchive {
   void Close() override;
   bool WriteArchiveIsOk() override { return file_ != nullptr; }
   uint64_t GetWrittenBytes() const override { return writtenOut_ + used_; }
+  std::string_view WrittenSince(uint64_t position) const override {
+    if (position < writtenOut_ || position >= GetWrittenBytes()) return {};
+    const auto start = static_cast<size_t>(position - writtenOut_);
+    return {buffer_ + start, used_ - start};
+  }
   void _Put(const char* data, int length) override;
 
   static constexpr uint32_t kBufferSize = 0x80000;

@@ -18,18 +18,24 @@ Status KHtmlBookmarkWriter::Collect(unsigned int begin, unsigned int end) {
   if (!env_) return Status::kInvalidArgument;
   positions_.clear();
   if (!env_->bookmarkCPStarts || !env_->bookmarkStarts || begin >= end) return Status::kOk;
-  const auto last = env_->bookmarkCPStarts->upper_bound(end - 1);
-  for (auto it = env_->bookmarkCPStarts->lower_bound(begin); it != last; ++it) {
+  const KBookmarkPositions& starts = *env_->bookmarkCPStarts;
+  // Runs come in order: nearly always the next one begins where the last one ended.
+  auto it = starts_ == &starts && end_ == begin ? next_ : starts.lower_bound(begin);
+  starts_ = nullptr;
+  for (; it != starts.end() && it->first < end; ++it) {
     if (env_->navigation) {
       // Word's hidden bookmarks begin with an underscore.
       const unsigned short* name = env_->bookmarkStarts->Item(static_cast<int>(it->second)).name.text;
-      if (!limits_->AddToNavigation()) break;
+      if (!limits_->AddToNavigation()) return Status::kOk;
       if (name[0] == '_') continue;
       const std::string text = KEncoding::WCHAR2BitToString(65001, name);
       env_->navigation->CollectBookMarkCP(it->first, text.c_str());
     }
     positions_.push_back(it->first);
   }
+  starts_ = &starts;
+  end_ = end;
+  next_ = it;
   return Status::kOk;
 }
 

@@ -23,6 +23,10 @@ class KHtmlBookmarkWriter {
   KEnv* env_ = nullptr;
   KWorkLimits* limits_ = nullptr;
   std::vector<unsigned int> positions_;
+  // Where the last search ended.
+  const KBookmarkPositions* starts_ = nullptr;  ///< null: nowhere
+  unsigned int end_ = 0;
+  KBookmarkPositions::const_iterator next_;
 };
 
 }  // namespace pagerex

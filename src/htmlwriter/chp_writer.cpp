@@ -32,27 +32,46 @@ Status KChpBase::EnterRun(unsigned int index) {
   }
 
   // One character more is read to see whether a page break follows.
-  runText_.assign(size_t{length} + 2, 0);
+  if (runText_.size() < size_t{length} + 2) runText_.resize(size_t{length} + 2);
+  runText_[length] = 0;
   env_->textPool->read(runStart_, runText_.data(), length + 1);
-  endsWithPageBreak_ = runText_[length] == kPageBreakMark;
+  endsWithPageBreak_ = runText_[length] == text_mark::kPageBreak;
   runText_[length] = 0;
 
-  const KDWSprmList sprms(env_->plcfChp->Data(index)->fkp());
-  currentIstd_ = sprms.GetCharIstd();
-  runSpan_.Reset();
-  return Sprms2SpanProp(sprms, &runSpan_);
+  runList_ = env_->plcfChp->Data(index)->fkp();
+  const KDRSpanProp& properties = env_->conversion->spelled.Run(runList_).properties;
+  isSpecial_ = properties.fSpec != 0;
+  isHidden_ = properties.fVanish != 0;
+  isOleObject_ = properties.fOle2 != 0;
+  return Status::kOk;
 }
 
 void KChpBase::BeginChp() {
   IWriteArchive* archive = env_->conversion->archive;
   archive->BeginElement("span");
+  const int32_t lineSpacing = env_->pap.lineSpacing;
+  const float baseFontSize = env_->pap.baseFontSize;
+  SpelledRun& run = env_->conversion->spelled.Run(runList_);
+  if (!run.attributes.empty() && run.lineSpacing == lineSpacing && run.baseFontSize == baseFontSize) {
+    archive->_Put(run.attributes.data(), static_cast<int>(run.attributes.size()));
+    return;
+  }
+  const uint64_t start = archive->GetWrittenBytes();
+  WriteAttributes(run);
+  run.lineSpacing = lineSpacing;
+  run.baseFontSize = baseFontSize;
+  run.attributes = archive->WrittenSince(start);
+}
+
+void KChpBase::WriteAttributes(const SpelledRun& run) {
+  IWriteArchive* archive = env_->conversion->archive;
   float baseSize = env_->pap.baseFontSize;
-  if (currentIstd_ != mso_word::kNoCharacterStyle) {
-    archive->AddAttribute("class", numbered("std", currentIstd_).c_str());
-    baseSize = GetBaseFontSize(env_, currentIstd_, baseSize);
+  if (run.istd != mso_word::kNoCharacterStyle) {
+    archive->AddAttribute("class", numbered("std", run.istd).c_str());
+    baseSize = GetBaseFontSize(env_, run.istd, baseSize);
   }
   archive->StartCssStyle();
-  WriteChProps(&runSpan_, archive, &env_->conversion->document->GetFontTable(), env_->pap.lineSpacing,
+  WriteChProps(&run.properties, archive, &env_->conversion->document->GetFontTable(), env_->pap.lineSpacing,
                baseSize);
   archive->EndCssStyle();
 }
@@ -75,19 +94,19 @@ Status KChpBase::WriteHyperLinkBegin() {
 
 bool KChpBase::ProcessMarks(bool links) {
   const uint32_t length = runEnd_ - runStart_;
-  if (runSpan_.fSpec == 0) {
+  if (!isSpecial_) {
     fields_.collect(runText_.data(), length);
     return fields_.hidesText();
   }
   for (uint32_t i = 0; i < length && !limits_->OutputFull(*env_->conversion->archive); ++i) {
     switch (runText_[i]) {
-      case kFieldBegin:
+      case text_mark::kFieldBegin:
         OnFieldBegin(runStart_ + i, links);
         break;
-      case kFieldSeparator:
+      case text_mark::kFieldSeparator:
         fields_.separator();
         break;
-      case kFieldEnd:
+      case text_mark::kFieldEnd:
         OnFieldEnd(links);
         break;
       default:
@@ -135,8 +154,8 @@ Status KChpNormalBase::Init(KEnv* env) {
 
 /// An inline picture. OLE objects have a call of their own.
 void KChpBase::WritePicture(uint32_t cp, bool oleObjects) {
-  if (runSpan_.fVanish != 0 || !env_->conversion->objectWriter) return;
-  if (runSpan_.fOle2 == 0) {
+  if (isHidden_ || !env_->conversion->objectWriter) return;
+  if (!isOleObject_) {
     env_->conversion->objectWriter->WriteEmbedShape(cp);
   } else if (oleObjects) {
     env_->conversion->objectWriter->WriteOle(cp);
@@ -145,18 +164,15 @@ void KChpBase::WritePicture(uint32_t cp, bool oleObjects) {
 
 /// Notes do not refer to notes of their own kind.
 void KChpNormalBase::OnObjectMark(uint16_t mark, uint32_t cp) {
-  constexpr uint16_t kNoteReference = 2;
-  constexpr uint16_t kAnnotationReference = 5;
-  constexpr uint16_t kDrawnObject = 8;
   const mso_word::SUBDOC_TYPE story = env_->subDocType;
-  if (mark == kNoteReference) {
+  if (mark == text_mark::kNoteReference) {
     if (story != mso_word::SUBDOC_FOOTNOTE && story != mso_word::SUBDOC_ENDNOTE) notes_.WriteAnchor(cp);
-  } else if (mark == kAnnotationReference) {
+  } else if (mark == text_mark::kAnnotation) {
     if (story != mso_word::SUBDOC_ANNOTATION) annotations_.WriteAnchor();
-  } else if (mark == kPictureMark) {
+  } else if (mark == text_mark::kPicture) {
     WritePicture(cp, true);
-  } else if (mark == kDrawnObject) {
-    if (runSpan_.fVanish == 0 && env_->conversion->objectWriter)
+  } else if (mark == text_mark::kDrawnObject) {
+    if (!isHidden_ && env_->conversion->objectWriter)
       env_->conversion->objectWriter->WriteObject(cp, endsWithPageBreak_);
   }
 }
@@ -182,16 +198,16 @@ Status KHtmlChpWriterNormal::Write(unsigned int index) {
 Status KHtmlChpWriterNormal::WriteChpContent() {
   IWriteArchive* archive = env_->conversion->archive;
   bookmarks_.Collect(runStart_, runEnd_);
-  if (isWholePap(kPapMark)) {
+  if (isWholePap(text_mark::kParagraphEnd)) {
     WriteBookmarkAtStart();
     archive->AddContent(kEmptyPap);
-  } else if (isWholePap(kCellMark)) {
+  } else if (isWholePap(text_mark::kCellEnd)) {
     WriteBookmarkAtStart();
-    if (failed(env_->pap.papx.FindSprm(kSprmPFTtp, nullptr))) archive->AddContent(kEmptyPap);
-  } else if (env_->pap.papHasContent == 0 && runText_[0] == kPapMark) {
+    if (failed(env_->pap.papx.FindSprm(sprm_opcode::kPFTtp, nullptr))) archive->AddContent(kEmptyPap);
+  } else if (env_->pap.papHasContent == 0 && runText_[0] == text_mark::kParagraphEnd) {
     WriteBookmarkAtStart();
     archive->AddContent(kEmptyPap);
-  } else if (runText_[0] == kPageBreakMark) {
+  } else if (runText_[0] == text_mark::kPageBreak) {
     WriteBookmarkAtStart();
     archive->AddContent(kPageBreak);
   } else {

@@ -8,7 +8,8 @@
 #include "htmlwriter/note_writer.h"
 #include "htmlwriter/writer_interfaces.h"
 #include "story/field_state.h"
-#include "wordreader/span_prop.h"
+#include "wordreader/sprm_opcodes.h"
+#include "wordreader/text_marks.h"
 
 namespace pagerex {
 
@@ -56,12 +57,16 @@ class KChpBase : public IChpWriter {
   uint32_t runStart_ = 0xFFFFFFFFu;
   uint32_t runEnd_ = 0xFFFFFFFFu;
   std::vector<uint16_t> runText_;  ///< the run's text and a 0; the buffer is used again for each run
-  KDRSpanProp runSpan_;            ///< the run's own properties only
+  ByteView runList_;               ///< its own properties
+  bool isSpecial_ = false;         ///< sprmCFSpec: its characters are marks
+  bool isHidden_ = false;          ///< sprmCFVanish
+  bool isOleObject_ = false;       ///< sprmCFOle2
   KFieldState fields_;
   bool endsWithPageBreak_ = false;  ///< the character behind the run's last one is a page break
-  uint16_t currentIstd_ = 0;        ///< character style of the run
 
  private:
+  /// The class and the CSS of the run.
+  void WriteAttributes(const SpelledRun& run);
   void OnFieldBegin(uint32_t cp, bool links);
   void OnFieldEnd(bool links);
 };
@@ -97,10 +102,5 @@ class KHtmlChpWriterNormal : public KChpNormalBase {
 
 constexpr const char* kEmptyPap = "<o:p>&nbsp;</o:p>";
 constexpr const char* kPageBreak = "<br clear=all style='page-break-before:always'>";
-constexpr uint16_t kPictureMark = 1;
-constexpr uint16_t kCellMark = 7;
-constexpr uint16_t kPageBreakMark = 12;
-constexpr uint16_t kPapMark = 13;
-constexpr uint16_t kSprmPFTtp = 0x2417;
 
 }  // namespace pagerex

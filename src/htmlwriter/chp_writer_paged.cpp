@@ -37,16 +37,16 @@ Status KChpMulpageBase::Write(unsigned int index) {
 
 Status KChpMulpageBase::WriteChpContent() {
   IWriteArchive* archive = env_->conversion->archive;
-  if (isWholePap(kPapMark)) {
+  if (isWholePap(text_mark::kParagraphEnd)) {
     archive->AddContent(kEmptyPap);
     env_->page.charCount += kMarkCharacters;
-  } else if (isWholePap(kCellMark)) {
-    if (!failed(env_->pap.papx.FindSprm(kSprmPFTtp, nullptr))) return Status::kOk;
+  } else if (isWholePap(text_mark::kCellEnd)) {
+    if (!failed(env_->pap.papx.FindSprm(sprm_opcode::kPFTtp, nullptr))) return Status::kOk;
     archive->AddContent(kEmptyPap);
     env_->page.charCount += kMarkCharacters;
-  } else if (env_->pap.papHasContent == 0 && runText_[0] == kPapMark) {
+  } else if (env_->pap.papHasContent == 0 && runText_[0] == text_mark::kParagraphEnd) {
     archive->AddContent(kEmptyPap);
-  } else if (runText_[0] == kPageBreakMark) {
+  } else if (runText_[0] == text_mark::kPageBreak) {
     archive->AddContent(kPageBreak);
     env_->page.charCount += kMarkCharacters;
   } else {
@@ -87,15 +87,15 @@ Status KHtmlChpWriterPreview::Write(unsigned int index) {
 
 Status KHtmlChpWriterPreview::WriteChpContent() {
   IWriteArchive* archive = env_->conversion->archive;
-  if (isWholePap(kPapMark)) {
+  if (isWholePap(text_mark::kParagraphEnd)) {
     archive->AddContent("<br>");
     ++env_->page.charCount;
-  } else if (isWholePap(kCellMark)) {
+  } else if (isWholePap(text_mark::kCellEnd)) {
     archive->AddContent("&nbsp;");
     ++env_->page.charCount;
-  } else if (env_->pap.papHasContent == 0 && runText_[0] == kPapMark) {
+  } else if (env_->pap.papHasContent == 0 && runText_[0] == text_mark::kParagraphEnd) {
     archive->AddContent("<br>");
-  } else if (runText_[0] == kPageBreakMark) {
+  } else if (runText_[0] == text_mark::kPageBreak) {
     archive->AddContent("<br>");
     ++env_->page.charCount;
   } else {

@@ -23,7 +23,7 @@ class KHtmlChpWriterPhone : public KChpMulpageBase {
 
  protected:
   void OnObjectMark(uint16_t mark, uint32_t cp) override {
-    if (mark == kPictureMark) WritePicture(cp, false);
+    if (mark == text_mark::kPicture) WritePicture(cp, false);
   }
 };
 

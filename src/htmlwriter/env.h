@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "htmlwriter/spelled_properties.h"
 #include "htmlwriter/view.h"
 #include "story/conversion_env.h"
 #include "wordreader/bookmarks.h"
@@ -47,6 +48,7 @@ struct KHtmlConversionEnv : KConversionEnv {
   ObjectWriter::IObjectWriter* objectWriter = nullptr;  ///< null in view 2
   /// Points, by style index; negative for a style that has none. Filled before any page is written.
   std::vector<float> styleFontSizes;
+  KSpelledProperties spelled;
   IPageRexCallBack* callback = nullptr;  ///< the host's; may be null
 };
 

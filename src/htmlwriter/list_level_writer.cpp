@@ -1,13 +1,13 @@
 #include "htmlwriter/list_level_writer.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "base/encoding.h"
 #include "htmlwriter/css_file_writer.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/navigation_writer.h"
 #include "objectwriter/object_writer_interface.h"
+#include "story/list_number.h"
 #include "story/work_limits.h"
 #include "wordreader/font_table.h"
 #include "wordreader/list_table.h"
@@ -15,7 +15,6 @@
 namespace pagerex {
 namespace {
 
-constexpr uint8_t kBulletNfc = 23;
 constexpr uint16_t kSprmCPbiIBullet = 0x6887;
 constexpr unsigned int kUtf8 = 65001;
 
@@ -24,10 +23,12 @@ const KDRPropx* chpxOf(const KDRListLevel& level, const KEnv& env) {
   return level.GetChpx(*env.conversion->document);
 }
 
+/// In any letter case of ASCII.
 bool isPictureBulletName(const unsigned short* name) {
   constexpr char kName[] = "_PICTUREBULLETS";
   for (size_t i = 0; i + 1 < sizeof kName; ++i) {
-    if (name[i] >= 128 || std::toupper(name[i]) != kName[i]) return false;
+    const bool isLower = name[i] >= 'a' && name[i] <= 'z';
+    if (name[i] - (isLower ? 'a' - 'A' : 0) != kName[i]) return false;
   }
   return true;
 }

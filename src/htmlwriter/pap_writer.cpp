@@ -108,19 +108,44 @@ Status KPapBase::EndPap() {
 void KPapBase::WritePapxs() {
   KPapEnv& pap = env_->pap;
   IWriteArchive* archive = env_->conversion->archive;
+  const ByteView list = env_->plcfPap->Data(pap.papIndex)->fkp();
+  SpelledParagraph& paragraph = env_->conversion->spelled.Paragraph(list);
+  const bool isKept = !paragraph.attributes.empty() && paragraph.list.data() == list.data() &&
+                      paragraph.list.size() == list.size();
+  if (isKept) {
+    archive->_Put(paragraph.attributes.data(), static_cast<int>(paragraph.attributes.size()));
+  } else {
+    paragraph.attributes.clear();
+    const uint64_t start = archive->GetWrittenBytes();
+    WriteAttributes(paragraph);
+    paragraph.list = list;
+    paragraph.attributes = archive->WrittenSince(start);
+  }
+  hasList_ = paragraph.isListItem;
+  if (hasList_) {
+    pap.listIlfo = paragraph.ilfo;
+    pap.listIlvl = paragraph.ilvl;
+  }
+  if (paragraph.setsLineSpacing) pap.lineSpacing = paragraph.lineSpacing;
+}
+
+void KPapBase::WriteAttributes(SpelledParagraph& paragraph) {
+  constexpr int kNotSet = INT32_MIN;
+  const KPapEnv& pap = env_->pap;
+  IWriteArchive* archive = env_->conversion->archive;
   const uint16_t istd = pap.papx.GetParaIstd();
   if (istd != mso_word::kNoCharacterStyle) archive->AddAttribute("class", numbered("std", istd).c_str());
   KDRParagraphProp prop;
   Sprms2ParagraphProp(pap.papx, &prop, &env_->conversion->document->GetListTable(),
                       env_->conversion->document);
-  hasList_ = prop.has(paragraph_mask::ilfo) && prop.has(paragraph_mask::ilvl);
-  if (hasList_) {
-    pap.listIlfo = prop.ilfo;
-    pap.listIlvl = prop.ilvl;
-  }
+  paragraph.isListItem = prop.has(paragraph_mask::ilfo) && prop.has(paragraph_mask::ilvl);
+  paragraph.ilfo = prop.ilfo;
+  paragraph.ilvl = prop.ilvl;
+  paragraph.lineSpacing = kNotSet;
   archive->StartCssStyle();
-  WritePapProps(&prop, archive, pap.lineSpacing);
+  WritePapProps(&prop, archive, paragraph.lineSpacing);
   archive->EndCssStyle();
+  paragraph.setsLineSpacing = paragraph.lineSpacing != kNotSet;
 }
 
 bool HasIntersection(const KDWRange& a, const KDWRange& b) {

@@ -27,6 +27,8 @@ class KPapBase : public IPapWriter {
   Status EndPap();
   /// Style class and direct properties of the paragraph.
   void WritePapxs();
+  /// The same, not written for this list before; tells what the paragraph needs besides.
+  void WriteAttributes(SpelledParagraph& paragraph);
 
   /// Makes paragraph `index` the current one. kNothing if there is none or if it lies outside the stream.
   Status EnterPap(unsigned int index);

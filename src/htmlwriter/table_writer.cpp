@@ -4,6 +4,8 @@
 
 #include "htmlwriter/cell_format_css.h"
 #include "story/work_limits.h"
+#include "wordreader/sprm_opcodes.h"
+#include "wordreader/text_marks.h"
 
 namespace pagerex {
 
@@ -61,10 +63,9 @@ bool KHtmlTableWriter::SkipMergedCell() {
 
 Status KHtmlTableWriter::EnsureWriteEnd(unsigned int cp) {
   if (!env_ || !env_->inTable) return Status::kOk;
-  constexpr unsigned short kCellMark = 7;
   unsigned short character = 0;
   if (env_->textPool) env_->textPool->read(cp, &character, 1);
-  const bool cellEnds = depth_ == 1 ? character == kCellMark : innerCellEnd_;
+  const bool cellEnds = depth_ == 1 ? character == text_mark::kCellEnd : innerCellEnd_;
   if (cellEnds) EndTD();
   return Status::kOk;
 }
@@ -91,11 +92,10 @@ Status KHtmlTableWriter::SearchCell(unsigned int paragraph) {
 }
 
 ByteView KHtmlTableWriter::SearchCellSpacing(unsigned int paragraph) {
-  constexpr uint16_t sprmTCellSpacingDefault = 0xD633;
   if (!CanSearch(paragraph)) return {};
   KDWSprm sprm;
   scans_->Walk(*env_->plcfPap, paragraph, depth_, [&](uint32_t, const TableParagraph& properties) {
-    return failed(KDWSprmList(properties.sprms).FindSprm(sprmTCellSpacingDefault, &sprm));
+    return failed(KDWSprmList(properties.sprms).FindSprm(sprm_opcode::kTCellSpacingDefault, &sprm));
   });
   return sprm.GetArgument();
 }
@@ -141,8 +141,7 @@ Status KHtmlTableWriter::StartTD() {
   WriteFillerCells(cell.column);
   table.nextColumn = cell.column + static_cast<int32_t>(cell.colSpan);
   env_->conversion->archive->BeginElement("td");
-  WriteCellAttributes(cell);
-  WriteCellCss(cell, env_->conversion->archive);
+  WriteCellAttributes(cell, table.scan->style().cellSpacing);
   table.cells.pop();
   return Status::kOk;
 }
@@ -156,7 +155,29 @@ void KHtmlTableWriter::WriteFillerCells(int32_t column) {
   }
 }
 
-void KHtmlTableWriter::WriteCellAttributes(const CELL_FORMAT& cell) {
+/// Cells of equal rows come out alike.
+void KHtmlTableWriter::WriteCellAttributes(const CELL_FORMAT& cell, int32_t cellSpacing) {
+  IWriteArchive* archive = env_->conversion->archive;
+  SpelledCell wanted;
+  wanted.row = cell.row;
+  wanted.cell = cell.index;
+  wanted.position = cell.position;
+  wanted.rowSpan = cell.rowSpan;
+  wanted.colSpan = cell.colSpan;
+  wanted.cellSpacing = cellSpacing;
+  SpelledCell& spelled = env_->conversion->spelled.Cell(cell.row, cell.index);
+  if (!spelled.attributes.empty() && spelled.IsFor(wanted)) {
+    archive->_Put(spelled.attributes.data(), static_cast<int>(spelled.attributes.size()));
+    return;
+  }
+  const uint64_t start = archive->GetWrittenBytes();
+  SpellCellAttributes(cell);
+  WriteCellCss(cell, archive);
+  spelled = std::move(wanted);
+  spelled.attributes = archive->WrittenSince(start);
+}
+
+void KHtmlTableWriter::SpellCellAttributes(const CELL_FORMAT& cell) {
   IWriteArchive* archive = env_->conversion->archive;
   archive->AddAttribute("width", pixelsOf(cell.width));
   if (cell.rowSpan > 1) archive->AddAttribute("rowspan", static_cast<int>(cell.rowSpan));

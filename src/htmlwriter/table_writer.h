@@ -60,7 +60,9 @@ class KHtmlTableWriter {
   bool CanSearch(unsigned int paragraph) const;
   void WriteRowHeight();
   void WriteFillerCells(int32_t column);
-  void WriteCellAttributes(const CELL_FORMAT& cell);
+  /// All attributes of an open `td` start tag; those but for `style`.
+  void WriteCellAttributes(const CELL_FORMAT& cell, int32_t cellSpacing);
+  void SpellCellAttributes(const CELL_FORMAT& cell);
 
   std::vector<TABLE_CACHE> tableStack_;  ///< innermost last
   KEnv* env_ = nullptr;

@@ -1,7 +1,8 @@
 #include "story/field_state.h"
 
-#include <cwctype>
 #include <utility>
+
+#include "base/character_class.h"
 
 namespace pagerex {
 namespace {
@@ -12,7 +13,7 @@ constexpr size_t kMostSavedCodes = 1000;
 }  // namespace
 
 void KFieldState::begin(bool known, uint32_t type) {
-  fieldState_ = kFieldBegin;
+  fieldState_ = text_mark::kFieldBegin;
   if (known) fieldTypes_.push_back(type);
   if (fieldTypes_.size() < 2) return;
   Code outer = std::exchange(fieldCode_, Code());
@@ -22,7 +23,7 @@ void KFieldState::begin(bool known, uint32_t type) {
 /// After a nested field the result of the outer one goes on, even if the nested one stood in its code.
 void KFieldState::end() {
   fieldCode_ = Code();
-  fieldState_ = kFieldEnd;
+  fieldState_ = text_mark::kFieldEnd;
   if (fieldTypes_.empty()) return;
   fieldTypes_.pop_back();
   if (fieldTypes_.empty()) return;
@@ -30,11 +31,11 @@ void KFieldState::end() {
     fieldCode_ = std::move(savedFieldCodes_.back());
     savedFieldCodes_.pop_back();
   }
-  fieldState_ = kFieldSeparator;
+  fieldState_ = text_mark::kFieldSeparator;
 }
 
 void KFieldState::collect(const uint16_t* text, uint32_t length) {
-  if (fieldState_ != kFieldBegin) return;
+  if (fieldState_ != text_mark::kFieldBegin) return;
   for (uint32_t i = 0; i < length && text[i] != 0; ++i) {
     fieldCode_.text.push_back(text[i]);
     fieldCode_.formula = fieldCode_.formula || text[i] == L'=';
@@ -43,7 +44,7 @@ void KFieldState::collect(const uint16_t* text, uint32_t length) {
 
 bool KFieldState::hidesText() const {
   if (fieldTypes_.empty()) return false;
-  if (fieldState_ != kFieldSeparator) return true;
+  if (fieldState_ != text_mark::kFieldSeparator) return true;
   return fieldTypes_.size() >= 2 && fieldCode_.formula && !savedFieldCodes_.empty() &&
          savedFieldCodes_.back().formula;
 }
@@ -91,8 +92,8 @@ class HyperlinkCodeReader {
       return at;
     }
     option_.clear();
-    while (at < code.size() && std::iswalnum(static_cast<wint_t>(code[at]))) option_ += code[at++];
-    const bool endsInSpace = at < code.size() && std::iswspace(static_cast<wint_t>(code[at]));
+    while (at < code.size() && isLetterOrDigit(static_cast<uint16_t>(code[at]))) option_ += code[at++];
+    const bool endsInSpace = at < code.size() && isSpace(static_cast<uint16_t>(code[at]));
     return endsInSpace ? at : at - 1;
   }
 

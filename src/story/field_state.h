@@ -4,12 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "wordreader/text_marks.h"
+
 namespace pagerex {
 
-/// Field marks in the text, and the field type whose anchors become hyperlinks.
-constexpr uint16_t kFieldBegin = 19;
-constexpr uint16_t kFieldSeparator = 20;
-constexpr uint16_t kFieldEnd = 21;
+/// The field type whose anchors become hyperlinks.
 constexpr uint32_t kHyperlinkField = 88;
 
 /// Follows the nesting of fields: which are open, what their code says, and whether text at this place shows.
@@ -17,7 +16,7 @@ class KFieldState {
  public:
   /// A begin mark. `known`: the field table has an entry of type `type` for it.
   void begin(bool known, uint32_t type);
-  void separator() { fieldState_ = kFieldSeparator; }
+  void separator() { fieldState_ = text_mark::kFieldSeparator; }
   void end();
 
   /// Takes a run's text as code where code stands here.

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
+#include "numformat/decimal_text.h"
 #include "numformat/number_format_service.h"
 
 namespace pagerex {
 namespace {
-
-constexpr unsigned int kBulletNfc = 23;
 
 /// Number formats of list levels, by nfc from 0.
 constexpr uint16_t pFmtPairs[] = {
@@ -56,7 +55,7 @@ std::wstring g_Nfc2FormatString(TxNfc code) {
 
 std::wstring __GetFormatString(unsigned int dbnum, unsigned int zeros, const wchar_t* prefix,
                                const wchar_t* suffix) {
-  return L"[dbnum" + std::to_wstring(dbnum) + L"]" + prefix + L"#" + std::wstring(zeros, L'0') + suffix;
+  return L"[dbnum" + decimalText(dbnum) + L"]" + prefix + L"#" + std::wstring(zeros, L'0') + suffix;
 }
 
 namespace {

@@ -9,6 +9,9 @@ class NumberFormatService;
 
 namespace pagerex {
 
+/// The number format (nfc) of levels whose label is no number.
+constexpr unsigned int kBulletNfc = 23;
+
 /// How a number of a list level is spelled: bits 0 to 9 the numbering system (the N of "[DBNumN]"), bits 11
 /// to 13 the count of forced zeros, and the top bits a kind.
 using TxNfc = uint32_t;

@@ -61,6 +61,8 @@ const CELL_FORMAT& KCellQueue::front() {
   front_.position = positionOf(row_, scan_->FirstRow(), scan_->EndRow(), cell_, row.CellCount());
   front_.column = column < 0 ? 0 : column;
   front_.width = widthOf(left, right, spacing, front_.position);
+  front_.row = loadedList_.data();
+  front_.index = cell_;
   front_.tc = row.CellRecord(cell_);
   front_.rowSpan = startsVerticalMerge(front_.tc) ? SearchRowSpan(*scan_, row_, left, mergeRuns_) : 1;
   front_.colSpan = SearchColSpan(scan_->edges(), left, right);
@@ -69,41 +71,18 @@ const CELL_FORMAT& KCellQueue::front() {
   front_.shading = definition_.shadings.record<mso_word::SHD>(size_t{cell_} * sizeof(mso_word::SHD));
   front_.shadingEx = definition_.shadingsEx.record<mso_word::SHDEX>(size_t{cell_} * sizeof(mso_word::SHDEX));
   front_.padding = definition_.padding;
-  front_.clearedSides = ClearedSides(definition_, cell_);
   front_.hasSpacing = spacing > 0;
   frontIsMade_ = true;
   return front_;
 }
 
+/// Neighbouring rows mostly share their list.
 void KCellQueue::LoadRow() {
-  if (loadedRow_ == row_) return;
+  const ByteView list = scan_->Row(row_).sprms().bytes();
+  if (list.data() == loadedList_.data() && list.size() == loadedList_.size()) return;
   TableStyle ignored;
-  ReadTableRow(scan_->Row(row_).sprms(), 0, definition_, ignored);
-  loadedRow_ = row_;
-}
-
-namespace {
-
-/// Adds the sides of one operand: a range of cells, the sides, and a border of `words` words from offset 3
-/// on.
-uint8_t clearedBy(ByteView operand, uint32_t cell, unsigned words) {
-  if (operand.u8(0) > cell || operand.u8(1) <= cell) return 0;
-  for (unsigned word = 0; word < words; ++word) {
-    if (operand.u32(3 + word * 4) != 0xFFFFFFFF) return 0;
-  }
-  return operand.u8(2) & 0x0F;
-}
-
-}  // namespace
-
-uint8_t ClearedSides(const TABLE_ROW& row, uint32_t cell) {
-  uint8_t sides = 0;
-  if (!row.setBrcEx.empty()) {
-    for (const ByteView& operand : row.setBrcEx) sides |= clearedBy(operand, cell, 2);
-  } else {
-    for (const ByteView& operand : row.setBrc) sides |= clearedBy(operand, cell, 1);
-  }
-  return sides;
+  ReadTableRow(KDWSprmList(list), 0, definition_, ignored);
+  loadedList_ = list;
 }
 
 }  // namespace pagerex

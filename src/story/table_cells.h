@@ -19,6 +19,8 @@ enum CellPosition : uint32_t {
 
 /// One cell as it comes out. Points into the sprms of its row.
 struct CELL_FORMAT {
+  const uint8_t* row = nullptr;      ///< the list of its row
+  uint32_t index = 0;                ///< in the row
   const mso_word::TC* tc = nullptr;  ///< null if the row has no record for the cell
   int32_t width = 0;                 ///< twips, less the cell spacing
   uint32_t rowSpan = 1;
@@ -28,9 +30,7 @@ struct CELL_FORMAT {
   const mso_word::SHD* shading = nullptr;
   const mso_word::SHDEX* shadingEx = nullptr;
   PADDING padding;
-  uint32_t position = 0;  ///< CellPosition
-  /// Sides (1 top, 2 left, 4 bottom, 8 right) that the row's sprmTSetBrc set to "none". Changes no border.
-  uint8_t clearedSides = 0;
+  uint32_t position = 0;    ///< CellPosition
   bool hasSpacing = false;  ///< the cells of the table stand apart
   int32_t column = 0;  ///< index of the left edge among the table's column edges; 0 if it is none of them
 };
@@ -53,7 +53,7 @@ class KCellQueue {
   uint32_t row_ = 0;
   uint32_t cell_ = 0;
   TABLE_ROW definition_;
-  uint32_t loadedRow_ = UINT32_MAX;
+  ByteView loadedList_;  ///< that `definition_` was read from
   KMergeRuns mergeRuns_;
   CELL_FORMAT front_;
   bool frontIsMade_ = false;
@@ -61,9 +61,5 @@ class KCellQueue {
 
 /// Queues the cells of all rows of a scan. kInvalidArgument if it found no row.
 Status CollectCellFormat(std::shared_ptr<const KTableScan> scan, KCellQueue& cells);
-
-/// The sides of a cell that the row's border operands set to "none". Those of sprmTSetBrc80 count only where
-/// there are none of the other.
-uint8_t ClearedSides(const TABLE_ROW& row, uint32_t cell);
 
 }  // namespace pagerex

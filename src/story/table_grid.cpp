@@ -13,9 +13,13 @@ void KColumnEdges::Clear() {
 }
 
 void KColumnEdges::Add(int16_t twips, uint32_t row) {
-  const int32_t known = IndexOf(twips);
+  // The edges of a row come from left to right.
+  const bool isNext = next_ < edges_.size() && edges_[next_].twips == twips;
+  const int32_t known = isNext ? static_cast<int32_t>(next_) : IndexOf(twips);
   if (known >= 0) {
     edges_[static_cast<size_t>(known)].lastRow = row;
+    next_ = static_cast<size_t>(known) + 1;
+    if (next_ == edges_.size()) next_ = 0;
     return;
   }
   pending_.push_back({twips, row});
@@ -66,6 +70,7 @@ void KTableScan::Start(uint32_t paragraph) {
   start_ = end_ = paragraph;
   firstRow_ = 0;
   rows_.clear();
+  collected_ = {};
   redone_ = KBudget(kSpareRedone);
   edges_.Clear();
   style_.Clear();
@@ -74,7 +79,15 @@ void KTableScan::Start(uint32_t paragraph) {
 
 void KTableScan::CollectRow(uint32_t paragraph, ByteView sprms, int32_t leftMargin) {
   const uint32_t number = EndRow();
-  NoteDeciders(ReadTableRow(KDWSprmList(sprms), leftMargin, scratch_, style_), number);
+  // A row like the one before says nothing new of the table.
+  const bool isRepeated = collected_.data() == sprms.data() && collected_.size() == sprms.size() &&
+                          collectedMargin_ == leftMargin && number > firstRow_;
+  if (!isRepeated) {
+    collectedWords_ = ReadTableRow(KDWSprmList(sprms), leftMargin, scratch_, style_);
+    collected_ = sprms;
+    collectedMargin_ = leftMargin;
+  }
+  NoteDeciders(collectedWords_, number);
   rows_.emplace_back(paragraph, sprms, scratch_);
   redone_.Add(kMostRedone * sprms.size());
   const KRowDefinition& definition = scratch_.definition;

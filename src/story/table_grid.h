@@ -38,6 +38,7 @@ class KColumnEdges {
   static bool Before(const Edge& a, const Edge& b) { return a.twips < b.twips; }
 
   std::vector<Edge> edges_;    ///< ascending
+  size_t next_ = 0;            ///< the edge behind the one that was added last, or 0
   std::vector<Edge> pending_;  ///< as they came; merged in bulk, since a table may have 65,536 of them
 };
 
@@ -109,7 +110,10 @@ class KTableScan {
   KColumnEdges edges_;
   TableStyle style_;
   uint32_t deciders_[kStyleWords + 1] = {};
-  TABLE_ROW scratch_;
+  TABLE_ROW scratch_;   ///< of `collected_`, until rows are read again
+  ByteView collected_;  ///< the list of the row that was added last
+  int32_t collectedMargin_ = 0;
+  unsigned collectedWords_ = 0;
 };
 
 /// Count of column edges in [left, right): 0 if `left` is above `right` or is no edge.

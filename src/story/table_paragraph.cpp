@@ -3,20 +3,21 @@
 #include <algorithm>
 
 #include "storage/byte_archives.h"
+#include "wordreader/sprm_opcodes.h"
 
 namespace pagerex {
 
 namespace {
 
 enum TableParagraphSprm : uint16_t {
-  sprmPFInTable = 0x2416,
-  sprmPFTtp = 0x2417,
+  sprmPFInTable = sprm_opcode::kPFInTable,
+  sprmPFTtp = sprm_opcode::kPFTtp,
   sprmPFInnerTableCell = 0x244B,
   sprmPFInnerTtp = 0x244C,
-  sprmPItap = 0x6649,
+  sprmPItap = sprm_opcode::kPItap,
   sprmPHugePapx80 = 0x6645,
   sprmPHugePapx = 0x6646,
-  sprmTDefTable = 0xD608,
+  sprmTDefTable = sprm_opcode::kTDefTable,
 };
 
 /// Where the real property list of a paragraph lies.
@@ -80,9 +81,14 @@ KTableParagraphs::KTableParagraphs(const KDRDocument* document) : document_(docu
 }
 
 TableParagraph KTableParagraphs::Look(ByteView sprms) {
+  TableParagraph& known = known_[(reinterpret_cast<uintptr_t>(sprms.data()) >> 1) % known_.size()];
+  if (known.sprms.data() == sprms.data() && known.sprms.size() == sprms.size()) return known;
   HugeReference reference;
   TableParagraph paragraph = lookAtList(sprms, reference);
-  if (paragraph.kind == TableParagraph::INSIDE || !reference.found) return paragraph;
+  if (paragraph.kind == TableParagraph::INSIDE || !reference.found) {
+    known = paragraph;
+    return paragraph;
+  }
   if (reference.offset.size() == 4) return LookAtHuge(reference.offset.u32(0));
   TableParagraph unreadable;
   unreadable.kind = TableParagraph::UNREADABLE;

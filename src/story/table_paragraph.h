@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 
@@ -36,7 +37,8 @@ class KTableParagraphs {
  public:
   explicit KTableParagraphs(const KDRDocument* document);
 
-  /// `sprms` is the paragraph's list, without its style index.
+  /// `sprms` is the paragraph's list, without its style index. It outlives this, as the lists of a document
+  /// do.
   TableParagraph Look(ByteView sprms);
 
  private:
@@ -44,6 +46,7 @@ class KTableParagraphs {
   ByteView ReadHuge(uint32_t offset);
 
   const KDRDocument* document_;
+  std::array<TableParagraph, 64> known_;     ///< lists that were looked at lately, by address
   std::map<uint32_t, TableParagraph> huge_;  ///< by offset in the "Data" stream
   uint64_t bytesRead_ = 0;
   KBudget uses_;        ///< bytes of lists that may be handed out

@@ -4,6 +4,8 @@
 #include <array>
 #include <iterator>
 
+#include "wordreader/sprm_opcodes.h"
+
 namespace pagerex {
 
 uint32_t KRowDefinition::CellRecordCount() const {
@@ -23,8 +25,6 @@ void TABLE_ROW::Clear() {
   padding = {};
   shadings = {};
   shadingsEx = {};
-  setBrcEx.clear();
-  setBrc.clear();
   height = 0;
 }
 
@@ -44,20 +44,16 @@ enum RowSprm : uint16_t {
   sprmTDxaLeft = 0x9601,
   sprmTDxaGapHalf = 0x9602,
   sprmTTableBorders80 = 0xD605,
-  sprmTDefTable = 0xD608,
+  sprmTDefTable = sprm_opcode::kTDefTable,
   sprmTDefTableShd80 = 0xD609,
   sprmTDefTableShd = 0xD612,
   sprmTTableBorders = 0xD613,
-  sprmTCellSpacingDefault = 0xD633,
+  sprmTCellSpacingDefault = sprm_opcode::kTCellSpacingDefault,
   sprmTWidthIndent = 0xF661,
 };
 
-/// Those of which every one counts.
-enum RepeatedRowSprm : uint16_t {
-  sprmTSetBrc80 = 0xD620,
-  sprmTSetBrc = 0xD62F,
-  sprmTCellPaddingDefault = 0xD634,
-};
+/// Of which every one counts.
+constexpr uint16_t sprmTCellPaddingDefault = 0xD634;
 
 constexpr uint16_t kRowSprms[] = {
     sprmTPc,
@@ -107,32 +103,16 @@ class RowSprms {
   std::array<ByteView, kCount> operands_;
 };
 
-/// Operands of a kind that are kept of a row, as each of its cells looks at all of them. A row has 63 cells
-/// with six borders each.
-constexpr size_t kMostRepeated = 1024;
-
-void keep(std::vector<ByteView>& operands, ByteView operand) {
-  if (operands.size() < kMostRepeated) operands.push_back(operand);
-}
-
-/// Sorts the list into `row` what is repeated, and the rest into the result.
+/// Lays the padding over that of `row`, and sorts the rest into the result.
 RowSprms sortSprms(const KDWSprmList& list, TABLE_ROW& row) {
   RowSprms sprms;
   KDWSprm sprm;
   KDWSprmList::Enumerator enumerator(list);
   while (!failed(enumerator.Next(&sprm))) {
-    switch (sprm.GetOpcode()) {
-      case sprmTSetBrc:
-        keep(row.setBrcEx, sprm.GetArgument());
-        break;
-      case sprmTSetBrc80:
-        keep(row.setBrc, sprm.GetArgument());
-        break;
-      case sprmTCellPaddingDefault:
-        MergedPadding(row.padding, sprm);
-        break;
-      default:
-        sprms.Note(sprm);
+    if (sprm.GetOpcode() == sprmTCellPaddingDefault) {
+      MergedPadding(row.padding, sprm);
+    } else {
+      sprms.Note(sprm);
     }
   }
   return sprms;

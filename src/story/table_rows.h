@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "base/byte_view.h"
 #include "story/cell_padding.h"
@@ -47,14 +46,12 @@ enum TableBorder : unsigned {
 /// All that one row-end paragraph says of its row. Points into the paragraph's sprms.
 struct TABLE_ROW {
   KRowDefinition definition;
-  KTableBorders borders;           ///< `BRC`, sprmTTableBorders80
-  KTableBorders bordersEx;         ///< `BRCEX`, sprmTTableBorders
-  PADDING padding;                 ///< sprmTCellPaddingDefault
-  ByteView shadings;               ///< `SHD`, sprmTDefTableShd80
-  ByteView shadingsEx;             ///< `SHDEX`, sprmTDefTableShd
-  std::vector<ByteView> setBrcEx;  ///< operands of every sprmTSetBrc, in the order of the list
-  std::vector<ByteView> setBrc;    ///< operands of every sprmTSetBrc80
-  uint16_t height = 0;             ///< sprmTDyaRowHeight: twips, a signed value; negative for an exact height
+  KTableBorders borders;    ///< `BRC`, sprmTTableBorders80
+  KTableBorders bordersEx;  ///< `BRCEX`, sprmTTableBorders
+  PADDING padding;          ///< sprmTCellPaddingDefault
+  ByteView shadings;        ///< `SHD`, sprmTDefTableShd80
+  ByteView shadingsEx;      ///< `SHDEX`, sprmTDefTableShd
+  uint16_t height = 0;      ///< sprmTDyaRowHeight: twips, a signed value; negative for an exact height
 
   void Clear();
 };

@@ -14,8 +14,6 @@ constexpr std::array<uint32_t, mso_word::kSubDocCount> kFieldTables = {
     mso_word::FCLCB_FIELDS_TEXTBOX, mso_word::FCLCB_FIELDS_HEADER_TEXTBOX,
 };
 
-constexpr uint32_t kNoTable = 145;
-
 }  // namespace
 
 Status _KDRFields::Read(const KDRDocument& document) {
@@ -28,9 +26,8 @@ Status _KDRFields::Read(const KDRDocument& document) {
 }
 
 const KDRFieldContext& _KDRFields::GetFields(mso_word::SUBDOC_TYPE type) const {
-  static const KDRFieldContext empty(kNoTable);
   const KDRFieldContext* context = contexts_[type];
-  return context && context->Good() ? *context : empty;
+  return context && context->Good() ? *context : none_;
 }
 
 Status KDRPlcffld::Read(const KDRDocument& document) {

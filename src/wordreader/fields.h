@@ -47,5 +47,8 @@ class _KDRFields {
   const KDRFieldContext& GetFields(mso_word::SUBDOC_TYPE type) const;
 
  private:
+  static constexpr uint32_t kNoTable = 145;
+
   std::array<const KDRFieldContext*, mso_word::kSubDocCount> contexts_{};
+  KDRFieldContext none_{kNoTable};
 };

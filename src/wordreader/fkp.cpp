@@ -1,39 +1,16 @@
 #include "wordreader/fkp.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "wordreader/document.h"
-
-// _KDRPlcfFkpIterator
-
-template <class Fkpx>
-_KDRPlcfFkpIterator<Fkpx>& _KDRPlcfFkpIterator<Fkpx>::operator++() {
-  if (propx_ + 1 < owner_->GetFkp(fkp_).Count()) {
-    ++propx_;
-  } else if (fkp_ + 1 < owner_->Count()) {
-    ++fkp_;
-    propx_ = 0;
-  } else {
-    fkp_ = propx_ = kNoFkpIndex;
-  }
-  return *this;
-}
-
-template <class Fkpx>
-bool _KDRPlcfFkpIterator<Fkpx>::operator<=(const _KDRPlcfFkpIterator& other) const {
-  if (fkp_ == kNoFkpIndex || propx_ == kNoFkpIndex) return false;
-  if (owner_ != other.owner_) return std::less<>()(owner_, other.owner_);
-  return fkp_ != other.fkp_ ? fkp_ < other.fkp_ : propx_ <= other.propx_;
-}
-
-// _KDRFkpx
 
 template <class Fkp, class Bin>
 Status _KDRFkpx<Fkp, Bin>::Read(const KDRDocument& document) {
   document_ = &document;
   pages_ = {};
   lastPageCount_ = kNoFkpIndex;
+  fkpIndex_ = kNoFkpIndex;
+  fkp_ = {};
   return Bin::Read(document);
 }
 
@@ -53,19 +30,12 @@ typename _KDRFkpx<Fkp, Bin>::Iterator _KDRFkpx<Fkp, Bin>::End() const {
 }
 
 template <class Fkp, class Bin>
-typename Fkp::ItemType _KDRFkpx<Fkp, Bin>::Item(const Iterator& entry) const {
-  if (entry.GetFkpIndex() < Bin::Count()) {
-    const Fkp fkp = GetFkp(entry.GetFkpIndex());
-    if (entry.GetPropxIndex() < fkp.Count()) return fkp.Item(entry.GetPropxIndex());
-  }
-  return {{kNoFkpIndex, kNoFkpIndex}, {}};
-}
-
-template <class Fkp, class Bin>
-Fkp _KDRFkpx<Fkp, Bin>::GetFkp(uint32_t i) const {
-  Fkp fkp;
-  if (i < Bin::Count()) fkp.Read(PageBytes(Bin::Item(i).data));
-  return fkp;
+void _KDRFkpx<Fkp, Bin>::TurnTo(uint32_t i) const {
+  fkpIndex_ = kNoFkpIndex;
+  fkp_ = {};
+  if (i >= Bin::Count()) return;
+  fkp_.Read(PageBytes(Bin::Item(i).data));
+  fkpIndex_ = i;
 }
 
 template <class Fkp, class Bin>
@@ -86,7 +56,5 @@ ByteView _KDRFkpx<Fkp, Bin>::PageBytes(uint32_t pageNumber) const {
   return ByteView(page->bytes, kFkpPageSize);
 }
 
-template class _KDRPlcfFkpIterator<KDRPapxFkps>;
-template class _KDRPlcfFkpIterator<KDRChpxFkps>;
 template class _KDRFkpx<KDRPapxFkp, KDRPlcf<uint32_t, mso_word::FCLCB_PAPX_BINS>>;
 template class _KDRFkpx<KDRChpxFkp, KDRPlcf<uint32_t, mso_word::FCLCB_CHPX_BINS>>;

@@ -68,9 +68,23 @@ class _KDRPlcfFkpIterator {
   uint32_t GetPropxIndex() const { return propx_; }
 
   /// To the next entry, which may be in the next page; behind the last one to no entry.
-  _KDRPlcfFkpIterator& operator++();
+  _KDRPlcfFkpIterator& operator++() {
+    if (propx_ + 1 < owner_->GetFkp(fkp_).Count()) {
+      ++propx_;
+    } else if (fkp_ + 1 < owner_->Count()) {
+      ++fkp_;
+      propx_ = 0;
+    } else {
+      fkp_ = propx_ = kNoFkpIndex;
+    }
+    return *this;
+  }
   /// By owner, then by index; an iterator that denotes no entry is above all.
-  bool operator<=(const _KDRPlcfFkpIterator& other) const;
+  bool operator<=(const _KDRPlcfFkpIterator& other) const {
+    if (fkp_ == kNoFkpIndex || propx_ == kNoFkpIndex) return false;
+    if (owner_ != other.owner_) return std::less<>()(owner_, other.owner_);
+    return fkp_ != other.fkp_ ? fkp_ < other.fkp_ : propx_ <= other.propx_;
+  }
 
  private:
   const Fkpx* owner_;
@@ -91,15 +105,24 @@ class _KDRFkpx : public Bin {
   Status Read(const KDRDocument& document);
 
   /// Page i of the bin table. Throws an int if it lies outside the stream; of a page that the end of the
-  /// stream cuts, the rest is zero.
-  Fkp GetFkp(uint32_t i) const;
+  /// stream cuts, the rest is zero. It stays until another page is asked for.
+  const Fkp& GetFkp(uint32_t i) const {
+    if (i != fkpIndex_) TurnTo(i);
+    return fkp_;
+  }
   /// The entry whose range holds the stream offset `fc`; none if there is none.
   Iterator UpperBound(uint32_t fc) const;
   /// The last entry of the last page; none if there is no page.
   Iterator End() const;
 
   /// Offsets and properties of an entry; both offsets are -1 if it is out of range.
-  ItemType Item(const Iterator& entry) const;
+  ItemType Item(const Iterator& entry) const {
+    if (entry.GetFkpIndex() < Bin::Count()) {
+      const Fkp& fkp = GetFkp(entry.GetFkpIndex());
+      if (entry.GetPropxIndex() < fkp.Count()) return fkp.Item(entry.GetPropxIndex());
+    }
+    return {{kNoFkpIndex, kNoFkpIndex}, {}};
+  }
   /// Bytes of an entry's properties; 0 if it has none or is out of range.
   uint32_t Size(const Iterator& entry) const { return static_cast<uint32_t>(Item(entry).sprms.size()); }
 
@@ -111,11 +134,15 @@ class _KDRFkpx : public Bin {
   /// Text is scanned mostly forwards, so a few pages do; pieces that jump about find theirs again.
   static constexpr uint32_t kPagesKept = 128;
 
+  /// Makes page i the current one.
+  void TurnTo(uint32_t i) const;
   ByteView PageBytes(uint32_t pageNumber) const;
 
   const KDRDocument* document_ = nullptr;
   mutable std::array<std::unique_ptr<Page>, kPagesKept> pages_;  ///< by the low bits of the page number
-  mutable uint32_t lastPageCount_ = kNoFkpIndex;                 ///< entries of the last page, once known
+  mutable uint32_t fkpIndex_ = kNoFkpIndex;                      ///< the current page, which `fkp_` views
+  mutable Fkp fkp_;
+  mutable uint32_t lastPageCount_ = kNoFkpIndex;  ///< entries of the last page, once known
 };
 
 using KDRPapxFkp = KDRPlcfFkp<KDRFkpPapx, mso_word::FKP_BX>;
@@ -123,7 +150,5 @@ using KDRChpxFkp = KDRPlcfFkp<KDRFkpChpx, unsigned char>;
 using KDRPapxFkps = _KDRFkpx<KDRPapxFkp, KDRPlcf<uint32_t, mso_word::FCLCB_PAPX_BINS>>;
 using KDRChpxFkps = _KDRFkpx<KDRChpxFkp, KDRPlcf<uint32_t, mso_word::FCLCB_CHPX_BINS>>;
 
-extern template class _KDRPlcfFkpIterator<KDRPapxFkps>;
-extern template class _KDRPlcfFkpIterator<KDRChpxFkps>;
 extern template class _KDRFkpx<KDRPapxFkp, KDRPlcf<uint32_t, mso_word::FCLCB_PAPX_BINS>>;
 extern template class _KDRFkpx<KDRChpxFkp, KDRPlcf<uint32_t, mso_word::FCLCB_CHPX_BINS>>;

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <deque>
-#include <numeric>
 #include <vector>
 
 #include "base/byte_view.h"
+#include "wordreader/chunked_list.h"
 #include "wordreader/plcf.h"
 
 /// The property lists that apply to one paragraph or run, undecoded: the list of the FKP and that of the
@@ -25,6 +24,8 @@ struct KDRMergePropx {
 template <class T>
 class KDWPlcfNormal {
  public:
+  KDWPlcfNormal() { positions_.push_back(0xFFFFFFFF); }
+
   void NewItem(uint32_t position, const T& item) {
     sorted_ =
         sorted_ && position <= INT32_MAX && (records_.empty() || position >= positions_[records_.size() - 1]);
@@ -62,8 +63,8 @@ class KDWPlcfNormal {
   /// The start of entry i, or the highest start up to there in a damaged table, where only these ascend.
   uint32_t HighestStart(uint32_t i) const { return sorted_ ? positions_[i] : highestStarts_[i]; }
 
-  std::deque<uint32_t> positions_{0xFFFFFFFFu};  // deques: a vector that grows holds all twice
-  std::deque<T> records_;
+  ChunkedList<uint32_t> positions_;
+  ChunkedList<T> records_;
   mutable std::vector<uint32_t> highestStarts_;  ///< of a damaged table, made when first needed
   bool sorted_ = true;
 };
@@ -75,8 +76,10 @@ uint32_t KDWPlcfNormal<T>::FirstFrom(uint32_t position) const {
   // The first start that does not lie in front of `position` is where the highest one so far no longer does.
   if (!sorted_ && highestStarts_.size() != records_.size()) {
     highestStarts_.resize(records_.size());
-    std::partial_sum(positions_.begin(), positions_.end() - 1, highestStarts_.begin(),
-                     [](uint32_t a, uint32_t b) { return std::max(a, b); });
+    uint32_t highest = 0;
+    for (size_t i = 0; i < records_.size(); ++i) {
+      highestStarts_[i] = highest = std::max(highest, positions_[i]);
+    }
   }
   uint32_t low = 0;
   uint32_t high = Count();

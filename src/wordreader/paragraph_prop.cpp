@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "wordreader/list_table.h"
+#include "wordreader/sprm_opcodes.h"
 #include "wordreader/sprm_table.h"
 
 namespace {
@@ -72,14 +73,14 @@ constexpr SprmTable kSprms({
     {0x842F, FIELD(dxaFromText), SprmRule::kWord, present::dxaFromText},  // sprmPDxaFromText
     {0x842E, FIELD(dyaFromText), SprmRule::kWord, present::dyaFromText},  // sprmPDyaFromText
     {kSprmPDcs, FIELD(dcs), SprmRule::kSpecial, present::dcs},
-    {0x443A, FIELD(wFrameTextFlow), SprmRule::kWord, present::wFrameTextFlow},    // sprmPFrameTextFlow
-    {0x2430, FIELD(fLocked), SprmRule::kToggle, present::fLocked},                // sprmPFLocked
-    {0x2416, FIELD(fInTable), SprmRule::kByte, present::fInTable},                // sprmPFInTable
+    {0x443A, FIELD(wFrameTextFlow), SprmRule::kWord, present::wFrameTextFlow},  // sprmPFrameTextFlow
+    {0x2430, FIELD(fLocked), SprmRule::kToggle, present::fLocked},              // sprmPFLocked
+    {sprm_opcode::kPFInTable, FIELD(fInTable), SprmRule::kByte, present::fInTable},
     {0x244B, FIELD(fInnerTableCell), SprmRule::kByte, present::fInnerTableCell},  // sprmPFInnerTableCell
-    {0x2417, FIELD(fTtp), SprmRule::kByte, present::fTtp},                        // sprmPFTtp
-    {0x244C, FIELD(fInnerTtp), SprmRule::kByte, present::fInnerTtp},              // sprmPFInnerTtp
-    {0x6649, FIELD(itap), SprmRule::kLong, present::itap},                        // sprmPItap
-    {0x4600, FIELD(istd), SprmRule::kWord, present::istd},                        // sprmPIstd
+    {sprm_opcode::kPFTtp, FIELD(fTtp), SprmRule::kByte, present::fTtp},
+    {0x244C, FIELD(fInnerTtp), SprmRule::kByte, present::fInnerTtp},  // sprmPFInnerTtp
+    {sprm_opcode::kPItap, FIELD(itap), SprmRule::kLong, present::itap},
+    {0x4600, FIELD(istd), SprmRule::kWord, present::istd},  // sprmPIstd
     {kPrivateParagraph, FIELD(fHasPrivate), SprmRule::kSpecial, present::fHasPrivate},
 });
 #undef FIELD

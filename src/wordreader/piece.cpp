@@ -5,6 +5,7 @@
 
 #include "wordreader/document.h"
 #include "wordreader/sprm_list.h"
+#include "wordreader/sprm_opcodes.h"
 
 namespace {
 
@@ -25,8 +26,8 @@ constexpr SingleSprm kSingleSprms[] = {
     {0x0D, 0x2470},  // sprmPFMirrorIndents
     {0x0E, 0x240C},  // sprmPFNoLineNumb
     {0x0F, 0x2471},  // sprmPTtwo
-    {0x18, 0x2416},  // sprmPFInTable
-    {0x19, 0x2417},  // sprmPFTtp
+    {0x18, sprm_opcode::kPFInTable},
+    {0x19, sprm_opcode::kPFTtp},
     {0x1D, 0x261B},  // sprmPPc
     {0x25, 0x2423},  // sprmPWr
     {0x2C, 0x242A},  // sprmPFNoAutoHyph

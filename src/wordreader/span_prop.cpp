@@ -1,5 +1,6 @@
 #include "wordreader/span_prop.h"
 
+#include "wordreader/sprm_opcodes.h"
 #include "wordreader/sprm_table.h"
 
 namespace {
@@ -58,7 +59,7 @@ constexpr SprmTable kSprms({
     {0x486E, FIELD(lidFE), SprmRule::kWord, present::lidFE},            // sprmCRgLid1_80
     {0x4874, FIELD(lidFE), SprmRule::kWord, present::lidFE},            // sprmCRgLid1
     {kSprmCFSpec, FIELD(fSpec), SprmRule::kSpecial, present::fSpec},
-    {0x4A30, FIELD(istd), SprmRule::kWord, present::istd},  // sprmCIstd
+    {sprm_opcode::kCIstd, FIELD(istd), SprmRule::kWord, present::istd},
     {kSprmCFOle2, FIELD(fOle2), SprmRule::kByte, present::fOle2},
 });
 #undef FIELD

@@ -1,11 +1,10 @@
 #include "wordreader/sprm_list.h"
 
+#include "wordreader/sprm_opcodes.h"
+
 namespace {
 
-constexpr uint16_t kSprmCIstd = 0x4A30;
 constexpr uint16_t kSprmPChgTabs = 0xC615;
-constexpr uint16_t kSprmTDefTable10 = 0xD606;
-constexpr uint16_t kSprmTDefTable = 0xD608;
 
 /// The tab operand whose length byte says 255 or more is measured by its own two counts: n deleted stops of
 /// four bytes each, then m added ones of three.
@@ -20,7 +19,7 @@ uint32_t MeasureTabs(ByteView operand) {
 KDWOperandPlace PlaceOfVariableOperand(ByteView sprm) {
   const uint16_t opcode = sprm.u16(0);
   if (opcode == 0) return {2, 0};
-  if (opcode == kSprmTDefTable10 || opcode == kSprmTDefTable) {
+  if (opcode == sprm_opcode::kTDefTable10 || opcode == sprm_opcode::kTDefTable) {
     const uint32_t sizeAndOne = sprm.u16(2);
     return {4, sizeAndOne > 0 ? sizeAndOne - 1 : 0};
   }
@@ -48,7 +47,8 @@ Status KDWSprmList::FindSprm(uint16_t opcode, KDWSprm* sprm) const {
 
 uint16_t KDWSprmList::GetCharIstd() const {
   KDWSprm sprm;
-  return FindSprm(kSprmCIstd, &sprm) == Status::kOk ? sprm.GetArgument().u16(0) : mso_word::kNoCharacterStyle;
+  return FindSprm(sprm_opcode::kCIstd, &sprm) == Status::kOk ? sprm.GetArgument().u16(0)
+                                                             : mso_word::kNoCharacterStyle;
 }
 
 Status KEnumSprmList::Next(KSprm& sprm) {

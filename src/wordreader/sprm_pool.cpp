@@ -1,16 +1,31 @@
 #include "wordreader/sprm_pool.h"
 
 #include <cstring>
-#include <functional>
-#include <string_view>
+
+namespace {
+
+/// Eight bytes at a time, the last ones together with some before them. It need not be better than it is: a
+/// list looks at a few slots only, wherever it falls.
+uint32_t hashOf(ByteView bytes) {
+  constexpr uint64_t kOdd = 0x9E3779B97F4A7C15;
+  const auto mix = [](uint64_t hash, uint64_t more) {
+    hash = (hash ^ more) * kOdd;
+    return hash ^ hash >> 32;
+  };
+  uint64_t hash = bytes.size();
+  for (size_t i = 0; i + 8 < bytes.size(); i += 8) hash = mix(hash, bytes.copyOf<uint64_t>(i));
+  const size_t last = bytes.size() < 8 ? 0 : bytes.size() - 8;
+  return static_cast<uint32_t>(mix(hash, bytes.copyOf<uint64_t>(last)));
+}
+
+}  // namespace
 
 KSprmPool::KSprmPool(ChainAllocator& allocator, uint64_t capacity)
     : allocator_(allocator), capacity_(capacity), slots_(kSlots) {}
 
 bool KSprmPool::Keep(ByteView* sprms) {
   if (sprms->empty()) return true;
-  const std::string_view bytes(reinterpret_cast<const char*>(sprms->data()), sprms->size());
-  const auto hash = static_cast<uint32_t>(std::hash<std::string_view>()(bytes));
+  const uint32_t hash = hashOf(*sprms);
   Slot& slot = SlotFor(*sprms, hash);
   if (!slot.Holds(*sprms, hash)) {
     if (sprms->size() > capacity_) return false;

@@ -4,6 +4,8 @@
 
 #include <clocale>
 #include <cstdlib>
+#include <thread>
+#include <vector>
 
 #include "base/status.h"
 
@@ -87,6 +89,27 @@ TEST(Encoding, AnotherCodePageIsReachedThroughIconv) {
 
 TEST(Encoding, WhatTheCodePageCannotHoldStaysUtf8) {
   EXPECT_EQ(KEncoding::WCharToString(936, L"\U0001F600"), "\U0001F600");
+}
+
+TEST(Encoding, TheLocaleIsSetFromSeveralThreadsAtOnce) {
+  std::setlocale(LC_ALL, "C");
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 8; ++i) threads.emplace_back([] { KEncoding::SetLocale("C.UTF-8"); });
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C.UTF-8");
+}
+
+TEST(Encoding, ALocaleThatIsSetAlreadyStaysUntouched) {
+  const char* const set = KEncoding::SetLocale("C.UTF-8");
+  EXPECT_EQ(KEncoding::SetLocale("C.UTF-8"), set);
+  EXPECT_STREQ(set, "C.UTF-8");
+}
+
+TEST(Encoding, ALocaleThatIsSetInPartIsSetWhole) {
+  std::setlocale(LC_ALL, "C.UTF-8");
+  std::setlocale(LC_NUMERIC, "C");
+  KEncoding::SetLocale("C.UTF-8");
+  EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C.UTF-8");
 }
 
 TEST(Encoding, AnUnknownLocaleFallsBackToOneThatConverts) {

@@ -19,11 +19,6 @@ struct TenBytes {
   StdioAdapter adapter;
 };
 
-/// Puts back the locale that the test began with.
-struct LocaleGuard {
-  ~LocaleGuard() { std::setlocale(LC_ALL, "C"); }
-};
-
 }  // namespace
 
 TEST(StdioAdapter, TellsTheSizeAndKeepsThePosition) {
@@ -112,22 +107,20 @@ TEST(DsWriteArchive, IsBadWhenTheFileCannotBeCreated) {
   EXPECT_FALSE(DsWriteArchive(files, static_cast<const wchar_t*>(nullptr)).good());
 }
 
-TEST(DsWriteArchive, TakesAWidePathThroughTheChineseLocale) {
+TEST(DsWriteArchive, TakesAWidePathInAnyLocale) {
   OutputFiles files;
-  LocaleGuard guard;
-  if (!std::setlocale(LC_ALL, "zh_CN.UTF-8")) GTEST_SKIP() << "the locale is not installed";
   std::setlocale(LC_ALL, "C");
   TempFolder folder;
   const std::string stem = folder.path() + "/";
   DsWriteArchive archive(files, (std::wstring(stem.begin(), stem.end()) + L"\u6587\u4ef6").c_str());
   EXPECT_TRUE(archive.good());
   EXPECT_TRUE(folder.exists("\xE6\x96\x87\xE4\xBB\xB6"));
-  EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "zh_CN.UTF-8") << "the locale stays set";
+  EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
 }
 
 TEST(DsWriteArchive, IsBadForAWidePathThatHasNoNarrowForm) {
   OutputFiles files;
-  LocaleGuard guard;
   const wchar_t loneSurrogate[] = {static_cast<wchar_t>(0xD800), 0};
   EXPECT_FALSE(DsWriteArchive(files, loneSurrogate).good());
+  EXPECT_FALSE(DsWriteArchive(files, L"").good());
 }

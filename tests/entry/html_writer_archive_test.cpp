@@ -391,7 +391,7 @@ TEST(ArchiveBuffer, ATextThatDoesNotFitFillsItFirst) {
 }
 
 TEST(ArchiveBuffer, MarkupAndTextMayMeetItsEndAnywhere) {
-  for (int left = 0; left < 160; ++left) {
+  for (int left = 0; left < 160; left += 3) {
     const std::string before(static_cast<size_t>(524288 - left), 'x');
     Output out;
     out->_Put(before.data(), static_cast<int>(before.size()));
@@ -482,6 +482,32 @@ TEST(ArchiveFile, WidePathsArePossible) {
   out->Put("x");
   out->Close();
   EXPECT_EQ(out.onDisk("\u4e2d.htm"), "x");
+}
+
+TEST(ArchiveBytes, SinceAPositionAreAtHandUntilTheyLeaveTheBuffer) {
+  Output out;
+  out->Put("first");
+  const uint64_t position = out->GetWrittenBytes();
+  EXPECT_EQ(out->WrittenSince(position), "");
+  out->Put("second");
+  EXPECT_EQ(out->WrittenSince(position), "second");
+  EXPECT_EQ(out->WrittenSince(0), "firstsecond");
+  const std::string much(KHtmlWriterArchive::kBufferSize, 'x');
+  out->Put(much.c_str());
+  EXPECT_EQ(out->WrittenSince(position), "");
+  const uint64_t later = out->GetWrittenBytes();
+  out->Put("third");
+  EXPECT_EQ(out->WrittenSince(later), "third");
+}
+
+TEST(ArchiveBytes, ThatAreDroppedAreNotAtHand) {
+  Output out;
+  out->Put("first");
+  out->Close();
+  const uint64_t position = out->GetWrittenBytes();
+  out->Put("dropped");
+  EXPECT_EQ(out->WrittenSince(position), "");
+  EXPECT_EQ(out->WrittenSince(0), "");
 }
 
 TEST(ArchiveFactory, RefusesANullTargetAndAPathThatCannotBeCreated) {

@@ -8,6 +8,7 @@
 #include <climits>
 #include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <random>
@@ -15,6 +16,7 @@
 #include <vector>
 
 #include "pagerex/numformat.h"
+#include "support/temp_folder.h"
 
 namespace {
 
@@ -419,6 +421,27 @@ TEST(DecimalPoint, IsThePointOfTheLocaleOnDemand) {
   const std::string point = std::localeconv()->decimal_point;
   EXPECT_EQ(GetDecimalPoint(false), L'.');
   EXPECT_EQ(GetDecimalPoint(true), point.size() == 1 ? static_cast<wchar_t>(point[0]) : L' ');
+}
+
+TEST(DecimalPoint, IsThatOfTheLocaleWhichIsSetJustThen) {
+  const support::TempFolder folder;
+  const std::string locale = folder.path("de_DE.UTF-8");
+  if (std::system(("localedef -i de_DE -f UTF-8 " + locale + " >/dev/null 2>&1").c_str()) != 0)
+    GTEST_SKIP() << "localedef does not make a locale";
+  wchar_t before[16], inGerman[16], withoutLocale[16], after[16];
+  _ftot(0.5, 1, before, 16, false, false, 0, nullptr);
+  setenv("LOCPATH", folder.path().c_str(), 1);
+  const bool isSet = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr;
+  _ftot(0.5, 1, inGerman, 16, false, false, 0, nullptr);
+  __dbltostr(0.5, 1, withoutLocale, 16, false, kFixedForm, false, 0, false);
+  std::setlocale(LC_NUMERIC, "C");
+  unsetenv("LOCPATH");
+  _ftot(0.5, 1, after, 16, false, false, 0, nullptr);
+  if (!isSet) GTEST_SKIP() << "the locale cannot be set";
+  EXPECT_STREQ(before, L"0.5");
+  EXPECT_STREQ(inGerman, L"0,5");
+  EXPECT_STREQ(withoutLocale, L"0.5");
+  EXPECT_STREQ(after, L"0.5");
 }
 
 TEST(ConvertDecimal, WritesAPlainNumber) {

@@ -200,28 +200,6 @@ TEST(CellQueue, HasNoRecordForACellBehindTheLast) {
   EXPECT_EQ(nullptr, cells.front().tc);
 }
 
-Bytes noBorder(uint16_t opcode, uint8_t first, uint8_t limit, uint8_t sides, size_t bytes) {
-  return sprm(opcode, ByteWriter().u8(first).u8(limit).u8(sides).fill(bytes, 0xFF).take());
-}
-
-TEST(ClearedSides, AreThoseThatTheRowSetsToNone) {
-  const Rows rows(
-      {Sprms{defTableSprm({0, 1, 2, 3}), noBorder(0xD62F, 0, 2, 0xF1, 8), noBorder(0xD62F, 1, 3, 4, 8),
-             sprm(0xD62F, ByteWriter().u8(0).u8(3).u8(8).fill(7, 0xFF).u8(0).take()),
-             noBorder(0xD620, 0, 3, 2, 4)}});
-  KCellQueue cells = rows.cells();
-  EXPECT_EQ(1, cells.front().clearedSides);
-  cells.pop();
-  EXPECT_EQ(5, cells.front().clearedSides);
-  cells.pop();
-  EXPECT_EQ(4, cells.front().clearedSides);
-}
-
-TEST(ClearedSides, ComeFromTheFormOfWord97WhereThereIsNoOther) {
-  const Rows rows({Sprms{defTableSprm({0, 1}), noBorder(0xD620, 0, 1, 2, 4), noBorder(0xD620, 0, 1, 8, 3)}});
-  EXPECT_EQ(2, rows.cells().front().clearedSides);
-}
-
 /// What a scan from `first` on must look like, made anew.
 void expectSameAsFrom(const std::vector<Sprms>& rows, uint32_t first, KTableScan& scan) {
   const Rows expected(std::vector<Sprms>(rows.begin() + first, rows.end()));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <stdexcept>
 
 #include "support/temp_folder.h"
@@ -34,8 +35,11 @@ class OpenDocument {
   KDRDocument document_;
 };
 
+/// The list stays where it is, as those of a document do.
 TableParagraph look(KTableParagraphs& paragraphs, const Sprms& sprms) {
-  return paragraphs.Look(ByteView(sprms.bytes().data(), sprms.size()));
+  static std::deque<Bytes> lists;
+  const Bytes& list = lists.emplace_back(sprms.bytes());
+  return paragraphs.Look(ByteView(list.data(), list.size()));
 }
 
 TableParagraph lookWithData(const Bytes& data, const Sprms& sprms) {
