@@ -135,6 +135,26 @@ TEST(DecompiledFormats, NameColoursInTheLocale) {
   EXPECT_EQ(writtenBack(Format(L"[Red]0"), Dialect::kOQ, &chinese), L"[红色]0");
 }
 
+TEST(DecompiledFormats, KeepEveryColour) {
+  expectUnchanged({L"[Black]0", L"[Blue]0", L"[Cyan]0", L"[Green]0", L"[Magenta]0", L"[Red]0", L"[White]0",
+                   L"[Yellow]0"});
+}
+
+TEST(DecompiledFormats, HaveTheirBracketsInFrontOfEachSection) {
+  EXPECT_EQ(back(L"0[Red];-0[DBNum2][Black]"), L"[Red]0;[Black][DBNum2]-0");
+  EXPECT_EQ(back(L"[DBNum2]General[$-804];@[White]"), L"[DBNum2][$-804]General;[White]@");
+}
+
+TEST(DecompiledFormats, PutNoMonthBehindOneThatNoSecondFollows) {
+  EXPECT_EQ(back(L"mm"), L"mm");
+  EXPECT_EQ(back(L"mm yyyy ss"), L"mm yyyy ss");
+}
+
+TEST(DecompiledFormats, JoinNeighbouringStrings) {
+  EXPECT_EQ(back(L"0\"a\"\"b\""), L"0\"ab\"");
+  EXPECT_EQ(back(L"\"a\"0\"b\""), L"\"a\"0\"b\"");
+}
+
 TEST(DecompiledFormats, EscapeWithAnExclamationMarkInJapanese) {
   const NF_FORMAT_PARAM japanese = in(kJapanese);
   EXPECT_EQ(writtenBack(Format(L"\\k0"), Dialect::kOQ, &japanese), L"!k0");

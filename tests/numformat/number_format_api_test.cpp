@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -16,6 +17,8 @@ class NumberFormatApi : public testing::Test {
     _XNFUnInit();
   }
 };
+
+constexpr double kLargestDouble = std::numeric_limits<double>::max();
 
 /// A format that was compiled through the cache.
 class Cached {
@@ -279,6 +282,7 @@ TEST_F(NumberFormatApi, ShowsAnEmptyValueAsZeroOnlyWhereAskedAndInAZeroSection) 
   EXPECT_EQ(oneShot(L"0.0;-0.0;0.00", tagged(NF_VT_EMPTY), &asZero), L"0.00");
   EXPECT_EQ(oneShot(L"0.0;-0.0;\"none\"", tagged(NF_VT_EMPTY)), std::nullopt);
   EXPECT_EQ(oneShot(L"0.0;-0.0", tagged(NF_VT_EMPTY), &asZero), std::nullopt);
+  EXPECT_EQ(styleOf(L"0.0;-0.0;0.00", tagged(NF_VT_EMPTY)).kind, 0u);
 }
 
 TEST_F(NumberFormatApi, FormatsNothingIntoNoWidth) {
@@ -378,6 +382,51 @@ TEST_F(NumberFormatApi, RoundsToZeroWhatLiesBelowTheLastDigitShown) {
   EXPECT_EQ(rounded(L"0,,", 0.5), 0);
   EXPECT_EQ(rounded(L"0,,", 123), 0);
   EXPECT_EQ(rounded(L"0.0", 0.04), 0);
+}
+
+TEST_F(NumberFormatApi, RoundsToNoMoreThan15DigitsAndThenNotAtAll) {
+  const auto decimals = [](size_t count) { return L"0." + std::wstring(count, L'0'); };
+  EXPECT_EQ(rounded(decimals(13).c_str(), 123.45678901234567), 123.4567890123457);
+  EXPECT_EQ(rounded(decimals(14).c_str(), 123.45678901234567), 123.45678901234567);
+  EXPECT_EQ(rounded(decimals(20).c_str(), 1.2345678901234567e-5), 1.234567890123457e-5);
+  EXPECT_EQ(rounded(decimals(21).c_str(), 1.2345678901234567e-5), 1.2345678901234567e-5);
+}
+
+TEST_F(NumberFormatApi, RoundsUpWhatLiesTwoUnitsBelowTheHalf) {
+  double value = 2.5;
+  for (int units = 1; units <= 2; ++units) {
+    value = std::nextafter(value, 0);
+    EXPECT_EQ(rounded(L"0", value), 3) << units;
+  }
+  EXPECT_EQ(rounded(L"0", std::nextafter(value, 0)), 2);
+}
+
+TEST_F(NumberFormatApi, RoundsNumbersThatOnlyAnExponentShows) {
+  EXPECT_NEAR(rounded(L"0.00E+0", 1.2345e-310), 1.2e-310, 1e-322);
+  EXPECT_DOUBLE_EQ(rounded(L"0.00E+0", 1.2345e300), 1.23e300);
+  EXPECT_EQ(rounded(L"0E+0", 0.00067), 0.001);
+}
+
+TEST_F(NumberFormatApi, RoundsToWholeUnitsAndThousands) {
+  EXPECT_EQ(rounded(L"0", 0.6), 1);
+  EXPECT_EQ(rounded(L"0,", 600), 1000);
+  EXPECT_EQ(rounded(L"0,", -400), 0);
+  EXPECT_EQ(rounded((L"0" + std::wstring(103, L',')).c_str(), 12), 0);
+}
+
+TEST_F(NumberFormatApi, KeepsTheSignOfAZeroThatHasAPlaceInTheFormat) {
+  EXPECT_TRUE(std::signbit(rounded(L"0,", -400)));
+  EXPECT_TRUE(std::signbit(rounded(L"0.0", -0.04)));
+  EXPECT_FALSE(std::signbit(rounded(L"0,", -60)));
+  EXPECT_FALSE(std::signbit(rounded(L"0,", -0.5)));
+  EXPECT_FALSE(std::signbit(rounded(L"# ?/?", -0.001)));
+}
+
+TEST_F(NumberFormatApi, RoundsToTheFractionThatIsShown) {
+  EXPECT_EQ(rounded(L"# ?/?", -2.3), -(2 + 2.0 / 7));
+  EXPECT_EQ(rounded(L"# ?/?", 0.001), 0);
+  EXPECT_EQ(rounded(L"# ?/?", 0.999), 1);
+  EXPECT_EQ(rounded(L"?/9", kLargestDouble), kLargestDouble);
 }
 
 TEST_F(NumberFormatApi, LeavesNumbersThatHaveNoDigitsToRound) {

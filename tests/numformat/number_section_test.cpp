@@ -158,6 +158,16 @@ TEST(Numbers, AreShownInPerMille) {
   EXPECT_EQ(value, 0.126);
 }
 
+TEST(Numbers, OfNothingAreZeroOnlyWhereThatIsAsked) {
+  std::optional<std::wstring> text;
+  NFSTYLE style;
+  const std::unique_ptr<KNFBase> section = perMille();
+  EXPECT_EQ(section->FormatNum(tagged(NF_VT_EMPTY), kDefaultParam, text, style), Status::kOk);
+  EXPECT_EQ(text, std::nullopt);
+  EXPECT_EQ(section->FormatNum(tagged(NF_VT_EMPTY), {-1, NF_EMPTY_AS_ZERO, 0}, text, style), Status::kOk);
+  EXPECT_EQ(text, L"0\xA1EB");
+}
+
 TEST(Numbers, HaveDigitsOfTheNumberingSystem) {
   expectShown({{L"[DBNum1]0.0", 1203.5, L"一二○三.五"},
                {L"[DBNum2]0", 120, L"壹贰零"},
@@ -254,6 +264,35 @@ TEST(Fractions, HaveTheDenominatorThatTheFormatGives) {
                {L"# ?/8", 1.95, L"2    "},
                {L"# ?/4", 0.375, L"  2/4"},
                {L"?/07", 1, L"7/07"}});
+}
+
+TEST(Fractions, OfAGivenDenominatorRoundHalvesUp) {
+  expectShown({{L"?/8", 0.0625, L"1/8"},
+               {L"?/8", 0.0624, L"0/8"},
+               {L"# ?/8", 1.0625, L"1 1/8"},
+               {L"# ?/8", 0.9375, L"1    "},
+               {L"# ?/8", 0.9374, L"  7/8"}});
+}
+
+TEST(Fractions, HaveNoDenominatorLongerThanTheFormat) {
+  expectShown({{L"#/#", 0.1, L"1/9"},
+               {L"#/##", 0.01, L"1/99"},
+               {L"#/##", 0.0101, L"1/99"},
+               {L"#/###", 0.01, L"1/100"},
+               {L"#/#", 0.04, L"0/1"},
+               {L"#/#", 0.06, L"1/9"}});
+}
+
+TEST(Fractions, HaveASignUnlessTheyVanish) {
+  expectShown({{L"# ?/?", -0.001, L"     "},
+               {L"?/?", -0.001, L"0/1"},
+               {L"?/?", -0.5, L"-1/2"},
+               {L"# ?/?", -3, L"-3    "}});
+}
+
+TEST(Fractions, TakeWhatLiesNextToAnIntegerAsThatInteger) {
+  EXPECT_EQ(shown(L"# ?/?", std::nextafter(3.0, 0)), L"3    ");
+  EXPECT_EQ(shown(L"# ?????\?/######", 2.9999), L"2   9999/10000");
 }
 
 TEST(Fractions, OfAnySizeAreShown) {

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "objectwriter/object_page.h"
@@ -186,6 +187,14 @@ TEST(FallbackEllipse, TakesItsLook) {
             "drawEllipse(0,0,144.000000,72.000000,3.000000,\"#00FF00\",\"#FF0000\",0.250000);");
 }
 
+TEST(FallbackEllipse, HasAnOutlineOfAPointAtLeast) {
+  const auto callWith = [](uint32_t emu) { return callOf(Shape(3).props(Props().number(0x01CB, emu))); };
+  const std::string start = "drawEllipse(0,0,144.000000,72.000000,";
+  const std::string end = ",\"#000000\",\"#ffffff\",1.000000);";
+  EXPECT_EQ(callWith(3175), start + "1.000000" + end);
+  EXPECT_EQ(callWith(15875), start + "1.250000" + end);
+}
+
 TEST(FallbackEllipse, WithoutFillOrLineHasNoColour) {
   EXPECT_EQ(callOf(Shape(3).props(Props().flag(0x01BB, false).number(0x0182, 1))),
             "drawEllipse(0,0,144.000000,72.000000,1.000000,\"#000000\",\"\",1.000000);");
@@ -262,6 +271,52 @@ TEST(ShapeScript, FunctionsTakeTheirArgumentsInThisOrder) {
             0u);
   EXPECT_EQ(
       std::string(ObjectWriter::kDrawLineScript).find("function drawLine(X0,  X1, Y0, Y1, color, size)"), 0u);
+}
+
+/// How often each of these lines stands in the script of the ellipse.
+std::vector<int> timesInEllipse(std::initializer_list<const char*> lines) {
+  std::vector<int> times;
+  for (const char* line : lines) {
+    const std::string whole = std::string("\t") + line + "\n", script = ObjectWriter::kDrawEllipseScript;
+    times.push_back(0);
+    for (size_t at = script.find(whole); at != std::string::npos; at = script.find(whole, at + 1))
+      ++times.back();
+  }
+  return times;
+}
+
+TEST(ShapeScript, EllipseLiesAroundTheMiddleOfItsBox) {
+  EXPECT_THAT(timesInEllipse({"var cx = left + width / 2;", "var cy = top - height / 2;",
+                              "var a = width / 2;", "var b = height / 2;"}),
+              testing::Each(1));
+}
+
+TEST(ShapeScript, EllipseIsFilledByUprightStripsAPointWide) {
+  EXPECT_THAT(
+      timesInEllipse(
+          {"if (fc != \"\")", "for (x = -a; x <= a; x += 1)", "y = Math.sqrt(b * b * (1 - x * x / (a * a)));",
+           "window.document.writeln(\"<div style='position:absolute;left:\" + (x + cx) + \"pt;top:\" + "
+           "(-y - cy) +",
+           "\"pt;width:1pt;height:\" + (y * 2) + \"pt;border:1pt solid;border-color:\" + fc +",
+           "\";MozOpacity:\" + opac + \";Opacity:\" + opac + \"'></div>\");"}),
+      testing::Each(1));
+}
+
+TEST(ShapeScript, EllipseIsOutlinedHalfAPointApartAlongBothAxes) {
+  EXPECT_THAT(timesInEllipse({"for (w = 0; w < bw - 0.5; w += 0.5)", "aa = a - w;", "bb = b - w;"}),
+              testing::Each(2));
+  EXPECT_THAT(
+      timesInEllipse({"for (x = -aa; x <= aa; x += 1)", "y = Math.sqrt(bb * bb * (1 - x * x / (aa * aa)));",
+                      "for (y = -bb; y <= bb; y += 1)", "x = Math.sqrt(aa * aa * (1 - y * y / (bb * bb)));"}),
+      testing::Each(1));
+}
+
+TEST(ShapeScript, DotsOfTheOutlineAreAPointThick) {
+  EXPECT_THAT(timesInEllipse(
+                  {"function dot(x, y)",
+                   "window.document.writeln(\"<div style='position:absolute;left:\" + x + \"pt;top:\" + y +",
+                   "\"pt;border:1pt solid;border-color:\" + bc + \"'></div>\");"}),
+              testing::Each(1));
 }
 
 TEST(ShapeScript, EllipseIsOutlinedByOppositeDots) {
