@@ -26,6 +26,8 @@ constexpr size_t sizeOf(const char (&)[sizeAndNul]) {
   if (size >= 8) {
     if (size <= 16) {
       copyEnds<8>(out, from, size);
+    } else if (size <= 32) {
+      copyEnds<16>(out, from, size);
     } else {
       std::memcpy(out, from, size);
     }

@@ -3,9 +3,6 @@
 namespace {
 
 constexpr uint16_t kSprmCIstd = 0x4A30;
-constexpr uint16_t kSprmPChgTabs = 0xC615;
-constexpr uint16_t kSprmTDefTable10 = 0xD606;
-constexpr uint16_t kSprmTDefTable = 0xD608;
 
 /// The tab operand whose length byte says 255 or more is measured by its own two counts: n deleted stops of
 /// four bytes each, then m added ones of three.
@@ -17,7 +14,7 @@ uint32_t MeasureTabs(ByteView operand) {
 
 }  // namespace
 
-KDWOperandPlace PlaceOfVariableOperand(ByteView sprm) {
+KDWOperandPlace PlaceOfOddOperand(ByteView sprm) {
   const uint16_t opcode = sprm.u16(0);
   if (opcode == 0) return {2, 0};
   if (opcode == kSprmTDefTable10 || opcode == kSprmTDefTable) {

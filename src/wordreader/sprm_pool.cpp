@@ -26,24 +26,26 @@ KSprmPool::KSprmPool(ChainAllocator& allocator, uint64_t capacity)
 bool KSprmPool::Keep(ByteView* sprms) {
   if (sprms->empty()) return true;
   const uint32_t hash = hashOf(*sprms);
-  Slot& slot = SlotFor(*sprms, hash);
-  if (!slot.Holds(*sprms, hash)) {
-    if (sprms->size() > capacity_) return false;
-    capacity_ -= sprms->size();
-    void* copy = allocator_.Alloc(sprms->size());
-    std::memcpy(copy, sprms->data(), sprms->size());
-    slot = {static_cast<const uint8_t*>(copy), hash, static_cast<uint32_t>(sprms->size())};
+  Slot* free = nullptr;
+  for (uint32_t way = 0; way < kWays && !free; ++way) {
+    Slot& slot = slots_[(hash + way) % kSlots];
+    if (!slot.data) free = &slot;
+    if (slot.Holds(*sprms, hash)) {
+      *sprms = ByteView(slot.data, slot.size);
+      return true;
+    }
   }
-  *sprms = ByteView(slot.data, slot.size);
-  return true;
+  return Enter(free ? *free : slots_[hash % kSlots], hash, sprms);
 }
 
-KSprmPool::Slot& KSprmPool::SlotFor(ByteView sprms, uint32_t hash) {
-  for (uint32_t way = 0; way < kWays; ++way) {
-    Slot& slot = slots_[(hash + way) % kSlots];
-    if (!slot.data || slot.Holds(sprms, hash)) return slot;
-  }
-  return slots_[hash % kSlots];
+bool KSprmPool::Enter(Slot& slot, uint32_t hash, ByteView* sprms) {
+  if (sprms->size() > capacity_) return false;
+  capacity_ -= sprms->size();
+  void* copy = allocator_.Alloc(sprms->size());
+  std::memcpy(copy, sprms->data(), sprms->size());
+  slot = {static_cast<const uint8_t*>(copy), hash, static_cast<uint32_t>(sprms->size())};
+  *sprms = ByteView(slot.data, slot.size);
+  return true;
 }
 
 bool KSprmPool::Slot::Holds(ByteView sprms, uint32_t sprmsHash) const {

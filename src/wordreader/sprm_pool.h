@@ -27,8 +27,8 @@ class KSprmPool {
   static constexpr uint32_t kSlots = 4096;
   static constexpr uint32_t kWays = 4;  ///< slots in which a list may stand
 
-  /// The slot that holds the list; else a free one, or one whose list gives way.
-  Slot& SlotFor(ByteView sprms, uint32_t hash);
+  /// Copies the list to a slot, whose own gives way. False if there is no room left.
+  bool Enter(Slot& slot, uint32_t hash, ByteView* sprms);
 
   ChainAllocator& allocator_;
   uint64_t capacity_;  ///< bytes left
