@@ -255,7 +255,9 @@ inline char* KHtmlWriterArchive::EscapeOne(unsigned char byte, char* out, uint8_
 
 inline char* KHtmlWriterArchive::EscapeOne(unsigned short unit, char* out, uint8_t& previous) {
   if (unit == 0) return out;
-  const char32_t character = joiner_.Join(unit);
+  const bool isSurrogate = (unit & 0xF800) == 0xD800;
+  if (!isSurrogate) joiner_.Reset();
+  const char32_t character = isSurrogate ? joiner_.Join(unit) : unit;
   if (character < 128) return EscapeOne(static_cast<unsigned char>(character), out, previous);
   const size_t size = encodeUtf8(character, out);
   if (size > 0) previous = static_cast<uint8_t>(out[size - 1]);

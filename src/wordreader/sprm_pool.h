@@ -21,8 +21,6 @@ class KSprmPool {
     const uint8_t* data = nullptr;
     uint32_t hash = 0;
     uint32_t size = 0;
-
-    bool Holds(ByteView sprms, uint32_t sprmsHash) const;
   };
   static constexpr uint32_t kSlots = 4096;
   static constexpr uint32_t kWays = 4;  ///< slots in which a list may stand
@@ -32,5 +30,6 @@ class KSprmPool {
 
   ChainAllocator& allocator_;
   uint64_t capacity_;  ///< bytes left
+  ByteView last_;      ///< what was kept or found last
   std::vector<Slot> slots_;
 };

@@ -8,10 +8,9 @@ uint32_t VtxTextPool<Char, PageBits>::read(uint32_t at, Char* out, uint32_t n) c
   if (at >= size_) return 0;
   const uint32_t total = std::min(n, size_ - at);
   for (uint32_t done = 0; done < total;) {
-    uint32_t here = 0;
-    const Char* text = run(at + done, &here);
-    here = std::min(here, total - done);
-    std::memcpy(out + done, text, here * sizeof(Char));
+    const uint32_t place = (at + done) & (kPageSize - 1);
+    const uint32_t here = std::min(kPageSize - place, total - done);
+    std::memcpy(out + done, pages_[(at + done) >> PageBits] + place, here * sizeof(Char));
     done += here;
   }
   return total;
