@@ -19,16 +19,16 @@ constexpr size_t sizeOf(const char (&)[sizeAndNul]) {
   return sizeAndNul - 1;
 }
 
-/// Copies a text that is most likely short, such as a name or a number, and returns the place behind it.
+constexpr size_t kShort = 32;
+
+/// Copies a text of less than kShort bytes, such as a name or a number, and returns the place behind it.
 [[gnu::always_inline]] inline char* copyShort(char* out, std::string_view text) {
   const char* const from = text.data();
   const size_t size = text.size();
-  if (size >= 8) {
-    if (size <= 16) {
-      copyEnds<8>(out, from, size);
-    } else {
-      std::memcpy(out, from, size);
-    }
+  if (size >= 16) {
+    copyEnds<16>(out, from, size);
+  } else if (size >= 8) {
+    copyEnds<8>(out, from, size);
   } else if (size >= 4) {
     copyEnds<4>(out, from, size);
   } else if (size > 0) {
@@ -41,7 +41,7 @@ constexpr size_t sizeOf(const char (&)[sizeAndNul]) {
 
 /// The same for a literal.
 template <size_t sizeAndNul>
-char* copyShort(char* out, const char (&text)[sizeAndNul]) {
+[[gnu::always_inline]] inline char* copyShort(char* out, const char (&text)[sizeAndNul]) {
   std::memcpy(out, text, sizeAndNul - 1);
   return out + sizeAndNul - 1;
 }

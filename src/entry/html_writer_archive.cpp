@@ -80,12 +80,15 @@ KHtmlWriterArchive::~KHtmlWriterArchive() {
 // Markup.
 
 void KHtmlWriterArchive::WriteStartTag(std::string_view name, std::string_view ns) {
+  const bool done = !ns.data() && (tagOpen_ ? WriteQuickly("><", name) : WriteQuickly("<", name));
+  if (!done) return WriteStartTagSlowly(name, ns);
+  if (tagOpen_) pendingSpace_ = 0;
+  tagOpen_ = true;
+}
+
+void KHtmlWriterArchive::WriteStartTagSlowly(std::string_view name, std::string_view ns) {
   EnsureWriteRight();
-  if (ns.data()) {
-    WriteAll("<", ns, ":", name);
-  } else {
-    WriteAll("<", name);
-  }
+  WriteAll({"<", ns, ns.data() ? ":" : "", name});
   tagOpen_ = true;
 }
 
@@ -95,23 +98,21 @@ void KHtmlWriterArchive::EndElement(bool empty) {
 }
 
 void KHtmlWriterArchive::WriteEndTag(std::string_view name, std::string_view ns) {
+  if (tagOpen_ || ns.data() || !WriteQuickly("</", name, ">")) WriteEndTagSlowly(name, ns);
+}
+
+void KHtmlWriterArchive::WriteEndTagSlowly(std::string_view name, std::string_view ns) {
   EnsureWriteRight();
-  if (ns.data()) {
-    WriteAll("</", ns, ":", name, ">");
-  } else {
-    WriteAll("</", name, ">");
-  }
+  WriteAll({"</", ns, ns.data() ? ":" : "", name, ">"});
 }
 
 void KHtmlWriterArchive::WriteAttribute(std::string_view name, std::string_view value) {
-  WriteAll(" ", name, "=\"", value, "\"");
+  if (!WriteQuickly(" ", name, "=\"", value, "\"")) WriteAll({" ", name, "=\"", value, "\""});
 }
 
 void KHtmlWriterArchive::WriteAttribute(std::string_view name, std::string_view value, std::string_view ns,
                                         std::string_view quote) {
-  Write(" "sv);
-  if (ns.data()) WriteAll(ns, ":");
-  WriteAll(name, "=", quote, value, quote);
+  WriteAll({" ", ns, ns.data() ? ":" : "", name, "=", quote, value, quote});
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name, int value, const char* ns, const char* quote) {
@@ -150,7 +151,7 @@ void KHtmlWriterArchive::AddAttribute(const char* name, const unsigned short* va
 }
 
 void KHtmlWriterArchive::AddAttribute(const char* name) {
-  WriteAll(" ", viewOf(name));
+  WriteAll({" ", viewOf(name)});
 }
 
 // Document text.
@@ -256,7 +257,9 @@ inline char* KHtmlWriterArchive::EscapeOne(unsigned char byte, char* out, uint8_
 
 inline char* KHtmlWriterArchive::EscapeOne(unsigned short unit, char* out, uint8_t& previous) {
   if (unit == 0) return out;
-  const char32_t character = joiner_.Join(unit);
+  const bool isSurrogate = (unit & 0xF800) == 0xD800;
+  if (!isSurrogate) joiner_.Reset();
+  const char32_t character = isSurrogate ? joiner_.Join(unit) : unit;
   if (character < 128) return EscapeOne(static_cast<unsigned char>(character), out, previous);
   const size_t size = encodeUtf8(character, out);
   if (size > 0) previous = static_cast<uint8_t>(out[size - 1]);
@@ -352,7 +355,7 @@ void KHtmlWriterArchive::StartCssBlock(const char* selector) {
   if (!selector) return;
   EnsureWriteRight();
   EnsureEndCss();
-  WriteAll(std::string_view(selector), "\r\n{");
+  WriteAll({selector, "\r\n{"});
   cssInBlock_ = true;
   cssOpen_ = true;
 }
@@ -387,14 +390,15 @@ void KHtmlWriterArchive::EnsureEndCss() {
 }
 
 void KHtmlWriterArchive::WriteCssProp(std::string_view name, std::string_view value) {
-  if (!cssOpen_) StartCssStyle();
-  WriteAll(name, ":", value, ";");
-  if (cssInBlock_) PutNewLine();
+  const bool done = !cssInBlock_ && (cssOpen_ ? WriteQuickly(name, ":", value, ";")
+                                              : WriteQuickly(" style=\"", name, ":", value, ";"));
+  if (!done) return WriteCssProp(name, value, {});
+  cssOpen_ = true;
 }
 
 void KHtmlWriterArchive::WriteCssProp(std::string_view name, std::string_view value, std::string_view quote) {
   if (!cssOpen_) StartCssStyle();
-  WriteAll(name, ":", quote, value, quote, ";");
+  WriteAll({name, ":", quote, value, quote, ";"});
   if (cssInBlock_) PutNewLine();
 }
 
@@ -441,7 +445,7 @@ void KHtmlWriterArchive::_Put(const char* data, int length) {
   if (data && length > 0) Write(data, static_cast<size_t>(length));
 }
 
-void KHtmlWriterArchive::WriteOneByOne(std::initializer_list<std::string_view> texts) {
+void KHtmlWriterArchive::WriteAll(std::initializer_list<std::string_view> texts) {
   for (const std::string_view text : texts) Write(text);
 }
 

@@ -96,7 +96,9 @@ class KHtmlWriterArchive final : public IWriteArchive {
   template <class Path>
   Status OpenFile(const Path* path);
   void WriteOut();
-  void WriteOneByOne(std::initializer_list<std::string_view> texts);
+  void WriteStartTagSlowly(std::string_view name, std::string_view ns);
+  void WriteEndTagSlowly(std::string_view name, std::string_view ns);
+  void WriteAll(std::initializer_list<std::string_view> texts);
   void WriteSlowly(const char* data, size_t length);
   void EnsureEndCss();
   void AddContentBytes(std::string_view text, bool breaks);
@@ -123,16 +125,15 @@ class KHtmlWriterArchive final : public IWriteArchive {
     }
   }
   void Write(std::string_view text) { Write(text.data(), text.size()); }
-  /// Views and literals in a row.
+  /// Writes short views and literals in a row. False, and nothing written, if one is long or there is no
+  /// room. Calls nothing, so that its caller saves no registers.
   template <class... Texts>
-  [[gnu::always_inline]] void WriteAll(const Texts&... texts) {
-    if ((sizeOf(texts) + ...) <= capacity_ - used_) {
-      char* out = buffer_ + used_;
-      ((out = copyShort(out, texts)), ...);
-      used_ = static_cast<uint32_t>(out - buffer_);
-    } else {
-      WriteOneByOne({texts...});
-    }
+  [[gnu::always_inline]] bool WriteQuickly(const Texts&... texts) {
+    if ((sizeOf(texts) | ...) >= kShort || (sizeOf(texts) + ...) > capacity_ - used_) return false;
+    char* out = buffer_ + used_;
+    ((out = copyShort(out, texts)), ...);
+    used_ = static_cast<uint32_t>(out - buffer_);
+    return true;
   }
   void EnsureWriteRight() {
     if (!tagOpen_) return;

@@ -77,22 +77,25 @@ Status _KDRScanner::ScanTextPool(const _PieceEx& ex, KTextPool& pool) {
 }
 
 void _KDRScanner::ReadText(bool wide, uint32_t n, KTextPool& pool) {
-  unsigned char bytes[kBlock * 2];
   unsigned short characters[kBlock];
+  unsigned char bytes[kBlock];
   while (n > 0) {
     const uint32_t block = std::min(n, kBlock);
-    const uint32_t blockBytes = wide ? block * 2 : block;
-    // What the stream does not hold is zero: the positions of later pieces count on it.
-    const uint32_t arrived = word_.get(bytes, blockBytes);
-    std::memset(bytes + arrived, 0, blockBytes - arrived);
     if (wide) {
-      std::memcpy(characters, bytes, blockBytes);
+      ReadBytes(reinterpret_cast<unsigned char*>(characters), block * 2);
     } else {
+      ReadBytes(bytes, block);
       MsoCP1252ToWcs(bytes, block, characters);
     }
     pool.append(characters, block);
     n -= block;
   }
+}
+
+/// What the stream does not hold is zero: the positions of later pieces count on it.
+void _KDRScanner::ReadBytes(unsigned char* bytes, uint32_t count) {
+  const uint32_t arrived = word_.get(bytes, count);
+  std::memset(bytes + arrived, 0, count - arrived);
 }
 
 // Paragraphs

@@ -34,6 +34,7 @@ class _KDRScanner {
   Status ScanRuns(const _PieceEx& ex, const _PieceWrapper& piece);
 
   void ReadText(bool wide, uint32_t n, KTextPool& pool);
+  void ReadBytes(unsigned char* bytes, uint32_t count);
 
   _SubDoc& Current() { return subDocs_[subDoc_.GetType()]; }
   bool InMainText() const { return subDoc_.GetType() == mso_word::SUBDOC_MAIN; }

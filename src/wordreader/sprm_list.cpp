@@ -4,7 +4,6 @@
 
 namespace {
 
-constexpr uint16_t kSprmPChgTabs = 0xC615;
 
 /// The tab operand whose length byte says 255 or more is measured by its own two counts: n deleted stops of
 /// four bytes each, then m added ones of three.
@@ -16,7 +15,7 @@ uint32_t MeasureTabs(ByteView operand) {
 
 }  // namespace
 
-KDWOperandPlace PlaceOfVariableOperand(ByteView sprm) {
+KDWOperandPlace PlaceOfOddOperand(ByteView sprm) {
   const uint16_t opcode = sprm.u16(0);
   if (opcode == 0) return {2, 0};
   if (opcode == sprm_opcode::kTDefTable10 || opcode == sprm_opcode::kTDefTable) {

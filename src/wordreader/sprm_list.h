@@ -7,6 +7,10 @@
 #include "base/status.h"
 #include "wordreader/mso_word.h"
 
+constexpr uint16_t kSprmPChgTabs = 0xC615;
+constexpr uint16_t kSprmTDefTable10 = 0xD606;
+constexpr uint16_t kSprmTDefTable = 0xD608;
+
 /// Where the operand of a sprm stands, as the sprm declares it: it may run past the bytes.
 struct KDWOperandPlace {
   uint32_t offset;  ///< bytes from the start of the sprm
@@ -15,16 +19,20 @@ struct KDWOperandPlace {
   uint32_t end() const { return offset + size; }
 };
 
-/// The place for an opcode of variable length, or of 0.
-KDWOperandPlace PlaceOfVariableOperand(ByteView sprm);
+/// The place for an opcode of 0, and for those of variable length that are measured in a way of their own.
+KDWOperandPlace PlaceOfOddOperand(ByteView sprm);
 
-/// The place by the top three bits of the opcode, for most sprms.
+/// The place by the top three bits of the opcode, for most sprms; the length of others stands in front of the
+/// operand.
 inline KDWOperandPlace PlaceOfOperand(ByteView sprm) {
-  static constexpr uint8_t kVariable = 0;
-  static constexpr uint8_t OpLen[8] = {1, 1, 2, 4, 2, 2, kVariable, 3};
+  constexpr uint8_t kVariable = 0;
+  constexpr uint8_t OpLen[8] = {1, 1, 2, 4, 2, 2, kVariable, 3};
   const uint16_t opcode = sprm.u16(0);
   const uint8_t fixed = OpLen[opcode >> 13];
-  return opcode != 0 && fixed != kVariable ? KDWOperandPlace{2, fixed} : PlaceOfVariableOperand(sprm);
+  if (fixed != kVariable && opcode != 0) return {2, fixed};
+  const bool isOdd =
+      opcode == 0 || opcode == kSprmPChgTabs || opcode == kSprmTDefTable10 || opcode == kSprmTDefTable;
+  return isOdd ? PlaceOfOddOperand(sprm) : KDWOperandPlace{3, sprm.u8(2)};
 }
 
 /// Size of the operand of the sprm at the start of `sprm`, and where it begins. The operand may run past the
@@ -86,8 +94,14 @@ class KDWSprmList {
     Status Next(KDWSprm* sprm) {
       if (left_.size() < 2) return Status::kFailure;
       const KDWOperandPlace place = PlaceOfOperand(left_);
-      *sprm = KDWSprm(left_.u16(0), left_.part(place.offset, place.size), place.end());
-      left_ = left_.part(place.end());
+      const uint8_t* const bytes = left_.data();
+      if (place.end() <= left_.size()) {
+        *sprm = KDWSprm(left_.u16(0), ByteView(bytes + place.offset, place.size), place.end());
+        left_ = ByteView(bytes + place.end(), left_.size() - place.end());
+      } else {
+        *sprm = KDWSprm(left_.u16(0), left_.part(place.offset), place.end());
+        left_ = {};
+      }
       return Status::kOk;
     }
 

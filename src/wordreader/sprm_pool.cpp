@@ -12,10 +12,20 @@ uint32_t hashOf(ByteView bytes) {
     hash = (hash ^ more) * kOdd;
     return hash ^ hash >> 32;
   };
+  const auto load = [](const uint8_t* from) {
+    uint64_t word;
+    std::memcpy(&word, from, sizeof word);
+    return word;
+  };
   uint64_t hash = bytes.size();
-  for (size_t i = 0; i + 8 < bytes.size(); i += 8) hash = mix(hash, bytes.copyOf<uint64_t>(i));
-  const size_t last = bytes.size() < 8 ? 0 : bytes.size() - 8;
-  return static_cast<uint32_t>(mix(hash, bytes.copyOf<uint64_t>(last)));
+  if (bytes.size() < 8) return static_cast<uint32_t>(mix(hash, bytes.copyOf<uint64_t>(0)));
+  const uint8_t* const last = bytes.data() + bytes.size() - 8;
+  for (const uint8_t* from = bytes.data(); from < last; from += 8) hash = mix(hash, load(from));
+  return static_cast<uint32_t>(mix(hash, load(last)));
+}
+
+bool isEqual(ByteView a, ByteView b) {
+  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size()) == 0;
 }
 
 }  // namespace
@@ -25,27 +35,30 @@ KSprmPool::KSprmPool(ChainAllocator& allocator, uint64_t capacity)
 
 bool KSprmPool::Keep(ByteView* sprms) {
   if (sprms->empty()) return true;
+  // Neighbours often have the same.
+  if (isEqual(*sprms, last_)) {
+    *sprms = last_;
+    return true;
+  }
   const uint32_t hash = hashOf(*sprms);
-  Slot& slot = SlotFor(*sprms, hash);
-  if (!slot.Holds(*sprms, hash)) {
-    if (sprms->size() > capacity_) return false;
-    capacity_ -= sprms->size();
-    void* copy = allocator_.Alloc(sprms->size());
-    std::memcpy(copy, sprms->data(), sprms->size());
-    slot = {static_cast<const uint8_t*>(copy), hash, static_cast<uint32_t>(sprms->size())};
-  }
-  *sprms = ByteView(slot.data, slot.size);
-  return true;
-}
-
-KSprmPool::Slot& KSprmPool::SlotFor(ByteView sprms, uint32_t hash) {
-  for (uint32_t way = 0; way < kWays; ++way) {
+  Slot* free = nullptr;
+  for (uint32_t way = 0; way < kWays && !free; ++way) {
     Slot& slot = slots_[(hash + way) % kSlots];
-    if (!slot.data || slot.Holds(sprms, hash)) return slot;
+    if (!slot.data) free = &slot;
+    if (slot.hash == hash && isEqual(*sprms, ByteView(slot.data, slot.size))) {
+      *sprms = last_ = ByteView(slot.data, slot.size);
+      return true;
+    }
   }
-  return slots_[hash % kSlots];
+  return Enter(free ? *free : slots_[hash % kSlots], hash, sprms);
 }
 
-bool KSprmPool::Slot::Holds(ByteView sprms, uint32_t sprmsHash) const {
-  return hash == sprmsHash && size == sprms.size() && data && std::memcmp(data, sprms.data(), size) == 0;
+bool KSprmPool::Enter(Slot& slot, uint32_t hash, ByteView* sprms) {
+  if (sprms->size() > capacity_) return false;
+  capacity_ -= sprms->size();
+  void* copy = allocator_.Alloc(sprms->size());
+  std::memcpy(copy, sprms->data(), sprms->size());
+  slot = {static_cast<const uint8_t*>(copy), hash, static_cast<uint32_t>(sprms->size())};
+  *sprms = last_ = ByteView(slot.data, slot.size);
+  return true;
 }

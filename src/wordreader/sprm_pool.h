@@ -21,16 +21,15 @@ class KSprmPool {
     const uint8_t* data = nullptr;
     uint32_t hash = 0;
     uint32_t size = 0;
-
-    bool Holds(ByteView sprms, uint32_t sprmsHash) const;
   };
   static constexpr uint32_t kSlots = 4096;
   static constexpr uint32_t kWays = 4;  ///< slots in which a list may stand
 
-  /// The slot that holds the list; else a free one, or one whose list gives way.
-  Slot& SlotFor(ByteView sprms, uint32_t hash);
+  /// Copies the list to a slot, whose own gives way. False if there is no room left.
+  bool Enter(Slot& slot, uint32_t hash, ByteView* sprms);
 
   ChainAllocator& allocator_;
   uint64_t capacity_;  ///< bytes left
+  ByteView last_;      ///< what was kept or found last
   std::vector<Slot> slots_;
 };

@@ -24,7 +24,11 @@ class VtxTextPool {
   void clear();
 
  private:
-  std::vector<std::unique_ptr<Char[]>> pages_;
+  /// Allocates as many pages as there are, up to a limit.
+  void AddPages();
+
+  std::vector<std::unique_ptr<Char[]>> allocations_;
+  std::vector<Char*> pages_;  ///< in the allocations; the last ones may not be in use yet
   uint32_t size_ = 0;
 };
 

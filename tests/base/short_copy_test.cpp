@@ -7,7 +7,7 @@
 #include <vector>
 
 TEST(ShortCopy, CopiesEverySizeAndNoMore) {
-  for (size_t size = 0; size < 70; ++size) {
+  for (size_t size = 0; size < kShort; ++size) {
     std::vector<char> text(size);
     std::iota(text.begin(), text.end(), 'A');
     std::vector<char> out(size + 1, '#');

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <vector>
 
 namespace {
@@ -38,4 +39,34 @@ TEST(CodePage1252, MapsTheCodesInBetween) {
   std::vector<unsigned short> characters(codes.size());
   MsoCP1252ToWcs(codes.data(), static_cast<unsigned>(codes.size()), characters.data());
   EXPECT_EQ(characters, expected);
+}
+
+TEST(CodePage1252, WidensBlocksAsTheByteByByteWideningDoes) {
+  std::mt19937 random(3);
+  for (unsigned length = 0; length < 80; ++length) {
+    for (int round = 0; round < 40; ++round) {
+      // Most rounds have few codes of those that are no characters of their own, or none.
+      std::vector<unsigned char> text(length);
+      for (unsigned char& byte : text) {
+        byte = static_cast<unsigned char>(random() % 30 < 29u ? random() % 128 : 0x7E + random() % 130);
+      }
+      std::vector<unsigned short> blocks(length), ones(length);
+      MsoCP1252ToWcs(text.data(), length, blocks.data());
+      MsoCP1252ToWcsByOnes(text.data(), length, ones.data());
+      ASSERT_EQ(blocks, ones) << length;
+    }
+  }
+}
+
+TEST(CodePage1252, KnowsEachCodeAtEachPlaceOfABlock) {
+  for (unsigned code = 0; code < 0x100; ++code) {
+    for (unsigned place = 0; place < 16; ++place) {
+      std::vector<unsigned char> text(17, 'a');
+      text[place] = static_cast<unsigned char>(code);
+      std::vector<unsigned short> characters(17);
+      MsoCP1252ToWcs(text.data() + 1, 16, characters.data() + 1);
+      MsoCP1252ToWcs(text.data(), 16, characters.data());
+      ASSERT_EQ(characters[place], characterOf(static_cast<unsigned char>(code)));
+    }
+  }
 }

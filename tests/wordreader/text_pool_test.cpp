@@ -63,6 +63,11 @@ TEST(TextPool, GoesOnInThePageBeforeWhenTheLastOneEmpties) {
   EXPECT_EQ(pool[255], 9);
 }
 
+TEST(TextPool, HoldsTextOfManyPages) {
+  const KTextPool pool = countingPool(256 * 100 + 7);
+  for (uint32_t i = 0; i < pool.size(); ++i) ASSERT_EQ(pool[i], i);
+}
+
 TEST(TextPool, StaysEmptyWhenAnEmptyOneIsPopped) {
   KTextPool pool;
   pool.pop_back();
