@@ -39,6 +39,7 @@ void KColumnEdges::Finish() {
   edges_.insert(edges_.end(), pending_.begin(), pending_.end());
   std::inplace_merge(edges_.begin(), edges_.begin() + middle, edges_.end(), Before);
   pending_.clear();
+  ordered_ += edges_.size();
 }
 
 bool KColumnEdges::EndsBefore(int16_t twips, uint32_t row) const {
@@ -170,6 +171,7 @@ uint32_t KMergeRuns::EndOfRun(const KTableScan& scan, uint32_t row, int16_t left
   if (row < run.first || row > run.end) {
     run = {row, row};
     while (run.end < scan.EndRow() && continuesMerge(scan.Row(run.end).definition(), left)) ++run.end;
+    looks_ += run.end - row + 1;
   }
   return run.end;
 }

@@ -29,6 +29,8 @@ class KColumnEdges {
   int16_t operator[](uint32_t i) const { return edges_[i].twips; }
   /// Index of an edge, -1 if there is none. A binary search.
   int32_t IndexOf(int16_t twips) const;
+  /// How many edges were brought into order so far, again and again where they were merged with others.
+  uint64_t ordered() const { return ordered_; }
 
  private:
   struct Edge {
@@ -40,6 +42,7 @@ class KColumnEdges {
   std::vector<Edge> edges_;    ///< ascending
   size_t next_ = 0;            ///< the edge behind the one that was added last, or 0
   std::vector<Edge> pending_;  ///< as they came; merged in bulk, since a table may have 65,536 of them
+  uint64_t ordered_ = 0;
 };
 
 /// Where the definition of one row lies. All there is of a row until its cells are written.
@@ -126,6 +129,8 @@ class KMergeRuns {
   void Clear() { runs_.clear(); }
   /// The first row from `row` on whose cell at the edge `left` does not continue a merge.
   uint32_t EndOfRun(const KTableScan& scan, uint32_t row, int16_t left);
+  /// How many rows were looked at so far.
+  uint64_t looks() const { return looks_; }
 
  private:
   /// Rows [first, end) continue, row `end` does not.
@@ -134,6 +139,7 @@ class KMergeRuns {
     uint32_t end = 0;
   };
   std::map<int16_t, Run> runs_;  ///< by edge
+  uint64_t looks_ = 0;
 };
 
 /// How many rows a merge covers that starts in row `row` at the edge `left`: itself and the rows below whose

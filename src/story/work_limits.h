@@ -57,6 +57,7 @@ class KWorkLimits {
   /// A table is opened, or one of its paragraphs looked at ahead, or a cell written that has no content.
   bool OpenTable() { return tables_.Take(); }
   bool LookAhead() { return looks_.Take(); }
+  uint64_t looksLeft() const { return looks_.left(); }
   bool FillCell() { return fillers_.Take(); }
   /// A shape is written; `cost` counts its properties, points and the like.
   bool WriteShape(uint64_t cost) { return shapes_.Take(cost); }

@@ -1,9 +1,6 @@
 #include "wordreader/sprm_list.h"
 
-#include "wordreader/sprm_opcodes.h"
-
 namespace {
-
 
 /// The tab operand whose length byte says 255 or more is measured by its own two counts: n deleted stops of
 /// four bytes each, then m added ones of three.
@@ -23,7 +20,7 @@ KDWOperandPlace PlaceOfOddOperand(ByteView sprm) {
     return {4, sizeAndOne > 0 ? sizeAndOne - 1 : 0};
   }
   const uint32_t size = sprm.u8(2);
-  if (opcode == kSprmPChgTabs && size == 255) return {3, MeasureTabs(sprm.part(3))};
+  if (opcode == sprm_opcode::kPChgTabs && size == 255) return {3, MeasureTabs(sprm.part(3))};
   return {3, size};
 }
 

@@ -6,10 +6,7 @@
 #include "base/byte_view.h"
 #include "base/status.h"
 #include "wordreader/mso_word.h"
-
-constexpr uint16_t kSprmPChgTabs = 0xC615;
-constexpr uint16_t kSprmTDefTable10 = 0xD606;
-constexpr uint16_t kSprmTDefTable = 0xD608;
+#include "wordreader/sprm_opcodes.h"
 
 /// Where the operand of a sprm stands, as the sprm declares it: it may run past the bytes.
 struct KDWOperandPlace {
@@ -30,8 +27,8 @@ inline KDWOperandPlace PlaceOfOperand(ByteView sprm) {
   const uint16_t opcode = sprm.u16(0);
   const uint8_t fixed = OpLen[opcode >> 13];
   if (fixed != kVariable && opcode != 0) return {2, fixed};
-  const bool isOdd =
-      opcode == 0 || opcode == kSprmPChgTabs || opcode == kSprmTDefTable10 || opcode == kSprmTDefTable;
+  const bool isOdd = opcode == 0 || opcode == sprm_opcode::kPChgTabs || opcode == sprm_opcode::kTDefTable10 ||
+                     opcode == sprm_opcode::kTDefTable;
   return isOdd ? PlaceOfOddOperand(sprm) : KDWOperandPlace{3, sprm.u8(2)};
 }
 

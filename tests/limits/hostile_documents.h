@@ -14,6 +14,8 @@ struct HostileDocument {
   support::Bytes (*make)(uint32_t scale);
   /// Behind the hostile part stands the paragraph `kTheEnd`, which comes out.
   bool comesToItsEnd = true;
+  /// A preview of it succeeds, which writes one section after the other until it has its characters.
+  bool hasPreview = true;
 };
 
 inline const std::string kTheEnd = "The end of it all.";

@@ -427,7 +427,7 @@ std::vector<HostileDocument> hostileTexts() {
       {"NotesOfOneText", notesOfOneText},
       {"NotesOfNotes", notesOfNotes},
       {"CommentMarks", commentMarks},
-      {"SectionsOfOneText", sectionsOfOneText, false},
+      {"SectionsOfOneText", sectionsOfOneText, false, false},
       {"SectionsOfOneList", sectionsOfOneList},
       {"ManyStyles", manyStyles},
       {"LongLabels", longLabels},
