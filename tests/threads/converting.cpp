@@ -94,4 +94,11 @@ std::string Sources::add(const std::string& name) {
   return paths_.emplace_back(folder_.path(name));
 }
 
+void convertEachOnce(const Sources& sources) {
+  const support::TempFolder folder;
+  for (const std::string& source : sources.paths()) {
+    for (const Way& way : kWays) convert(way, source, folder.path("out.htm"));
+  }
+}
+
 }  // namespace threads_test

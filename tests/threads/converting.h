@@ -49,4 +49,8 @@ class Sources {
   std::vector<std::string> paths_;
 };
 
+/// A process writes each function of the script of the shapes once; only what is converted after that can be
+/// compared.
+void convertEachOnce(const Sources& sources);
+
 }  // namespace threads_test

@@ -41,6 +41,7 @@ class Nested : public testing::Test {
 
 TEST_F(Nested, BothWriteWhatEachWritesAlone) {
   const Sources sources;
+  convertEachOnce(sources);
   for (const std::string& source : sources.paths()) {
     const Outcome outer = convert(kPages, source, target("outer"));
     for (const Way& way : kWays) {

@@ -77,6 +77,7 @@ TEST(SideBySide, ThreadsWriteWhatOneWritesAlone) {
   constexpr size_t kThreads = 8, kTold = 5;
   Sources sources;
   sources.addCorpus();
+  convertEachOnce(sources);
   const support::TempFolder alone;
   std::vector<Job> jobs = jobsOf(sources);
   for (size_t number = 0; number < jobs.size(); ++number) {
