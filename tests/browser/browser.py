@@ -129,6 +129,13 @@ class Browser:
 
     # --- What a reader does ---
 
+    def rest_pointer(self):
+        """In the lower right corner of the window, where the tests' pages show nothing."""
+        actions = webdriver.ActionChains(self._driver, duration=0)
+        width, height = self.run("return [document.documentElement.clientWidth, window.innerHeight]")
+        actions.w3c_actions.pointer_action.move_to_location(width - 4, height - 4)
+        actions.perform()
+
     def hover(self, element):
         webdriver.ActionChains(self._driver, duration=0).move_to_element(element).perform()
         self.settle()

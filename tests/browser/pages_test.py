@@ -197,19 +197,16 @@ class Notes(Pages):
         super().setUp()
         self.b.open(page("notes", self.view))
 
-    def rest_pointer(self):
-        self.b.hover(self.b.with_text("Nothing here.", "p"))
-
     def check(self, kind, number, mark, text):
         anchor = self.b.one(f"#anchor_{kind}{number}")
         content = self.b.one(f"#content_{kind}{number}")
         self.assertEqual(mark, anchor.text)
-        self.rest_pointer()
+        self.b.rest_pointer()
         self.assertFalse(content.is_displayed())
         self.b.hover(anchor)
         self.assertTrue(content.is_displayed())
         self.assertEqual(text, re.sub(r"\s+", " ", content.text))
-        self.rest_pointer()
+        self.b.rest_pointer()
         self.assertFalse(content.is_displayed())
 
     def test_show_a_footnote_while_the_pointer_is_over_its_mark(self):
