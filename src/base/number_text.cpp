@@ -122,7 +122,7 @@ FixedText<N>& FixedText<N>::appendFixed(double value, int decimals) {
   if (decimals == 0) return *this;
   // A one in front keeps the zeros behind the point; its place is the point's.
   char digits[1 + kMostQuickDecimals];
-  const auto count = static_cast<size_t>(1 + decimals);
+  const auto count = 1 + static_cast<size_t>(decimals);
   writeDigits(kPowersOfTen[decimals] + rounded.decimals, digits + count);
   digits[0] = '.';
   return append(std::string_view(digits, count));
@@ -145,7 +145,7 @@ NumberText points(int twips) {
   const unsigned magnitude = twips < 0 ? 0u - static_cast<unsigned>(twips) : static_cast<unsigned>(twips);
   const unsigned hundredths = magnitude % 20 * 5;
   char decimals[] = ".??0000pt";
-  std::memcpy(decimals + 1, &kPairs[hundredths * 2], 2);
+  std::memcpy(decimals + 1, &kPairs[size_t{hundredths} * 2], 2);
   NumberText text;
   if (twips < 0) text.append('-');
   text.appendUnsigned(magnitude / 20).append(std::string_view(decimals, sizeof decimals - 1));

@@ -6,8 +6,6 @@
 #include "base/number_text.h"
 #include "base/plain_text.h"
 
-using std::string_view_literals::operator""sv;
-
 namespace {
 
 constexpr size_t kLongestEscape = 24;
@@ -26,7 +24,7 @@ struct Escapes {
       const char itself = static_cast<char>(code);
       set(itself, {&itself, 1});
     }
-    for (char dropped : {0, 7, 13}) set(dropped, "");
+    for (char dropped : {'\0', '\a', '\r'}) set(dropped, "");
     set('\t', "&nbsp;&nbsp;&nbsp;&nbsp;");
     set('\v', "<br>");
     set(' ', "&nbsp;");
@@ -93,7 +91,7 @@ void KHtmlWriterArchive::WriteStartTagSlowly(std::string_view name, std::string_
 }
 
 void KHtmlWriterArchive::EndElement(bool empty) {
-  Write(empty ? "/>"sv : ">"sv);
+  Write(empty ? std::string_view("/>") : std::string_view(">"));
   tagOpen_ = false;
 }
 

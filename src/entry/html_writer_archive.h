@@ -124,7 +124,9 @@ class KHtmlWriterArchive final : public IWriteArchive {
       WriteSlowly(data, length);
     }
   }
-  void Write(std::string_view text) { Write(text.data(), text.size()); }
+  void Write(std::string_view text) {
+    if (!text.empty()) Write(text.data(), text.size());
+  }
   /// Writes short views and literals in a row. False, and nothing written, if one is long or there is no
   /// room. Calls nothing, so that its caller saves no registers.
   template <class... Texts>
