@@ -110,12 +110,9 @@ void KPapBase::WritePapxs() {
   IWriteArchive* archive = env_->conversion->archive;
   const ByteView list = env_->plcfPap->Data(pap.papIndex)->fkp();
   SpelledParagraph& paragraph = env_->conversion->spelled.Paragraph(list);
-  const bool isKept = !paragraph.attributes.empty() && paragraph.list.data() == list.data() &&
-                      paragraph.list.size() == list.size();
-  if (isKept) {
+  if (!paragraph.attributes.empty()) {
     archive->_Put(paragraph.attributes.data(), static_cast<int>(paragraph.attributes.size()));
   } else {
-    paragraph.attributes.clear();
     const uint64_t start = archive->GetWrittenBytes();
     WriteAttributes(paragraph);
     paragraph.list = list;

@@ -3,15 +3,12 @@
 namespace pagerex {
 
 SpelledRun& KSpelledProperties::Run(ByteView list) {
-  SpelledRun& run = runs_.SlotOf(list.data());
-  if (run.isDecoded && run.list.data() == list.data() && run.list.size() == list.size()) return run;
+  SpelledRun& run = runs_.Find(list.data(), [list](const SpelledRun& known) { return known.IsFor(list); });
+  if (run.isDecoded) return run;
   const KDWSprmList sprms(list);
-  run.isDecoded = false;
   run.list = list;
   run.istd = sprms.GetCharIstd();
-  run.properties.Reset();
   Sprms2SpanProp(sprms, &run.properties);
-  run.attributes.clear();
   run.isDecoded = true;
   return run;
 }

@@ -15,20 +15,40 @@
 
 namespace pagerex {
 
-/// What was kept for lists, by address. A list may have to give way to another.
-template <class Entry, unsigned kSlots>
+/// What was kept for lists, by address, in sets of a few entries. Where a set is full, one has to give way.
+template <class Entry, unsigned kSets>
 class ByAddress {
  public:
-  /// The slot of a list. Its entry is that of the list, or of another one that gives way.
-  Entry& SlotOf(const void* list) {
-    static_assert((kSlots & (kSlots - 1)) == 0);
-    if (!entries_) entries_ = std::make_unique<std::array<Entry, kSlots>>();
-    const auto address = reinterpret_cast<uintptr_t>(list);
-    return (*entries_)[(address ^ address >> 7) & (kSlots - 1)];
+  /// The entry of a list for which `matches` is true; else a fresh one.
+  template <class Matches>
+  Entry& Find(const void* list, const Matches& matches) {
+    Set& set = sets_[SetOf(list)];
+    for (std::unique_ptr<Entry>& entry : set.entries) {
+      if (!entry) {
+        entry = std::make_unique<Entry>();
+        return *entry;
+      }
+      if (matches(*entry)) return *entry;
+    }
+    Entry& entry = *set.entries[set.next++ % kWays];
+    entry = Entry();
+    return entry;
   }
 
  private:
-  std::unique_ptr<std::array<Entry, kSlots>> entries_;  ///< made when first needed
+  static constexpr unsigned kWays = 4;
+  struct Set {
+    std::array<std::unique_ptr<Entry>, kWays> entries;
+    unsigned next = 0;  ///< the way that gives way
+  };
+
+  /// The lists stand one beside the other, unaligned.
+  static unsigned SetOf(const void* list) {
+    const auto address = reinterpret_cast<uintptr_t>(list);
+    return static_cast<unsigned>((address * 0x9E3779B1u >> 16) % kSets);
+  }
+
+  std::array<Set, kSets> sets_;
 };
 
 /// A run's own properties, and the attributes of its element.
@@ -42,6 +62,10 @@ struct SpelledRun {
   int32_t lineSpacing = 0;
   float baseFontSize = 0;
   std::string attributes;  ///< empty: not spelled yet
+
+  bool IsFor(ByteView other) const {
+    return isDecoded && list.data() == other.data() && list.size() == other.size();
+  }
 };
 
 /// A paragraph's own properties, as far as they play a part beside the attributes of its element.
@@ -52,7 +76,9 @@ struct SpelledParagraph {
   uint8_t ilvl = 0;
   bool setsLineSpacing = false;
   int32_t lineSpacing = 0;
-  std::string attributes;  ///< empty: there is no entry
+  std::string attributes;  ///< empty: not spelled yet
+
+  bool IsFor(ByteView other) const { return list.data() == other.data() && list.size() == other.size(); }
 };
 
 /// The attributes of a cell.
@@ -63,7 +89,7 @@ struct SpelledCell {
   uint32_t rowSpan = 0;
   uint32_t colSpan = 0;
   int32_t cellSpacing = 0;
-  std::string attributes;  ///< empty: there is no entry
+  std::string attributes;  ///< empty: not spelled yet
 
   bool IsFor(const SpelledCell& other) const {
     return row == other.row && cell == other.cell && position == other.position && rowSpan == other.rowSpan &&
@@ -76,15 +102,20 @@ class KSpelledProperties {
  public:
   /// The properties of a run. The reference is good until another run is asked for.
   SpelledRun& Run(ByteView list);
-  /// The slot of a paragraph's list, which holds its entry or that of another list.
-  SpelledParagraph& Paragraph(ByteView list) { return paragraphs_.SlotOf(list.data()); }
-  /// The slot of a cell.
-  SpelledCell& Cell(const uint8_t* row, uint32_t cell) { return cells_.SlotOf(row + cell); }
+  /// The entry of a paragraph's list, which may be fresh.
+  SpelledParagraph& Paragraph(ByteView list) {
+    return paragraphs_.Find(list.data(), [list](const SpelledParagraph& known) { return known.IsFor(list); });
+  }
+  /// The entry of a cell like `wanted`, which may be fresh.
+  SpelledCell& Cell(const SpelledCell& wanted) {
+    return cells_.Find(wanted.row + wanted.cell,
+                       [&wanted](const SpelledCell& known) { return known.IsFor(wanted); });
+  }
 
  private:
-  ByAddress<SpelledRun, 64> runs_;
-  ByAddress<SpelledParagraph, 64> paragraphs_;
-  ByAddress<SpelledCell, 128> cells_;
+  ByAddress<SpelledRun, 16> runs_;
+  ByAddress<SpelledParagraph, 16> paragraphs_;
+  ByAddress<SpelledCell, 32> cells_;
 };
 
 }  // namespace pagerex

@@ -165,8 +165,8 @@ void KHtmlTableWriter::WriteCellAttributes(const CELL_FORMAT& cell, int32_t cell
   wanted.rowSpan = cell.rowSpan;
   wanted.colSpan = cell.colSpan;
   wanted.cellSpacing = cellSpacing;
-  SpelledCell& spelled = env_->conversion->spelled.Cell(cell.row, cell.index);
-  if (!spelled.attributes.empty() && spelled.IsFor(wanted)) {
+  SpelledCell& spelled = env_->conversion->spelled.Cell(wanted);
+  if (!spelled.attributes.empty()) {
     archive->_Put(spelled.attributes.data(), static_cast<int>(spelled.attributes.size()));
     return;
   }
