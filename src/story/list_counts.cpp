@@ -55,7 +55,7 @@ int KListCount::GetCount(unsigned int list, unsigned int level, unsigned int pla
   const int count = AddCount(number, static_cast<int>(placeholder), startOf(level));
   LevelCounts& counts = lists_[number];
   for (unsigned int deeper = level + 1; deeper < levels; ++deeper) {
-    counts.SetCount(static_cast<int>(deeper), 0, startOf(deeper));
+    if (counts.isStarted(static_cast<int>(deeper))) counts.SetCount(static_cast<int>(deeper), 0, 0);
   }
   return count;
 }

@@ -16,11 +16,11 @@ class LevelCounts {
   int GetCount(int level, int start) const;
   /// Sets the counter to `value` if the level was started, else to `start`, and returns it.
   int SetCount(int level, int value, int start);
+  bool isStarted(int level) const { return isLevel(level) && (started_ >> level & 1) != 0; }
 
  private:
   static constexpr int kLevels = 9;
   static bool isLevel(int level) { return level >= 0 && level < kLevels; }
-  bool isStarted(int level) const { return isLevel(level) && (started_ >> level & 1) != 0; }
 
   int counts_[kLevels] = {};
   uint16_t started_ = 0;  ///< a bit for each level

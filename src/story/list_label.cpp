@@ -17,15 +17,15 @@ const KDRList* KListLabels::List(unsigned int number) const {
   return number == 0 || number > lists.Count() ? nullptr : lists.Item(number);
 }
 
-std::wstring KListLabels::NumberAt(unsigned int placeholder, const ListPlace& place) {
-  std::wstring number;
+const std::wstring& KListLabels::NumberAt(unsigned int placeholder, const ListPlace& place) {
+  number_.clear();
   const KDRList* const list = List(place.list);
-  if (!list || placeholder >= list->GetLevelCount()) return number;
+  if (!list || placeholder >= list->GetLevelCount()) return number_;
   const KDRListLevel* const level = list->GetLevel(static_cast<unsigned short>(placeholder));
   const unsigned int nfc = level && level->Good() ? level->GetNfc() : 0;
   const int count = counts_.GetCount(place.list, place.level, placeholder, &document_->GetListTable());
-  TxFormatNum(*formats_, static_cast<unsigned int>(count), nfc, &number);
-  return number;
+  TxFormatNum(*formats_, static_cast<unsigned int>(count), nfc, &number_);
+  return number_;
 }
 
 }  // namespace pagerex

@@ -25,13 +25,14 @@ class KListLabels {
   /// A list by its number; null if there is none.
   const KDRList* List(unsigned int number) const;
   /// The number at a placeholder in the label of a paragraph at `place`, spelled as the level says that the
-  /// placeholder names; empty if that level is bad.
-  std::wstring NumberAt(unsigned int placeholder, const ListPlace& place);
+  /// placeholder names; empty if that level is bad. Good until the next number.
+  const std::wstring& NumberAt(unsigned int placeholder, const ListPlace& place);
 
  private:
   const KDRDocument* document_ = nullptr;
   NumberFormatService* formats_ = nullptr;
   KListCount counts_;
+  std::wstring number_;  ///< used again and again
 };
 
 }  // namespace pagerex

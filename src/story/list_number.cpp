@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/number_text.h"
 #include "numformat/decimal_text.h"
 #include "numformat/number_format_service.h"
 
@@ -74,11 +75,17 @@ std::wstring formatString(unsigned int nfc) {
 
 }  // namespace
 
+/// Most labels are decimal numbers, which need no service; it shows nothing for 0.
 Status TxFormatNum(NumberFormatService& formats, unsigned int number, unsigned int nfc,
                    std::wstring* result) {
   if (!result) return Status::kFailure;
   result->clear();
   if (nfc == kBulletNfc) return Status::kNothing;
+  if (nfc == kDecimalNfc && number != 0) {
+    const NumberText digits = NumberText().appendUnsigned(number);
+    for (const char digit : std::string_view(digits)) *result += static_cast<wchar_t>(digit);
+    return Status::kOk;
+  }
   tagVARIANT value{};
   if (japaneseFormat(nfc)) {
     value.vt = NF_VT_R8;

@@ -11,6 +11,8 @@ namespace pagerex {
 
 /// The number format (nfc) of levels whose label is no number.
 constexpr unsigned int kBulletNfc = 23;
+/// That of decimal numbers.
+constexpr unsigned int kDecimalNfc = 0;
 
 /// How a number of a list level is spelled: bits 0 to 9 the numbering system (the N of "[DBNumN]"), bits 11
 /// to 13 the count of forced zeros, and the top bits a kind.
