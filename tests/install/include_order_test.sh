@@ -12,7 +12,7 @@ storage base
 numformat base pagerex
 wordreader base storage
 drawing base storage wordreader
-story base storage wordreader drawing numformat pagerex
+story base storage wordreader numformat
 objectwriter base storage wordreader drawing story pagerex
 htmlwriter base storage wordreader drawing story objectwriter pagerex
 entry base storage wordreader drawing story objectwriter htmlwriter pagerex

@@ -1,4 +1,4 @@
-#include "entry/html_writer_archive.h"
+#include "base/html_writer_archive.h"
 
 #include <algorithm>
 
