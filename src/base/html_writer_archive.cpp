@@ -69,6 +69,7 @@ void DeleteHtmlWriterArchive(IWriteArchive* archive) {
   delete archive;
 }
 
+// cppcheck-suppress uninitMemberVar ; the buffer is written before it is read
 KHtmlWriterArchive::KHtmlWriterArchive(OutputFiles& files) : files_(files) {}
 
 KHtmlWriterArchive::~KHtmlWriterArchive() {

@@ -19,8 +19,7 @@
 /// CreateHtmlWriterArchive.
 class KHtmlWriterArchive final : public IWriteArchive {
  public:
-  explicit KHtmlWriterArchive(
-      OutputFiles& files);  // in the .cpp, and not defaulted here: the buffer must not be cleared
+  explicit KHtmlWriterArchive(OutputFiles& files);
   ~KHtmlWriterArchive() override;
 
   using IWriteArchive::AddAttribute;

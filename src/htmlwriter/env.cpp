@@ -10,7 +10,8 @@ KEnv::~KEnv() = default;
 
 KEnv KEnv::NestedIn(const KEnv& outer) {
   KEnv nested(*outer.conversion);
-  static_cast<KStoryEnv&>(nested) = outer;
+  const KStoryEnv& story = outer;
+  static_cast<KStoryEnv&>(nested) = story;
   nested.view = VIEW_NORMAL;
   nested.pageSize = -1;
   nested.navigation = nullptr;

@@ -133,8 +133,9 @@ Status KNFBase::FormatPrecision(double& value) const {
 
 DecimalDigits::DecimalDigits(double number, int decimals) {
   constexpr int kMostDecimals = 17;
-  const int written = __dbltostr(number, std::min(decimals, kMostDecimals), mantissa_, std::ssize(mantissa_),
-                                 true, kExponentForm, false, 0, false);
+  constexpr int kSize = sizeof mantissa_ / sizeof *mantissa_;
+  const int written = __dbltostr(number, std::min(decimals, kMostDecimals), mantissa_, kSize, true,
+                                 kExponentForm, false, 0, false);
   const std::wstring_view text(mantissa_, written > 0 ? static_cast<size_t>(written) : 0);
   const size_t mark = text.find(L'e');
   if (mark == std::wstring_view::npos || mark < 2) return;

@@ -52,8 +52,7 @@ struct PlainNumber {
   int pointPosition = -1;  ///< in the text; -1 if there is no point
 };
 
-PlainNumber::PlainNumber(double value) {
-  text = value < 0 ? L"-" : L"";
+PlainNumber::PlainNumber(double value) : text(value < 0 ? L"-" : L"") {
   if (value == 0) {
     text = L"0";
     return;
