@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <string>
+
 #include "support/sprms.h"
 #include "support/word_tables.h"
 #include "wordreader/document.h"
@@ -157,6 +160,24 @@ TEST(PieceModifier, WithAnUnknownSingleSprmHasOpcodeZero) {
   const FastSaved fastSaved(Groups{});
   KPieceSprmSorter sorter(fastSaved.document);
   EXPECT_EQ(bytesOf(sorter.AnalyseSprm(support::prmOfSprm(0x01, 1)).paragraph), (Bytes{4, 0, 0, 0}));
+}
+
+TEST(PieceModifier, KnowsTheSprmsThatStandForThemselves) {
+  const FastSaved fastSaved(Groups{});
+  KPieceSprmSorter sorter(fastSaved.document);
+  std::string known;
+  for (uint8_t isprm = 0; isprm < 0x80; ++isprm) {
+    const uint16_t opcode = sorter.AnalyseSprm(support::prmOfSprm(isprm, 1)).paragraph.u16(2);
+    char text[16];
+    std::snprintf(text, sizeof text, "%02X:%04X ", unsigned{isprm}, unsigned{opcode});
+    if (opcode != 0) known += text;
+  }
+  EXPECT_EQ(known,
+            "00:2879 04:2602 05:2403 07:2405 08:2406 09:2407 0C:260A 0D:2470 0E:240C 0F:2471 18:2416 "
+            "19:2417 1D:261B 25:2423 2C:242A 32:2430 33:2431 35:2433 36:2434 37:2435 38:2436 39:2437 "
+            "3A:2438 41:0800 42:0801 43:0802 47:0806 4B:080A 4D:2A0C 4E:0858 4F:2859 50:0811 51:0818 "
+            "53:2A33 55:0835 56:0836 57:0837 58:0838 59:0839 5A:083A 5B:083B 5C:083C 5E:2A3E 62:2A42 "
+            "68:2A48 73:2A53 74:0854 75:0855 76:0856 78:2640 7B:2A90 7C:2A86 7E:2443 ");
 }
 
 // The cursor.

@@ -102,6 +102,15 @@ TEST(StyleSheet, CountsMoreStylesThanItReadFromADamagedRecord) {
   EXPECT_EQ(read.style(2), nullptr);
 }
 
+TEST(StyleSheet, HasNoStylesBehindThoseItCounts) {
+  Bytes table = support::styleSheetTable({Style(), Style(), Style()}, StyleSheetHeader());
+  table[2] = 1;
+  const Sheet read(table);
+  EXPECT_EQ(read.sheet.Count(), 1u);
+  EXPECT_NE(read.style(0), nullptr);
+  EXPECT_EQ(read.style(1), nullptr);
+}
+
 TEST(StyleSheet, EndsAtAStyleThatNameAndGroupsDoNotUseUp) {
   const Bytes table = support::styleSheetTable({Style().name("A"), Style().name("B"), Style()}, {});
   const Bytes second = {'B', 0};
