@@ -18,13 +18,9 @@ class FixedText {
   /// Appends; what does not fit is cut.
   FixedText& append(std::string_view text) {
     const size_t left = N - 1 - size_;
-    if (!text.empty() && text.size() <= left) {
-      std::memcpy(text_ + size_, text.data(), text.size());
-      size_ += text.size();
-    } else if (!text.empty()) {
-      std::memcpy(text_ + size_, text.data(), left);
-      size_ += left;
-    }
+    const size_t count = text.size() < left ? text.size() : left;
+    if (count > 0) std::memcpy(text_ + size_, text.data(), count);
+    size_ += count;
     text_[size_] = '\0';
     return *this;
   }
