@@ -484,6 +484,14 @@ TEST(ArchiveFile, WidePathsArePossible) {
   EXPECT_EQ(out.onDisk("\u4e2d.htm"), "x");
 }
 
+TEST(ArchiveText, HasTheFirstCharactersBehindAsciiInTwoBytes) {
+  Output out;
+  const unsigned short text[] = {0x7F, 0x80, 0xFF, 0};
+  out->AddContentEx(text);
+  out->AddTextEx(text, 3);
+  EXPECT_EQ(out.text(), "\x7F\xC2\x80\xC3\xBF\x7F\xC2\x80\xC3\xBF");
+}
+
 TEST(ArchiveBytes, SinceAPositionAreAtHandUntilTheyLeaveTheBuffer) {
   Output out;
   out->Put("first");
