@@ -76,7 +76,7 @@ uint32_t RootFolder::fatPage(uint32_t index) {
 
 /// The last number on each page of the list is that of its next page.
 uint32_t RootFolder::masterFatNumber(uint32_t index) {
-  const uint32_t onPage = pageSize_ / uint32_t{sizeof(uint32_t)} - 1;
+  const uint32_t onPage = (pageSize_ - uint32_t{sizeof(uint32_t)}) / uint32_t{sizeof(uint32_t)};
   auto at = static_cast<uint32_t>(header_->masterFatStart);
   for (uint32_t skip = index / onPage; skip > 0 && at != kNoPage; --skip)
     at = mayStep() ? number(at, onPage) : kNoPage;

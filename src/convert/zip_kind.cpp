@@ -50,7 +50,6 @@ struct ZipEnd {
   uint32_t directoryBytes;   // 12
   uint32_t directoryOffset;  // 16
   uint8_t unused20[2];
-  static constexpr uint32_t kSignature = 0x06054B50;
   static constexpr size_t kLongestComment = 0xFFFF;
 };
 static_assert(sizeof(ZipEnd) == 22 && offsetof(ZipEnd, directoryBytes) == 12);
