@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string>
 
+#include "convert/sample_files.h"
 #include "document_input.h"
 #include "documents.h"
 #include "drawing_text.h"
@@ -24,10 +25,6 @@ void write(const std::filesystem::path& folder, const std::string& name, const B
   std::ofstream file(folder / name, std::ios::binary);
   file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   if (!file.flush()) throw std::runtime_error("cannot write " + (folder / name).string());
-}
-
-Bytes bytesOf(std::string_view text) {
-  return Bytes(text.begin(), text.end());
 }
 
 Bytes inputOf(const WordDocument& doc) {
@@ -172,6 +169,10 @@ void writeHyperlinks(const std::filesystem::path& folder) {
   write(folder, "Field", bytesOf(" HYPERLINK \"http://www.example.com/a?b=c\" \\l \"place\" \\o \"A tip\" "));
 }
 
+void writeFiles(const std::filesystem::path& folder) {
+  for (const SampleFile& file : sampleFiles()) write(folder, file.name, file.bytes);
+}
+
 int makeAll(const std::filesystem::path& folder) {
   for (const char* view : {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model"}) {
     writeDocuments(folder / view);
@@ -181,6 +182,7 @@ int makeAll(const std::filesystem::path& folder) {
   writeDrawings(folder / "drawing");
   writeNumberFormats(folder / "number_format");
   writeHyperlinks(folder / "hyperlink");
+  writeFiles(folder / "detect");
   return 0;
 }
 

@@ -1,6 +1,8 @@
 /// The command line of the library: one document to one HTML file and its folder.
 
+#include <fcntl.h>
 #include <getopt.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,6 +16,7 @@
 #include <iterator>
 #include <string>
 
+#include "pagerex/convert.h"
 #include "pagerex/pagerex.h"
 
 namespace {
@@ -71,6 +74,28 @@ bool isFolder(const std::string& path) {
   return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+/// What a regular file is. Mapped, since few of its bytes are looked at; of a huge one the beginning.
+int detectFile(const std::string& path, const struct stat& info) {
+  constexpr off_t kLargestMap = off_t{1} << 30;
+  if (info.st_size == 0) return PAGEREX_KIND_EMPTY;
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return PAGEREX_KIND_UNKNOWN;
+  const auto size = static_cast<size_t>(std::min<off_t>(info.st_size, kLargestMap));
+  void* const bytes = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+  close(file);
+  if (bytes == MAP_FAILED) return PAGEREX_KIND_UNKNOWN;
+  const int kind = pagerex_detect(bytes, size);
+  munmap(bytes, size);
+  return kind;
+}
+
+/// For what is a Word 97-2003 document and yet was not opened.
+std::string whyNotOpened(const std::string& source) {
+  if (access(source.c_str(), W_OK) == 0) return "It could not be opened, and is probably damaged.";
+  return "It is not writable; a document is opened only with write permission, though nothing is written to "
+         "it.";
+}
+
 int explainSource(const std::string& source) {
   struct stat info;
   if (stat(source.c_str(), &info) != 0)
@@ -78,12 +103,11 @@ int explainSource(const std::string& source) {
   if (isFolder(source)) return fail(PAGEREX_CANNOT_OPEN, source + ": is a folder");
   if (!S_ISREG(info.st_mode)) return fail(PAGEREX_CANNOT_OPEN, source + ": is not a regular file");
   if (access(source.c_str(), R_OK) != 0) return fail(PAGEREX_CANNOT_OPEN, source + ": cannot be read");
-  if (access(source.c_str(), W_OK) != 0)
-    return fail(PAGEREX_CANNOT_OPEN,
-                source +
-                    ": is not writable; a document is opened only with write permission, "
-                    "though nothing is written to it");
-  return fail(PAGEREX_CANNOT_OPEN, source + ": not a Word 97-2003 document, or encrypted");
+  const int kind = detectFile(source, info);
+  return fail(PAGEREX_CANNOT_OPEN,
+              source + ": " + pagerex_kind_sentence(kind) + " " +
+                  (kind == PAGEREX_KIND_WORD97 ? whyNotOpened(source)
+                                               : "Only Word 97-2003 documents are converted, unencrypted."));
 }
 
 /// What the library met while writing: ": No space left on device"; empty for nothing.

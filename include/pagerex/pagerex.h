@@ -25,7 +25,8 @@ extern "C" {
 enum {
   PAGEREX_OK = 0,
   PAGEREX_FAILED = 2,      /* the document was opened, but not written to its end */
-  PAGEREX_CANNOT_OPEN = 3, /* not a Word 97-2003 document, encrypted, absent, or not writable */
+  PAGEREX_CANNOT_OPEN = 3, /* not a Word 97-2003 document (pagerex_detect of convert.h tells what it is),
+                              encrypted, absent, or not writable */
   PAGEREX_CANNOT_WRITE = 4 /* invalid view, or the main HTML file or the files folder could not be created */
 };
 
