@@ -150,7 +150,8 @@ void reportRunning(const GumboNode& node, const Report& report) {
   for (unsigned i = 0; i < attributes.length; ++i) {
     const auto& each = *static_cast<const GumboAttribute*>(attributes.data[i]);
     const std::string text = lower(each.name) + "=" + normal(each.value);
-    if (text.starts_with("on") || text.starts_with("srcdoc")) report("handler " + text);
+    // VML has an attribute that is called "on".
+    if ((text.starts_with("on") && text[2] != '=') || text.starts_with("srcdoc")) report("handler " + text);
     whole += " " + text;
   }
   if (!isIn(kRunning, name)) return;

@@ -77,8 +77,8 @@ TEST(PageRules, SeeWhatRuns) {
         "<svg><a xlink:href='data:x'>", "<p style='a:u/**/rl(x)'>"}) {
     EXPECT_NE(rules().violation(page), "") << page;
   }
-  for (const char* page :
-       {"<a href='http://x/'>", "<a href='#x'>", "<img src=image001.png>", "<p style='a:b'>"}) {
+  for (const char* page : {"<a href='http://x/'>", "<a href='#x'>", "<img src=image001.png>",
+                           "<p style='a:b'>", "<v:shadow on='t'>"}) {
     EXPECT_EQ(rules().violation(page), "") << page;
   }
   EXPECT_EQ(rules().violation("<a href='javascript:x'>", true), "");
