@@ -13,6 +13,7 @@
 #include "documents.h"
 #include "drawing_text.h"
 #include "mutation/rich_documents.h"
+#include "safety/script_documents.h"
 #include "seed_drawings.h"
 #include "support/named_sprms.h"
 
@@ -54,6 +55,19 @@ void writeDocuments(const std::filesystem::path& folder) {
   WordDocument word97(WordOptions{.fibPairs = 93, .tableStream = 0});
   word97.paragraph("Word 97, ").run("in bold", {bold()}).run(u" \x0416\x4E2D.");
   write(folder, "Word97", inputOf(word97));
+}
+
+/// Each document in every view: the last byte chooses it, and which links are kept.
+void writeSafePages(const std::filesystem::path& folder) {
+  writeDocuments(folder);
+  for (const mutation::NamedDocument& seed : safety::scriptDocuments()) {
+    Bytes input = inputOf(seed.document);
+    input.push_back(0);
+    for (uint8_t choice = 0; choice < 16; ++choice) {
+      input.back() = choice;
+      write(folder, seed.name + std::to_string(choice), input);
+    }
+  }
 }
 
 void writeCompoundFiles(const std::filesystem::path& folder) {
@@ -177,6 +191,7 @@ int makeAll(const std::filesystem::path& folder) {
   for (const char* view : {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model"}) {
     writeDocuments(folder / view);
   }
+  writeSafePages(folder / "safe_pages");
   writeCompoundFiles(folder / "compound_file");
   writeSprmLists(folder / "sprm_list");
   writeDrawings(folder / "drawing");
