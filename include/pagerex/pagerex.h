@@ -68,7 +68,8 @@ typedef struct IPageRexCallBack {
  *                   scheme, or of none), all or none; counts only with safe=on
  *
  * Pages made without safe=on are untrusted: a document can bring script of its own into them. They belong
- * into a sandboxed frame, or under a policy that allows no script. Safe pages have the library's scripts only.
+ * into a sandboxed frame, or under a policy that allows no script. Safe pages have the library's scripts
+ * only.
  *
  * A page size counts only behind a view other than normal, and has no default: pass one with these views.
  * Options that cannot be read are skipped. The source must be writable, though nothing is written to it.
@@ -80,8 +81,8 @@ typedef struct IPageRexCallBack {
  * Returns PAGEREX_OK, PAGEREX_FAILED, PAGEREX_CANNOT_OPEN or PAGEREX_CANNOT_WRITE. */
 PAGEREX_API int PageRex(const char* source, const char* htmlPath, int argc, char** argv);
 
-/* Converts in view mulpages, to pages that are not safe, with `pageSize` characters per page, calling `callback` (may be null) for each
- * finished page. Returns PAGEREX_OK or PAGEREX_ERROR. */
+/* Converts in view mulpages, to pages that are not safe, with `pageSize` characters per page, calling
+ * `callback` (may be null) for each finished page. Returns PAGEREX_OK or PAGEREX_ERROR. */
 PAGEREX_API int pageRex(const char* source, const char* htmlPath, int pageSize, IPageRexCallBack* callback);
 
 /* Why the output of this thread's last conversion is not complete: a value of errno (ENOSPC, EFBIG, ...) of
