@@ -94,7 +94,7 @@ Bytes documentOf(const uint8_t* input, size_t size) {
   return writer.bytes();
 }
 
-void convert(const Bytes& document, const char* view) {
+int convert(const Bytes& document, const char* view, std::vector<std::string> more) {
   const std::string source = writeScratchFile("document.doc", document.data(), document.size());
   const std::string target = scratchFolder() + "/document.html";
   std::string viewOption = std::string("view=") + view;
@@ -102,9 +102,13 @@ void convert(const Bytes& document, const char* view) {
   constexpr int kPageSizes[] = {500, 40, 5000};
   std::string pageSize =
       "pagesize=" + std::to_string(kPageSizes[document.size() / 512 % std::size(kPageSizes)]);
-  char* options[] = {viewOption.data(), pageSize.data()};
-  checkResult(PageRex(source.c_str(), target.c_str(), static_cast<int>(std::size(options)), options));
+  std::vector<char*> options = {viewOption.data(), pageSize.data()};
+  for (std::string& each : more) options.push_back(each.data());
+  const int result =
+      PageRex(source.c_str(), target.c_str(), static_cast<int>(options.size()), options.data());
+  checkResult(result);
   checkOutput();
+  return result;
 }
 
 }  // namespace fuzz

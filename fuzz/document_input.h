@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "support/bytes.h"
 
@@ -26,8 +28,9 @@ support::Bytes joinStreams(const DocumentStreams& streams);
 /// The document file that an input stands for.
 support::Bytes documentOf(const uint8_t* input, size_t size);
 
-/// Converts the document in a view of `PageRex`. Ends the process by a signal if the result is none of those
-/// that are told, or the output immoderate.
-void convert(const support::Bytes& document, const char* view);
+/// Converts the document in a view of `PageRex`, with more options if there are any. The result is that of
+/// `PageRex`. Ends the process by a signal if the result is none of those that are told, or the output
+/// immoderate.
+int convert(const support::Bytes& document, const char* view, std::vector<std::string> more = {});
 
 }  // namespace fuzz

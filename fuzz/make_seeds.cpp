@@ -8,10 +8,12 @@
 #include <fstream>
 #include <string>
 
+#include "convert/sample_files.h"
 #include "document_input.h"
 #include "documents.h"
 #include "drawing_text.h"
 #include "mutation/rich_documents.h"
+#include "safety/script_documents.h"
 #include "seed_drawings.h"
 #include "support/named_sprms.h"
 
@@ -24,10 +26,6 @@ void write(const std::filesystem::path& folder, const std::string& name, const B
   std::ofstream file(folder / name, std::ios::binary);
   file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   if (!file.flush()) throw std::runtime_error("cannot write " + (folder / name).string());
-}
-
-Bytes bytesOf(std::string_view text) {
-  return Bytes(text.begin(), text.end());
 }
 
 Bytes inputOf(const WordDocument& doc) {
@@ -57,6 +55,19 @@ void writeDocuments(const std::filesystem::path& folder) {
   WordDocument word97(WordOptions{.fibPairs = 93, .tableStream = 0});
   word97.paragraph("Word 97, ").run("in bold", {bold()}).run(u" \x0416\x4E2D.");
   write(folder, "Word97", inputOf(word97));
+}
+
+/// Each document in every view: the last byte chooses it, and which links are kept.
+void writeSafePages(const std::filesystem::path& folder) {
+  writeDocuments(folder);
+  for (const mutation::NamedDocument& seed : safety::scriptDocuments()) {
+    Bytes input = inputOf(seed.document);
+    input.push_back(0);
+    for (uint8_t choice = 0; choice < 16; ++choice) {
+      input.back() = choice;
+      write(folder, seed.name + std::to_string(choice), input);
+    }
+  }
 }
 
 void writeCompoundFiles(const std::filesystem::path& folder) {
@@ -172,15 +183,21 @@ void writeHyperlinks(const std::filesystem::path& folder) {
   write(folder, "Field", bytesOf(" HYPERLINK \"http://www.example.com/a?b=c\" \\l \"place\" \\o \"A tip\" "));
 }
 
+void writeFiles(const std::filesystem::path& folder) {
+  for (const SampleFile& file : sampleFiles()) write(folder, file.name, file.bytes);
+}
+
 int makeAll(const std::filesystem::path& folder) {
   for (const char* view : {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model"}) {
     writeDocuments(folder / view);
   }
+  writeSafePages(folder / "safe_pages");
   writeCompoundFiles(folder / "compound_file");
   writeSprmLists(folder / "sprm_list");
   writeDrawings(folder / "drawing");
   writeNumberFormats(folder / "number_format");
   writeHyperlinks(folder / "hyperlink");
+  writeFiles(folder / "detect");
   return 0;
 }
 

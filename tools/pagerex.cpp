@@ -1,6 +1,8 @@
 /// The command line of the library: one document to one HTML file and its folder.
 
+#include <fcntl.h>
 #include <getopt.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,6 +16,7 @@
 #include <iterator>
 #include <string>
 
+#include "pagerex/convert.h"
 #include "pagerex/pagerex.h"
 
 namespace {
@@ -25,6 +28,8 @@ struct Request {
   std::string view = "normal";
   int pageSize = 2000;
   bool progress = false;
+  bool safe = false;
+  std::string links = "safe";
   std::string source;
   std::string target;
 };
@@ -52,7 +57,9 @@ int goOn() {
 int convert(const Request& request) {
   std::string view = "view=" + request.view;
   std::string pageSize = "pagesize=" + std::to_string(request.pageSize);
-  char* argv[] = {view.data(), pageSize.data()};
+  std::string safe = request.safe ? "safe=on" : "safe=off";
+  std::string links = "links=" + request.links;
+  char* argv[] = {view.data(), pageSize.data(), safe.data(), links.data()};
   return PageRex(request.source.c_str(), request.target.c_str(), static_cast<int>(std::size(argv)), argv);
 }
 
@@ -71,6 +78,28 @@ bool isFolder(const std::string& path) {
   return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+/// What a regular file is. Mapped, since few of its bytes are looked at; of a huge one the beginning.
+int detectFile(const std::string& path, const struct stat& info) {
+  constexpr off_t kLargestMap = off_t{1} << 30;
+  if (info.st_size == 0) return PAGEREX_KIND_EMPTY;
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return PAGEREX_KIND_UNKNOWN;
+  const auto size = static_cast<size_t>(std::min<off_t>(info.st_size, kLargestMap));
+  void* const bytes = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+  close(file);
+  if (bytes == MAP_FAILED) return PAGEREX_KIND_UNKNOWN;
+  const int kind = pagerex_detect(bytes, size);
+  munmap(bytes, size);
+  return kind;
+}
+
+/// For what is a Word 97-2003 document and yet was not opened.
+std::string whyNotOpened(const std::string& source) {
+  if (access(source.c_str(), W_OK) == 0) return "It could not be opened, and is probably damaged.";
+  return "It is not writable; a document is opened only with write permission, though nothing is written to "
+         "it.";
+}
+
 int explainSource(const std::string& source) {
   struct stat info;
   if (stat(source.c_str(), &info) != 0)
@@ -78,12 +107,11 @@ int explainSource(const std::string& source) {
   if (isFolder(source)) return fail(PAGEREX_CANNOT_OPEN, source + ": is a folder");
   if (!S_ISREG(info.st_mode)) return fail(PAGEREX_CANNOT_OPEN, source + ": is not a regular file");
   if (access(source.c_str(), R_OK) != 0) return fail(PAGEREX_CANNOT_OPEN, source + ": cannot be read");
-  if (access(source.c_str(), W_OK) != 0)
-    return fail(PAGEREX_CANNOT_OPEN,
-                source +
-                    ": is not writable; a document is opened only with write permission, "
-                    "though nothing is written to it");
-  return fail(PAGEREX_CANNOT_OPEN, source + ": not a Word 97-2003 document, or encrypted");
+  const int kind = detectFile(source, info);
+  return fail(PAGEREX_CANNOT_OPEN,
+              source + ": " + pagerex_kind_sentence(kind) + " " +
+                  (kind == PAGEREX_KIND_WORD97 ? whyNotOpened(source)
+                                               : "Only Word 97-2003 documents are converted, unencrypted."));
 }
 
 /// What the library met while writing: ": No space left on device"; empty for nothing.
@@ -152,7 +180,8 @@ int check(const Request& request) {
 // document.
 
 constexpr char kUsage[] =
-    "Usage: pagerex [--view normal|phone|preview|mulpages] [--pagesize N] [--progress] SOURCE TARGET\n";
+    "Usage: pagerex [--view normal|phone|preview|mulpages] [--pagesize N] [--progress]\n"
+    "               [--safe [--links safe|all|none]] SOURCE TARGET\n";
 
 constexpr char kHelp[] =
     "Converts Word 97-2003 documents to HTML.\n"
@@ -166,6 +195,9 @@ constexpr char kHelp[] =
     "                  of them\n"
     "  --pagesize N    characters per page, 2000 by default; in view preview, in all\n"
     "  --progress      print each finished page; only with --view mulpages\n"
+    "  --safe          nothing of the document runs in the pages; without it, show them in a sandboxed "
+    "frame\n"
+    "  --links WHICH   addresses that safe pages keep: safe (the default), all or none; only with --safe\n"
     "  --help          show this and exit\n"
     "  --version       show the version and exit\n"
     "\n"
@@ -183,6 +215,10 @@ bool isView(const std::string& word) {
   return std::find(std::begin(kViews), std::end(kViews), word) != std::end(kViews);
 }
 
+bool isLinks(const std::string& word) {
+  return word == "safe" || word == "all" || word == "none";
+}
+
 bool readPageSize(const char* text, int& pageSize) {
   const char* const end = text + std::strlen(text);
   const auto result = std::from_chars(text, end, pageSize);
@@ -192,13 +228,15 @@ bool readPageSize(const char* text, int& pageSize) {
 /// Reads the arguments into `request`. True if there is something to convert; else `exitCode` is that of the
 /// program.
 bool readArguments(int argc, char** argv, Request& request, int& exitCode) {
-  enum Option { kView = 1, kPageSize, kProgress, kShowHelp, kShowVersion };
+  enum Option { kView = 1, kPageSize, kProgress, kSafe, kLinks, kShowHelp, kShowVersion };
   constexpr option kOptions[] = {
       {"view", required_argument, nullptr, kView},     {"pagesize", required_argument, nullptr, kPageSize},
-      {"progress", no_argument, nullptr, kProgress},   {"help", no_argument, nullptr, kShowHelp},
+      {"progress", no_argument, nullptr, kProgress},   {"safe", no_argument, nullptr, kSafe},
+      {"links", required_argument, nullptr, kLinks},   {"help", no_argument, nullptr, kShowHelp},
       {"version", no_argument, nullptr, kShowVersion}, {nullptr, 0, nullptr, 0},
   };
   bool hasPageSize = false;
+  bool hasLinks = false;
   exitCode = kUsageError;
   for (int option; (option = getopt_long(argc, argv, "h", kOptions, nullptr)) != -1;) {
     switch (option) {
@@ -214,6 +252,14 @@ bool readArguments(int argc, char** argv, Request& request, int& exitCode) {
         break;
       case kProgress:
         request.progress = true;
+        break;
+      case kSafe:
+        request.safe = true;
+        break;
+      case kLinks:
+        hasLinks = true;
+        request.links = optarg;
+        if (!isLinks(request.links)) return usageError("--links: no such choice as " + request.links), false;
         break;
       case kShowVersion:
         std::puts("pagerex " PAGEREX_VERSION);
@@ -231,6 +277,8 @@ bool readArguments(int argc, char** argv, Request& request, int& exitCode) {
   }
   if (request.progress && request.view != "mulpages")
     return usageError("--progress goes with --view mulpages only"), false;
+  if (request.progress && request.safe) return usageError("--progress has no safe pages"), false;
+  if (hasLinks && !request.safe) return usageError("--links goes with --safe only"), false;
   if (hasPageSize && request.view == "normal") {
     return usageError("--pagesize has no meaning in view normal, which is one page"), false;
   }

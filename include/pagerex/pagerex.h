@@ -25,7 +25,8 @@ extern "C" {
 enum {
   PAGEREX_OK = 0,
   PAGEREX_FAILED = 2,      /* the document was opened, but not written to its end */
-  PAGEREX_CANNOT_OPEN = 3, /* not a Word 97-2003 document, encrypted, absent, or not writable */
+  PAGEREX_CANNOT_OPEN = 3, /* not a Word 97-2003 document (pagerex_detect of convert.h tells what it is),
+                              encrypted, absent, or not writable */
   PAGEREX_CANNOT_WRITE = 4 /* invalid view, or the main HTML file or the files folder could not be created */
 };
 
@@ -62,6 +63,13 @@ typedef struct IPageRexCallBack {
  *   view=preview    the first characters as a bare fragment, in the main HTML file
  *   view=mulpages   numbered pages and a list of them
  *   pagesize=N      characters per page (preview: in all)
+ *   safe=on|off     nothing of the document runs in the pages (off by default)
+ *   links=WHICH     addresses of the document that safe pages keep: safe (the default; those of a harmless
+ *                   scheme, or of none), all or none; counts only with safe=on
+ *
+ * Pages made without safe=on are untrusted: a document can bring script of its own into them. They belong
+ * into a sandboxed frame, or under a policy that allows no script. Safe pages have the library's scripts
+ * only.
  *
  * A page size counts only behind a view other than normal, and has no default: pass one with these views.
  * Options that cannot be read are skipped. The source must be writable, though nothing is written to it.
@@ -73,8 +81,8 @@ typedef struct IPageRexCallBack {
  * Returns PAGEREX_OK, PAGEREX_FAILED, PAGEREX_CANNOT_OPEN or PAGEREX_CANNOT_WRITE. */
 PAGEREX_API int PageRex(const char* source, const char* htmlPath, int argc, char** argv);
 
-/* Converts in view mulpages with `pageSize` characters per page, calling `callback` (may be null) for each
- * finished page. Returns PAGEREX_OK or PAGEREX_ERROR. */
+/* Converts in view mulpages, to pages that are not safe, with `pageSize` characters per page, calling
+ * `callback` (may be null) for each finished page. Returns PAGEREX_OK or PAGEREX_ERROR. */
 PAGEREX_API int pageRex(const char* source, const char* htmlPath, int pageSize, IPageRexCallBack* callback);
 
 /* Why the output of this thread's last conversion is not complete: a value of errno (ENOSPC, EFBIG, ...) of

@@ -44,7 +44,7 @@ class RunningWriters {
 KHtmlWriter::~KHtmlWriter() = default;
 
 Status KHtmlWriter::Init(const KDRDocument* document, const char* path, VIEW view, int charactersPerPage,
-                         IPageRexCallBack* host) {
+                         IPageRexCallBack* host, const KPageSafety& safety) {
   const KViewTraits* const traits = TraitsOf(view);
   if (!document || !path || !traits) return Status::kInvalidArgument;
   archive_.reset();
@@ -52,6 +52,7 @@ Status KHtmlWriter::Init(const KDRDocument* document, const char* path, VIEW vie
   env_.emplace(*conversion_);
   conversion_->document = document;
   conversion_->callback = host;
+  conversion_->safety = safety;
   env_->pageSize = charactersPerPage;
   env_->view = view;
   archive_ = CreateOwnedArchive(files_, path);

@@ -30,7 +30,7 @@ class KHtmlWriter : public IStoryWriter {
   /// for none. kInvalidArgument for a null document or path or an invalid view; kCannotCreate when the file
   /// or the folder cannot be created.
   Status Init(const KDRDocument* document, const char* path, VIEW view, int charactersPerPage,
-              IPageRexCallBack* host);
+              IPageRexCallBack* host, const KPageSafety& safety = {});
 
   /// Once, after `Init`. kNothing when there are no writers for the view; else what the pages writer
   /// returned: after anything but kOk the main HTML file has no index, while the pages written so far remain.

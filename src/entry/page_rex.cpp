@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "base/encoding.h"
 #include "base/output_files.h"
@@ -21,11 +23,25 @@ namespace {
 struct Options {
   VIEW view = pagerex::VIEW_NORMAL;
   int pageSize = -1;
+  pagerex::KPageSafety safety;
 };
 
 bool hasPageSize(VIEW view) {
   const pagerex::KViewTraits* const traits = pagerex::TraitsOf(view);
   return traits && traits->hasPageSize;
+}
+
+void readSwitch(std::string_view word, bool& on) {
+  if (word == "on" || word == "off") on = word == "on";
+}
+
+void readLinks(std::string_view word, pagerex::LinkPolicy& links) {
+  using pagerex::LinkPolicy;
+  constexpr std::pair<std::string_view, LinkPolicy> kWords[] = {
+      {"safe", LinkPolicy::kSafe}, {"all", LinkPolicy::kAll}, {"none", LinkPolicy::kNone}};
+  for (const auto& [known, policy] : kWords) {
+    if (word == known) links = policy;
+  }
 }
 
 /// In their order: a page size counts only behind a view that has one.
@@ -35,6 +51,8 @@ Options readOptions(int argc, char** argv) {
   for (int i = 0; argv && i < argc; ++i) {
     if (args::ParseArg(argv[i], name, value) != Status::kOk) continue;
     if (name == "view") options.view = pagerex::ViewOf(value);
+    if (name == "safe") readSwitch(value, options.safety.on);
+    if (name == "links") readLinks(value, options.safety.links);
     if (name == "pagesize" && hasPageSize(options.view)) options.pageSize = std::atoi(value.c_str());
   }
   return options;
@@ -82,7 +100,8 @@ int write(OutputFiles& files, KDRDocument& document, const char* htmlPath, const
           IPageRexCallBack* callback) {
   KHtmlWriter writer(files, processScripts);
   int result = PAGEREX_CANNOT_WRITE;
-  if (writer.Init(&document, htmlPath, options.view, options.pageSize, callback) == Status::kOk) {
+  if (writer.Init(&document, htmlPath, options.view, options.pageSize, callback, options.safety) ==
+      Status::kOk) {
     result = writer.Write() == Status::kOk ? PAGEREX_OK : PAGEREX_FAILED;
   }
   document.Close();
@@ -118,7 +137,7 @@ int PageRex(const char* source, const char* htmlPath, int argc, char** argv) {
 }
 
 int pageRex(const char* source, const char* htmlPath, int pageSize, IPageRexCallBack* callback) {
-  const Options options{pagerex::VIEW_MULPAGES, pageSize};
+  const Options options{pagerex::VIEW_MULPAGES, pageSize, {}};
   if (convert(source, htmlPath, options, callback) != PAGEREX_OK) return PAGEREX_ERROR;
   return PAGEREX_OK;
 }

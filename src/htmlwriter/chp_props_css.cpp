@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/encoding.h"
 #include "base/number_text.h"
 #include "htmlwriter/css_props.h"
 #include "htmlwriter/env.h"
@@ -14,8 +15,9 @@ namespace mask = span_mask;
 /// Steps of a run's properties in the order in which they come out.
 class ChpCss {
  public:
-  ChpCss(const KDRSpanProp& prop, IWriteArchive* archive, const KDRFontTable* fonts)
-      : prop_(prop), archive_(archive), fonts_(fonts) {}
+  ChpCss(const KDRSpanProp& prop, IWriteArchive* archive, const KDRFontTable* fonts,
+         const KPageSafety& safety)
+      : prop_(prop), archive_(archive), fonts_(fonts), safety_(safety) {}
 
   void write(int lineSpacing, float baseSize) {
     if (hasColour()) add("color", wordColour(prop_.cv).c_str());
@@ -115,8 +117,12 @@ class ChpCss {
       return;
     }
     KFontX font;
-    if (fonts_->Item(index, &font) == Status::kOk && font.name)
+    if (fonts_->Item(index, &font) != Status::kOk || !font.name) return;
+    if (safety_.on) {
+      add("font-family", safety_.FontName(KEncoding::WCHAR2BitToString(65001, font.name)).c_str());
+    } else {
       archive_->AddCssProp("font-family", font.name);
+    }
   }
 
   /// A line is never lower than the run's own size, and never below 10.5 points.
@@ -133,13 +139,14 @@ class ChpCss {
   const KDRSpanProp& prop_;
   IWriteArchive* archive_;
   const KDRFontTable* fonts_;
+  const KPageSafety& safety_;
 };
 
 }  // namespace
 
 void WriteChProps(const KDRSpanProp* prop, IWriteArchive* archive, const KDRFontTable* fonts, int lineSpacing,
-                  float baseSize) {
-  if (prop && archive) ChpCss(*prop, archive, fonts).write(lineSpacing, baseSize);
+                  float baseSize, const KPageSafety& safety) {
+  if (prop && archive) ChpCss(*prop, archive, fonts, safety).write(lineSpacing, baseSize);
 }
 
 float GetBaseFontSize(const KEnv* env, unsigned int istd, float fallback) {

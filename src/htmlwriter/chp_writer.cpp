@@ -72,7 +72,7 @@ void KChpBase::WriteAttributes(const SpelledRun& run) {
   }
   archive->StartCssStyle();
   WriteChProps(&run.properties, archive, &env_->conversion->document->GetFontTable(), env_->pap.lineSpacing,
-               baseSize);
+               baseSize, env_->conversion->safety);
   archive->EndCssStyle();
 }
 
@@ -83,12 +83,15 @@ void KChpBase::EndChp() {
 Status KChpBase::WriteHyperLinkBegin() {
   if (env_->hyperlinkState != 1) return Status::kInvalidArgument;
   env_->hyperlinkState = 2;
-  env_->conversion->archive->BeginElement("a");
+  IWriteArchive& archive = *env_->conversion->archive;
+  const KPageSafety& safety = env_->conversion->safety;
+  archive.BeginElement("a");
   std::wstring url;
   std::wstring title;
   ParseHyperlinkFieldCode(fields_.takeCode(), url, title);
-  if (!url.empty()) env_->conversion->archive->AddAttribute("href", url.c_str());
-  if (!title.empty()) env_->conversion->archive->AddAttribute("title", title.c_str());
+  const auto narrow = [](const std::wstring& text) { return KEncoding::WCharToString(65001, text.c_str()); };
+  if (!url.empty()) safety.AddAddress(archive, "href", narrow(url));
+  if (!title.empty()) archive.AddAttribute("title", std::string_view(safety.Text(narrow(title))));
   return Status::kOk;
 }
 

@@ -107,7 +107,7 @@ Status WriteStyle(unsigned int istd, IWriteArchive* archive, KEnv* env) {
   const KDRSpanProp* span = env->conversion->merger->GetMergedChpxAtPStyle(static_cast<int>(istd));
   if (span && span->has(span_mask::hps))
     noteFontSize(*env->conversion, istd, static_cast<float>(span->hps) / 2);
-  WriteChProps(span, archive, &env->conversion->document->GetFontTable(), -1, 10.5f);
+  WriteChProps(span, archive, &env->conversion->document->GetFontTable(), -1, 10.5f, env->conversion->safety);
   archive->EndCssBlock();
   archive->PutNewLine();
   return Status::kOk;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/write_archive.h"
+#include "story/page_safety.h"
 #include "wordreader/mso_word.h"
 #include "wordreader/paragraph_prop.h"
 #include "wordreader/span_prop.h"
@@ -18,7 +19,7 @@ void WritePapProps(const KDRParagraphProp* prop, IWriteArchive* archive, int& li
 
 /// Character properties as CSS. `lineSpacing` -1 means none; `fonts` may be null; `baseSize` in points.
 void WriteChProps(const KDRSpanProp* prop, IWriteArchive* archive, const KDRFontTable* fonts, int lineSpacing,
-                  float baseSize);
+                  float baseSize, const KPageSafety& safety = {});
 
 /// Writes one border as a CSS property, by the CSS or the "mso" names of the border types. A border whose
 /// width, type and space are all zero is undefined: `fallback`, if given, is written in its place. With

@@ -95,7 +95,7 @@ FixedText<N> pageLink(const char* folder, int page) {
 }  // namespace
 
 Status WriteFramePage(OutputFiles& files, const char* htmlPath, const char* navigationUrl,
-                      const char* firstPageUrl, bool hasNavigation) {
+                      const char* firstPageUrl, bool hasNavigation, const KPageSafety& safety) {
   if (!htmlPath || !navigationUrl || !firstPageUrl) return Status::kInvalidArgument;
   const ArchivePtr archive = CreateOwnedArchive(files, htmlPath);
   if (!archive) return Status::kInvalidArgument;
@@ -112,10 +112,10 @@ Status WriteFramePage(OutputFiles& files, const char* htmlPath, const char* navi
   archive->AddAttribute("border", "0");
   archive->BeginElement("tr");
   if (hasNavigation) {
-    writeNavigationFrame(*archive, navigationUrl);
+    writeNavigationFrame(*archive, safety.Path(navigationUrl).c_str());
     writeFoldColumn(*archive);
   }
-  writeMainFrame(*archive, firstPageUrl);
+  writeMainFrame(*archive, safety.Path(firstPageUrl).c_str());
   archive->EndElement("tr");
   archive->EndElement("table");
   archive->EndElement("body");
@@ -123,7 +123,8 @@ Status WriteFramePage(OutputFiles& files, const char* htmlPath, const char* navi
   return Status::kOk;
 }
 
-Status WriteHtmlMain(OutputFiles& files, const char* htmlPath, const char* filesFolderName, int pageCount) {
+Status WriteHtmlMain(OutputFiles& files, const char* htmlPath, const char* filesFolderName, int pageCount,
+                     const KPageSafety& safety) {
   if (!htmlPath || !filesFolderName || pageCount <= 0) return Status::kInvalidArgument;
   const ArchivePtr archive = CreateOwnedArchive(files, htmlPath);
   if (!archive) return Status::kInvalidArgument;
@@ -135,7 +136,7 @@ Status WriteHtmlMain(OutputFiles& files, const char* htmlPath, const char* files
   archive->BeginElement("p");
   for (int page = 1; page <= pageCount; ++page) {
     archive->BeginElement("a");
-    archive->AddAttribute("href", pageLink<64>(filesFolderName, page).c_str());
+    archive->AddAttribute("href", safety.Path(pageLink<64>(filesFolderName, page).c_str()).c_str());
     archive->AddContent(page);
     archive->EndElement("a");
     archive->AddContent("\t");
@@ -146,8 +147,8 @@ Status WriteHtmlMain(OutputFiles& files, const char* htmlPath, const char* files
   return Status::kOk;
 }
 
-Status WriteMulpagesInfo(OutputFiles& files, const char* htmlPath, const char* filesFolderName,
-                         int pageCount) {
+Status WriteMulpagesInfo(OutputFiles& files, const char* htmlPath, const char* filesFolderName, int pageCount,
+                         const KPageSafety& safety) {
   if (!htmlPath || !filesFolderName || pageCount <= 0) return Status::kInvalidArgument;
   const ArchivePtr archive = CreateOwnedArchive(files, htmlPath);
   if (!archive) return Status::kFailure;
@@ -155,7 +156,7 @@ Status WriteMulpagesInfo(OutputFiles& files, const char* htmlPath, const char* f
   archive->AddAttribute("totalpages", pageCount);
   for (int page = 1; page <= pageCount; ++page) {
     archive->BeginElement("page");
-    archive->AddContent(pageLink<260>(filesFolderName, page).c_str());
+    archive->AddContent(safety.Text(pageLink<260>(filesFolderName, page).c_str()).c_str());
     archive->EndElement("page");
   }
   archive->EndElement("file");

@@ -73,7 +73,8 @@ void KHtmlListLevelWriter::WriteLevelProps(const KDRListLevel& level, const KDRS
     if (!name.empty()) archive->AddAttribute("class", name.c_str());
   }
   archive->StartCssStyle();
-  WriteChProps(&span, archive, &env_->conversion->document->GetFontTable(), -1, 10.5f);
+  WriteChProps(&span, archive, &env_->conversion->document->GetFontTable(), -1, 10.5f,
+               env_->conversion->safety);
   archive->EndCssStyle();
 }
 
@@ -145,7 +146,8 @@ Status KHtmlListLevelWriter::_ParseBullet(unsigned int index) {
 
 void KHtmlListLevelWriter::WriteLabel(const std::string& text) {
   if (text.empty()) return;
-  env_->conversion->archive->AddContent(text.c_str(), -1, true);
+  const KPageSafety& safety = env_->conversion->safety;
+  env_->conversion->archive->AddContent(safety.on ? safety.Text(text).c_str() : text.c_str(), -1, true);
   if (env_->pap.collectingTitle != 0 && env_->navigation) env_->navigation->CollectTitle(text.c_str());
 }
 

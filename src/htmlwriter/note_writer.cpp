@@ -132,15 +132,16 @@ Status KHtmlAnnotationWriter::WriteContent(unsigned int index, const KEnv* env) 
   const KDRAnnotations& annotations = env->conversion->document->GetAnnotations();
   if (index >= annotations.GetRefs().Count()) return Status::kInvalidArgument;
   std::string header;
-  FormatAnnotationContent(annotations, index, *env->textPool, header);
+  FormatAnnotationContent(annotations, index, *env->textPool, env->conversion->safety, header);
   writeContent(*env, kAnnotation, index, annotations.GetTextRanges(), header);
   return Status::kOk;
 }
 
 void FormatAnnotationContent(const KDRAnnotations& annotations, unsigned int index, const KTextPool&,
-                             std::string& out) {
+                             const KPageSafety& safety, std::string& out) {
   out += "<b>";
-  out += KEncoding::WCHAR2BitToString(65001, annotations.GetAuthor(annotations.GetRefs().Item(index)).name);
+  const unsigned short* const author = annotations.GetAuthor(annotations.GetRefs().Item(index)).name;
+  out += safety.Text(KEncoding::WCHAR2BitToString(65001, author));
   out += ",";
   if (index < annotations.GetDTTMs().Count()) FormatDttm(*annotations.GetDTTMs().Item(index), out);
   out += "</b>";

@@ -48,7 +48,7 @@ class KHtmlAnnotationWriter {
 
 /// Appends the heading of an annotation: its author, date and time.
 void FormatAnnotationContent(const KDRAnnotations& annotations, unsigned int index, const KTextPool& pool,
-                             std::string& out);
+                             const KPageSafety& safety, std::string& out);
 /// Appends a date and time, nothing padded.
 void FormatDttm(const mso_word::DTTM& dttm, std::string& out);
 

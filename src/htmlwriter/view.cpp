@@ -23,17 +23,17 @@ void writeFrames(const KEnv& env, std::string_view name) {
   const bool hasNavigation =
       env.navigation->Write(conversion.files, path.c_str(), "main", "1.htm") == Status::kOk;
   WriteFramePage(conversion.files, conversion.htmlPath.c_str(), urlOf(name, "navigation.html").c_str(),
-                 urlOf(name, "1.htm").c_str(), hasNavigation);
+                 urlOf(name, "1.htm").c_str(), hasNavigation, conversion.safety);
 }
 
 void writePageLinks(const KEnv& env, std::string_view name) {
   WriteHtmlMain(env.conversion->files, env.conversion->htmlPath.c_str(), folderUrl(name).c_str(),
-                env.writers->pages->GetPageCount());
+                env.writers->pages->GetPageCount(), env.conversion->safety);
 }
 
 void writePageList(const KEnv& env, std::string_view name) {
   WriteMulpagesInfo(env.conversion->files, env.conversion->htmlPath.c_str(), folderUrl(name).c_str(),
-                    env.writers->pages->GetPageCount());
+                    env.writers->pages->GetPageCount(), env.conversion->safety);
 }
 
 /// By view.                     size   folder tree   notes  phone

@@ -137,7 +137,7 @@ Status KHtmlObjectWriter::WriteHyperlink(const MsoROShape& shape) {
   std::string href = link.address.empty() ? link.location : link.address;
   if (link.type == hyperLink::HLinkType::kLocation) CheckBookName(href);
   if (link.type == hyperLink::HLinkType::kUrl) archive()->AddAttribute("target", "_parent");
-  archive()->AddAttribute("href", href.c_str());
+  safety().AddAddress(*archive(), "href", href);
   return Status::kOk;
 }
 

@@ -124,6 +124,7 @@ class KHtmlObjectWriter : public KObjectWriter {
  protected:
   KHtmlEnv* htmlEnv() const { return static_cast<KHtmlEnv*>(env_); }
   IWriteArchive* archive() const { return htmlEnv()->conversion.archive; }
+  const pagerex::KPageSafety& safety() const { return htmlEnv()->conversion.safety; }
   /// Ends a child element of a shape.
   void EndVml(const char* name);
   /// Parts of the position style.

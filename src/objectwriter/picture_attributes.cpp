@@ -20,7 +20,7 @@ Status KHtmlObjectWriter::WriteImageProp(const MsoROShape& shape, PID blip, PID 
   std::string file;
   if (index && WriteImage(blip, *index, file) == Status::kOk) archive()->AddAttribute("src", file.c_str());
   const std::string title = props.text(name);
-  if (!title.empty()) archive()->AddAttribute("title", title.c_str(), "o");
+  if (!title.empty()) archive()->AddAttribute("title", safety().Text(title).c_str(), "o");
   return Status::kOk;
 }
 

@@ -38,10 +38,16 @@ StylePiece piece(std::string_view name, std::string_view value, const char* quot
   return StylePiece().append(name).append(':').append(quote).append(value).append(quote).append(';');
 }
 
-std::string geoTextStyle(const ShapeProps& props) {
+/// In a safe page nothing is cut, so that what follows does not become a part of the name.
+std::string fontPiece(const std::string& font, const pagerex::KPageSafety& safety) {
+  if (safety.on) return "font-family:" + safety.FontName(font, "'") + ";";
+  return std::string(std::string_view(piece("font-family", font, "'")));
+}
+
+std::string geoTextStyle(const ShapeProps& props, const pagerex::KPageSafety& safety) {
   std::string style;
   const std::string font = props.text(pid::kGeoTextFont);
-  if (!font.empty()) style += piece("font-family", font, "'");
+  if (!font.empty()) style += fontPiece(font, safety);
   const std::optional<int> size = props.wholeFixed(pid::kGeoTextSize);
   if (size) style += piece("font-size", NumberText().appendInt(*size).append("pt"));
   const std::optional<int> align = props.number(pid::kGeoTextAlign);
@@ -66,13 +72,13 @@ Status KHtmlObjectWriter::WriteGeoTextProp(const MsoROShape& shape) {
   if (text.empty()) return Status::kNothing;
   IWriteArchive* const out = archive();
   out->BeginElement("textpath", "v");
-  const std::string style = geoTextStyle(props);
+  const std::string style = geoTextStyle(props, safety());
   if (!style.empty()) out->AddAttribute("style", style.c_str());
   for (const FlagRow& row : kGeoTextFlags) {
     const std::optional<bool> flag = props.flag(row.id);
     if (flag) out->AddAttribute(row.name, *flag);
   }
-  out->AddAttribute("string", text.c_str());
+  out->AddAttribute("string", safety().Text(text).c_str());
   EndVml("textpath");
   return Status::kOk;
 }

@@ -6,6 +6,7 @@
 #include "base/output_files.h"
 #include "base/write_archive.h"
 #include "numformat/number_format_service.h"
+#include "story/page_safety.h"
 #include "story/table_scans.h"
 #include "story/work_limits.h"
 
@@ -25,6 +26,7 @@ struct KConversionEnv {
   IWriteArchive* archive = nullptr;  ///< output of the current page
   std::string htmlPath;              ///< the main HTML path that the caller passed
   std::string filesDir;              ///< without a closing slash; empty where there is no files folder
+  KPageSafety safety;                ///< constant for a conversion
 
   NumberFormatService numberFormats;
 

@@ -89,14 +89,41 @@ TEST(CommandLine, SaysThatTheSourceIsMissing) {
   EXPECT_THAT(finished.output, HasSubstr("source.doc: No such file or directory"));
 }
 
-TEST(CommandLine, SaysThatTheSourceIsNoDocument) {
+TEST(CommandLine, SaysWhatTheSourceIsInsteadOfADocument) {
+  const std::pair<std::string, const char*> files[] = {
+      {"text", "This is plain text (.txt). Only Word 97-2003 documents are converted, unencrypted.\n"},
+      {"{\\rtf1 Hello}", "This is a Rich Text document (.rtf). Only "},
+      {"<html>", "This is a web page (.html). Only "},
+      {"PK\3\4", "This is a zip archive (.zip). Only "},
+      {std::string(9, '\0'), "This is not a kind of file that is known here. Only "},
+      {"", "This file is empty. Only "},
+  };
   const Conversion conversion;
-  conversion.folder().write("source.doc", std::string("text"));
-  for (const char* options : {"", "--view mulpages --progress"}) {
-    const Finished finished = pagerexOf(options, conversion);
-    EXPECT_EQ(finished.exitCode, 3);
-    EXPECT_THAT(finished.output, HasSubstr("source.doc: not a Word 97-2003 document, or encrypted"));
+  for (const auto& [content, message] : files) {
+    conversion.folder().write("source.doc", content);
+    for (const char* options : {"", "--view mulpages --progress"}) {
+      const Finished finished = pagerexOf(options, conversion);
+      EXPECT_EQ(finished.exitCode, 3);
+      EXPECT_THAT(finished.output, HasSubstr(std::string("source.doc: ") + message));
+    }
   }
+}
+
+TEST(CommandLine, SaysThatTheSourceIsEncrypted) {
+  support::WordDocument document(support::WordOptions{.fibFlags = 0x0100});
+  document.paragraph("Hello");
+  const Finished finished = pagerexOf("", Conversion(document));
+  EXPECT_EQ(finished.exitCode, 3);
+  EXPECT_THAT(finished.output, HasSubstr("source.doc: This is an encrypted Word document (.doc)"));
+}
+
+TEST(CommandLine, SaysThatADocumentCouldNotBeOpened) {
+  support::WordDocument document(support::WordOptions{.tableStream = 0, .tableStreamName = 1});
+  document.paragraph("Hello");
+  const Finished finished = pagerexOf("", Conversion(document));
+  EXPECT_EQ(finished.exitCode, 3);
+  EXPECT_THAT(finished.output, HasSubstr("source.doc: This is a Word 97-2003 document (.doc). "
+                                         "It could not be opened, and is probably damaged.\n"));
 }
 
 TEST(CommandLine, SaysThatTheSourceIsAFolder) {

@@ -15,7 +15,8 @@ drawing base storage wordreader
 story base storage wordreader numformat
 objectwriter base storage wordreader drawing story pagerex
 htmlwriter base storage wordreader drawing story objectwriter pagerex
-entry base storage wordreader drawing story objectwriter htmlwriter pagerex
+convert base storage wordreader pagerex
+entry base storage wordreader drawing story objectwriter htmlwriter convert pagerex
 '
 
 wrong=0

@@ -1,6 +1,7 @@
 // A host in C++: converts a document in a view, and asks for one that is not there.
 //
 //     use_cpp SOURCE TARGET
+#include <pagerex/convert.h>
 #include <pagerex/numformat.h>
 #include <pagerex/pagerex.h>
 
@@ -15,5 +16,6 @@ int main(int argc, char** argv) {
   if (pageRex(nowhere.c_str(), argv[2], 200, nullptr) != PAGEREX_ERROR) return 2;
   if (PageRex(argv[1], argv[2], 2, options) != PAGEREX_OK) return 3;
   if (PageRexOutputError() != 0) return 4;
+  if (pagerex_detect(nullptr, 0) != PAGEREX_KIND_EMPTY) return 6;
   return _XNFInit() == NF_OK && _XNFUnInit() == NF_OK ? 0 : 5;
 }

@@ -1,0 +1,120 @@
+#include "safety/page_rules.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "pagerex/pagerex.h"
+#include "safety/script_documents.h"
+#include "support/corpus.h"
+#include "support/temp_folder.h"
+
+// No page of a safe conversion does what its document wants.
+
+namespace {
+
+using safety::PageRules;
+using support::Bytes;
+
+constexpr const char* kViews[] = {"normal", "phone", "preview", "mulpages"};
+
+/// The pages and the style sheet that a conversion makes, as text by file name.
+std::vector<std::pair<std::string, std::string>> pagesOf(const Bytes& document, const std::string& view,
+                                                         const std::string& safe,
+                                                         const std::string& links = "links=safe") {
+  const support::TempFolder folder;
+  const std::string source = folder.write("in.doc", document);
+  std::string options[] = {"view=" + view, "pagesize=300", safe, links};
+  char* argv[] = {options[0].data(), options[1].data(), options[2].data(), options[3].data()};
+  PageRex(source.c_str(), folder.path("out.htm").c_str(), static_cast<int>(std::size(argv)), argv);
+  std::vector<std::pair<std::string, std::string>> pages;
+  for (const std::string& name : folder.files()) {
+    if (name.ends_with(".htm") || name.ends_with(".html") || name.ends_with(".css"))
+      pages.emplace_back(name, folder.read(name));
+  }
+  return pages;
+}
+
+PageRules learntRules() {
+  PageRules rules;
+  for (const char* view : kViews) {
+    for (const auto& [name, text] : pagesOf(safety::harmlessDocument().build(), view, "safe=off")) {
+      if (!name.ends_with(".css")) rules.learn(text);
+    }
+  }
+  return rules;
+}
+
+const PageRules& rules() {
+  static const PageRules learnt = learntRules();
+  return learnt;
+}
+
+/// The first thing of a document that its pages may not do, in any view.
+std::string violationOf(const Bytes& document, const std::string& safe,
+                        const std::string& links = "links=safe") {
+  for (const char* view : kViews) {
+    for (const auto& [name, text] : pagesOf(document, view, safe, links)) {
+      const std::string found = name.ends_with(".css") ? PageRules::styleViolation(text)
+                                                       : rules().violation(text, links == "links=all");
+      if (!found.empty()) return std::string(view) + ", " + name + ": " + found;
+    }
+  }
+  return "";
+}
+
+TEST(PageRules, KnowTheLibrarysOwnScripts) {
+  EXPECT_EQ(violationOf(safety::harmlessDocument().build(), "safe=off"), "");
+}
+
+TEST(PageRules, SeeWhatRuns) {
+  for (const char* page :
+       {"<script>alert(1)</script>", "<a href='javascript:x'>", "<a href='\x01java\tscript:x'>",
+        "<a href=//x>", "<img src=x onerror=x>", "<p style='a:url(x)'>", "<p style='a:exp\\72 ession(x)'>",
+        "<iframe src=x>", "<!--[if gte vml 1]><v:rect href='vbscript:x'><![endif]-->",
+        "<svg><a xlink:href='data:x'>", "<p style='a:u/**/rl(x)'>"}) {
+    EXPECT_NE(rules().violation(page), "") << page;
+  }
+  for (const char* page : {"<a href='http://x/'>", "<a href='#x'>", "<img src=image001.png>",
+                           "<p style='a:b'>", "<v:shadow on='t'>"}) {
+    EXPECT_EQ(rules().violation(page), "") << page;
+  }
+  EXPECT_EQ(rules().violation("<a href='javascript:x'>", true), "");
+  EXPECT_NE(PageRules::styleViolation("a{b:url(x)}"), "");
+  EXPECT_NE(PageRules::styleViolation("a{b:c}</style>"), "");
+}
+
+TEST(SafePages, DocumentsThatBringScriptNeedThem) {
+  for (const auto& each : safety::scriptDocuments()) {
+    const bool isText = std::string_view(each.name) == "HeadingsAndBookmarks";  // safe in all pages
+    EXPECT_EQ(violationOf(each.document.build(), "safe=off").empty(), isText) << each.name;
+  }
+}
+
+TEST(SafePages, DoNothingThatAScriptInTheDocumentWants) {
+  for (const auto& each : safety::scriptDocuments()) {
+    for (const char* links : {"links=safe", "links=all", "links=none"}) {
+      EXPECT_EQ(violationOf(each.document.build(), "safe=on", links), "") << each.name << links;
+    }
+  }
+}
+
+TEST(SafePages, DoNothingOfRichDocuments) {
+  for (const auto& each : mutation::richDocuments()) {
+    EXPECT_EQ(violationOf(each.document.build(), "safe=on"), "") << each.name;
+  }
+}
+
+TEST(SafePages, DoNothingOfRealDocuments) {
+  const auto documents = support::corpusDocuments();
+  if (documents.empty()) GTEST_SKIP() << "no corpus";
+  for (const auto& path : documents) {
+    std::ifstream file(path, std::ios::binary);
+    const Bytes bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    EXPECT_EQ(violationOf(bytes, "safe=on"), "") << path;
+  }
+}
+
+}  // namespace
