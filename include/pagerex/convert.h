@@ -1,12 +1,27 @@
 #ifndef PAGEREX_CONVERT_H
 #define PAGEREX_CONVERT_H
 
-/* Documents in memory. Usable from C and C++.
+/* Documents from memory, files or a host's own store, into memory, files or a host's own sink. Usable from
+ * C99 and C++.
  *
- * Any number of threads may call any of these functions at once. They set no locale and need none, and change
- * nothing outside what they are given. No exception leaves them. */
+ *     pagerex_input input = {.size = sizeof input, .data = bytes, .length = count};
+ *     pagerex_output output = {.size = sizeof output, .begin = ..., .write = ..., .end = ...};
+ *     pagerex_result result = {.size = sizeof result};
+ *     if (pagerex_convert(&input, NULL, NULL, &output, &result) != PAGEREX_RESULT_OK) puts(result.sentence);
+ *
+ * Any number of threads may call any of these functions at once, each document handle being used by one at a
+ * time. They set no locale and need none, and change nothing outside what they are given. No exception leaves
+ * them; one that leaves a host's function ends the call with PAGEREX_RESULT_CANCELED. A conversion raises one
+ * signal only, SIGXFSZ, and only to a path and where the host has set RLIMIT_FSIZE: ignore it there.
+ *
+ * Structures begin with their own size, which the host sets to sizeof: what a later version adds behind the
+ * end of a host's structure is not looked at, or not filled in. All other fields may be zero, which stands
+ * for what is usual. A structure whose size is less than that of its first version is refused as
+ * PAGEREX_RESULT_INVALID_ARGUMENT. Nothing that is passed is kept longer than the call, but for the input,
+ * which a document reads from until it is closed. */
 
 #include <stddef.h>
+#include <stdint.h>
 
 #include "pagerex/pagerex.h"
 
@@ -79,6 +94,226 @@ PAGEREX_API const char* pagerex_kind_name(int kind);
 /* One sentence in English for those who see the message: "This is a Word document of 2007 or later (.docx)."
  * As above otherwise, but that the wording may change. */
 PAGEREX_API const char* pagerex_kind_sentence(int kind);
+
+/* --- What came of a call ------------------------------------------------------------------------------- */
+
+/* Numbers once given stay; later versions may add some. */
+enum {
+  PAGEREX_RESULT_OK = 0,
+  PAGEREX_RESULT_INVALID_ARGUMENT = 1, /* a null pointer, an unknown format, a size that is none */
+  PAGEREX_RESULT_NOT_WORD = 2,         /* `kind` tells what it is instead */
+  PAGEREX_RESULT_ENCRYPTED = 3,
+  PAGEREX_RESULT_DAMAGED = 4,    /* a Word document of which nothing can be read, or not to its end */
+  PAGEREX_RESULT_UNREADABLE = 5, /* no such file, no right to read it, a folder, a device, a pipe; a read that
+                                    failed; `system_error` may tell why */
+  PAGEREX_RESULT_CANNOT_WRITE = 6,   /* a sink that refused, a full disk, a folder that is not there */
+  PAGEREX_RESULT_REFUSED = 7,        /* the output would destroy what no conversion has made */
+  PAGEREX_RESULT_CANCELED = 8,       /* by the flag, or by a function of the host */
+  PAGEREX_RESULT_DEADLINE = 9,       /* limits.deadline_ms went by */
+  PAGEREX_RESULT_OUT_OF_MEMORY = 10, /* the machine has no more */
+  PAGEREX_RESULT_MEMORY_LIMIT = 11,  /* limits.memory was reached */
+  PAGEREX_RESULT_OUTPUT_LIMIT = 12,  /* limits.output_bytes was reached */
+  PAGEREX_RESULT_TOO_LARGE = 13      /* limits.input_bytes, or what the format can hold, is exceeded */
+};
+
+/* A short word for reports, which stays as it is: "ok", "not_word". "unknown" for any other number. Never
+ * null; a constant. */
+PAGEREX_API const char* pagerex_result_name(int code);
+
+/* What of a document was left out of the output or mended on the way. Numbers once given stay. */
+enum {
+  PAGEREX_WARNING_TABLE_DAMAGED = 1, /* a table of the file cannot be read whole; where: its name */
+  PAGEREX_WARNING_OUTSIDE = 2,       /* the file refers to bytes that it does not have */
+  PAGEREX_WARNING_ENDED_EARLY = 3,   /* the text ends before the document's end; where: the character */
+  PAGEREX_WARNING_WORK_LIMIT = 4,    /* tables refer to the same things again and again; where: which work */
+  PAGEREX_WARNING_OUTPUT_FULL = 5,   /* far more output than a sound document makes */
+  PAGEREX_WARNING_PICTURE = 6,       /* a picture that cannot be read; where: the character or shape */
+  PAGEREX_WARNING_LINK_REMOVED = 7,  /* an address that the option `links` does not keep; where: its scheme */
+  PAGEREX_WARNING_PICTURES_OFF = 8,  /* pictures were not wanted */
+  PAGEREX_WARNING_FILE_SHORT = 9,    /* the file ends before its own tables say so */
+  PAGEREX_WARNING_STOPPED = 10       /* a page size, or the host, ended the text before its end */
+};
+
+typedef struct pagerex_warning {
+  int32_t code;         /* PAGEREX_WARNING_... */
+  int32_t lost;         /* 1: something of the document is missing in the output. 0: mended, or meant so */
+  uint32_t count;       /* how often; `where` is the first time */
+  char where[52];       /* UTF-8; may be empty */
+  const char* sentence; /* in English; a constant */
+} pagerex_warning;
+
+/* Of the document's main text and what is anchored in it. */
+typedef struct pagerex_counts {
+  uint64_t characters; /* UTF-16 units of text, marks of paragraphs, cells and fields among them */
+  uint64_t paragraphs; /* those in cells among them */
+  uint64_t tables;     /* not counting those within others */
+  uint64_t pictures;   /* in the line and floating, whatever their kind; of a result: picture files */
+  uint64_t pages; /* of a result: pages written. Of a document: as Word counted them last, 0 if not told */
+} pagerex_counts;
+
+enum { PAGEREX_MOST_WARNINGS = 32 };
+
+/* Filled in by a call, wholly, whatever comes of it. Needs no release. */
+typedef struct pagerex_result {
+  size_t size;
+  int32_t code;          /* as the call returned it */
+  int32_t kind;          /* PAGEREX_KIND_...; PAGEREX_KIND_UNKNOWN where the input could not be read */
+  int32_t system_error;  /* a value of errno that explains `code`; 0 for none */
+  int32_t complete;      /* 1: PAGEREX_RESULT_OK, and no warning says that something is lost */
+  char sentence[256];    /* in English, UTF-8: what came of the call, and what the file is */
+  pagerex_counts counts; /* of what was written; of pagerex_open: 0 */
+  uint64_t output_bytes; /* that were written, all files together */
+  uint32_t output_files;
+  uint32_t warning_count; /* of `warnings`, at most PAGEREX_MOST_WARNINGS: one for each code and place, the */
+  uint64_t warnings_total; /* first ones. This counts all, each as often as it was given */
+  pagerex_warning warnings[PAGEREX_MOST_WARNINGS];
+} pagerex_result;
+
+/* --- What is read -------------------------------------------------------------------------------------- */
+
+/* One of three: a path, a block of memory, or functions of the host. */
+typedef struct pagerex_input {
+  size_t size;
+  /* The file is opened for reading alone, must be a regular file, and stays open until the document is
+   * closed. Named as the C library takes it. */
+  const char* path;
+  /* Read in place: it must stay as it is until the document is closed. Not null, but `length` may be 0. */
+  const void* data;
+  size_t length;
+  /* The count of bytes, negative for a failure; and `length` bytes from `offset` on into `buffer`: the count
+   * of those read, fewer only where the input ends, negative for a failure. Both or none. Called on the
+   * thread of the call. */
+  int64_t (*byte_count)(void* user);
+  int64_t (*read_at)(void* user, uint64_t offset, void* buffer, size_t length);
+  void* user;
+} pagerex_input;
+
+/* 0 stands for no limit. */
+typedef struct pagerex_limits {
+  size_t size;
+  uint64_t memory;       /* bytes that a document and what is written of it may take from the heap, its large
+                            buffers and tables counted; the least that a conversion needs is about 700 KB */
+  uint64_t input_bytes;  /* of the input */
+  uint64_t output_bytes; /* of all files together */
+  uint64_t deadline_ms;  /* from the beginning of the call on */
+  /* Ends the call soon after it becomes other than 0: see pagerex_cancel. May be null. */
+  const int* cancel;
+} pagerex_limits;
+
+/* Sets a flag of pagerex_limits; from any thread, and from a signal handler. Null is accepted. */
+PAGEREX_API void pagerex_cancel(int* flag);
+
+/* --- What is written ----------------------------------------------------------------------------------- */
+
+/* One of two: a path, or functions of the host. */
+typedef struct pagerex_output {
+  size_t size;
+  /* The main file. Formats that write more files put them into the folder beside it that takes its name with
+   * ".files" in the place of the extension: "letter.html" and "letter.files". A result appears whole or not
+   * at all: it is made under other names in the same folder, and takes the place of an older one in the end.
+   * What no conversion has made is not replaced, and PAGEREX_RESULT_REFUSED: a Word document, the input, a
+   * folder that holds other files than those of a conversion. */
+  const char* path;
+  /* A file begins. `name` is `main_name`, or a path below it with "/" between its parts, and comes once;
+   * `media_type` is that of the file: "text/html; charset=utf-8". Both are valid during the call. Returns the
+   * file, which is handed to the two below, or null to refuse. Several files may be open at a time. */
+  void* (*begin)(void* user, const char* name, const char* media_type);
+  /* 0 for success; anything else refuses, which ends the conversion. */
+  int (*write)(void* user, void* file, const void* data, size_t length);
+  /* Each file that was begun ends. `complete` is 0 where the conversion broke off: what it holds is no whole
+   * file. Returns 0 for success. May be null. */
+  int (*end)(void* user, void* file, int complete);
+  void* user;
+  /* Name of the main file for the functions above; null for "document" with the extension of the format. No
+   * "/" and no control characters in it. */
+  const char* main_name;
+} pagerex_output;
+
+/* What becomes of the addresses of a document, in links and in pictures that are only linked. */
+enum {
+  PAGEREX_LINKS_SAFE = 0, /* http, https, mailto, ftp, ftps, sftp, tel, sms, news, relative ones and "#..."
+                             are kept; of others the text stays and the address goes, with a warning */
+  PAGEREX_LINKS_ALL = 1,
+  PAGEREX_LINKS_NONE = 2
+};
+
+/* What becomes of its pictures. A format that cannot do what is asked refuses, as invalid argument. */
+enum {
+  PAGEREX_PICTURES_USUAL = 0, /* as files where the format has a folder, otherwise embedded or none */
+  PAGEREX_PICTURES_FILES = 1,
+  PAGEREX_PICTURES_EMBEDDED = 2,
+  PAGEREX_PICTURES_NONE = 3
+};
+
+typedef struct pagerex_options {
+  size_t size;
+  const char* format; /* a name of pagerex_format_at; null for that of the first */
+  int64_t page_size;  /* characters on a page, or in all in the format "preview"; 0 for what the format has */
+  int32_t links;
+  int32_t pictures;
+  const pagerex_limits* limits; /* of the writing; may be null. `memory` counts in pagerex_open alone */
+  /* Functions of the host, called on the thread of the call; null ones are not. */
+  void (*page_finished)(void* user, int page, const char* name); /* from 1; its file has ended */
+  int (*may_go_on)(void* user); /* after each finished page and each progress: PAGEREX_GO_ON, PAGEREX_WAIT (is
+                                   asked again 20 ms later) or PAGEREX_STOP (PAGEREX_RESULT_CANCELED) */
+  void (*progress)(void* user,
+                   double done); /* rises from 0 to 1, both included, in a hundred steps at most */
+  void* user;
+} pagerex_options;
+
+/* A format that documents can be written in. */
+typedef struct pagerex_format {
+  const char* name;       /* "normal" */
+  const char* extension;  /* of the main file, with the dot: ".html" */
+  const char* media_type; /* of the main file */
+  const char* sentence;   /* what it is, in English */
+  int is_single_file;     /* whether there is never another than the main file */
+  int has_page_size;      /* whether options.page_size counts; 2000 stands for 0 */
+} pagerex_format;
+
+/* The formats from 0 on, in an order that stays; null behind the last. Constants. */
+PAGEREX_API const pagerex_format* pagerex_format_at(int index);
+
+/* --- Documents ----------------------------------------------------------------------------------------- */
+
+/* An open document. Owns what was read of it; refers to its input. One thread at a time. */
+typedef struct pagerex_document pagerex_document;
+
+/* What is known of a document without writing it. */
+typedef struct pagerex_document_info {
+  size_t size;
+  int32_t kind;
+  uint64_t input_bytes;
+  pagerex_counts counts;
+} pagerex_document_info;
+
+/* Opens a document. `limits` and `result` may be null. Returns PAGEREX_RESULT_... and sets `*document`, which
+ * pagerex_close takes back, or to null for anything but PAGEREX_RESULT_OK. */
+PAGEREX_API int pagerex_open(const pagerex_input* input, const pagerex_limits* limits,
+                             pagerex_document** document, pagerex_result* result);
+
+/* Fills in `info`, which has its size set. Reads tables of the document that may not have been read so far.
+ * Returns PAGEREX_RESULT_OK, PAGEREX_RESULT_INVALID_ARGUMENT, or PAGEREX_RESULT_OUT_OF_MEMORY and
+ * PAGEREX_RESULT_MEMORY_LIMIT. */
+PAGEREX_API int pagerex_info(pagerex_document* document, pagerex_document_info* info);
+
+/* Writes the document, as often as wanted. `options` and `result` may be null. No part of the document runs
+ * in the pages: all that comes from it is escaped for its place, and its addresses are judged. The library's
+ * own scripts stand in the formats "normal", "phone" and "mulpages". Returns PAGEREX_RESULT_...: anything but
+ * PAGEREX_RESULT_OK leaves nothing at an output's path. */
+PAGEREX_API int pagerex_write(pagerex_document* document, const pagerex_options* options,
+                              const pagerex_output* output, pagerex_result* result);
+
+/* Null is accepted. */
+PAGEREX_API void pagerex_close(pagerex_document* document);
+
+/* Opens, writes and closes. `options` and `result` may be null; `limits` counts for both. */
+PAGEREX_API int pagerex_convert(const pagerex_input* input, const pagerex_limits* limits,
+                                const pagerex_options* options, const pagerex_output* output,
+                                pagerex_result* result);
+
+/* "0.1.0". */
+PAGEREX_API const char* pagerex_version(void);
 
 #ifdef __cplusplus
 }
