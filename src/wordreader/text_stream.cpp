@@ -1,7 +1,10 @@
 #include "wordreader/text_stream.h"
 
+#include "wordreader/document.h"
 #include "wordreader/scanner.h"
 
 Status _KDRTextStream::Read(const KDRDocument& document) {
-  return _KDRScanner(document, subDocs_).Scan();
+  const Status status = _KDRScanner(document, subDocs_).Scan();
+  if (failed(status)) warn(document.GetWarnings(), pagerex::WarningCode::kEndedEarly);
+  return status;
 }
