@@ -79,7 +79,8 @@ TEST(CommandLine, RefusesWhatItDoesNotUnderstand) {
   for (const char* options : {"--view NORMAL", "--pagesize 0", "--view phone --pagesize x", "--pagesize 9",
                               "--progress", "--view phone --progress", "--unknown", "extra"})
     EXPECT_EQ(pagerexOf(options, conversion).exitCode, 1) << options;
-  EXPECT_EQ(pagerexOf(conversion.source()).exitCode, 1);
+  EXPECT_EQ(pagerexOf("--view normal " + conversion.source()).exitCode, 1);
+  EXPECT_EQ(pagerexOf("").exitCode, 1);
   EXPECT_THAT(conversion.output(), IsEmpty());
 }
 
@@ -165,6 +166,15 @@ TEST(CommandLine, DoesNotOverwriteItsSource) {
   const std::string before = conversion.folder().read("source.doc");
   EXPECT_EQ(pagerexOf(conversion.source() + " " + conversion.source()).exitCode, 1);
   EXPECT_EQ(conversion.folder().read("source.doc"), before);
+}
+
+TEST(CommandLine, DoesNotOverwriteADocument) {
+  const Conversion conversion(documentOf({"Hello"}));
+  const std::string other = conversion.folder().path("other.doc");
+  documentOf({"Other"}).save(other);
+  const std::string before = conversion.folder().read("other.doc");
+  EXPECT_EQ(pagerexOf(conversion.source() + " " + other).exitCode, 1);
+  EXPECT_EQ(conversion.folder().read("other.doc"), before);
 }
 
 TEST(CommandLine, RefusesATargetWhoseFolderWouldStandElsewhere) {

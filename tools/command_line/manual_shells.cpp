@@ -1,0 +1,107 @@
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "manual.h"
+#include "option_table.h"
+#include "pagerex/convert.h"
+
+namespace cli {
+
+namespace {
+
+std::string replaced(std::string_view text, char from, std::string_view to) {
+  std::string result;
+  for (const char c : text) result += c == from ? std::string(to) : std::string(1, c);
+  return result;
+}
+
+/// What may stand for the option's argument: "safe all none"; empty if it is no choice.
+std::string choicesOf(const Option& option) {
+  if (option.takes == Takes::kChoice) return replaced(option.choices, '|', " ");
+  std::string names;
+  if (option.takes != Takes::kFormatName) return names;
+  for (int i = 0; const pagerex_format* format = pagerex_format_at(i); ++i)
+    names += (i ? " " : "") + std::string(format->name);
+  return names;
+}
+
+bool isPath(const Option& option) {
+  return option.takes == Takes::kPath || option.takes == Takes::kFile;
+}
+
+/// "--output" and, if there is one, "|-o".
+std::string spellings(const Option& option, const char* separator) {
+  std::string text = std::string("--") + option.name;
+  if (option.letter) text += std::string(separator) + "-" + option.letter;
+  return text;
+}
+
+}  // namespace
+
+void printBashCompletion() {
+  std::string all;
+  for (const Option& option : kOptions) all += (all.empty() ? "" : " ") + spellings(option, " ");
+  std::puts(
+      "# Completions of bash for pagerex.\n_pagerex() {\n  local word=${COMP_WORDS[COMP_CWORD]} "
+      "before=${COMP_WORDS[COMP_CWORD-1]}\n  COMPREPLY=()\n  case $before in");
+  for (const Option& option : kOptions) {
+    if (option.id == kHelp || option.takes == Takes::kNothing) continue;
+    std::printf("    %s)\n", spellings(option, "|").c_str());
+    const std::string choices = choicesOf(option);
+    if (!choices.empty())
+      std::printf("      mapfile -t COMPREPLY < <(compgen -W '%s' -- \"$word\")\n", choices.c_str());
+    if (isPath(option))
+      std::puts("      compopt -o filenames\n      mapfile -t COMPREPLY < <(compgen -f -- \"$word\")");
+    std::puts("      return\n      ;;");
+  }
+  std::printf(
+      "  esac\n  if [[ $word == -* ]]; then\n    mapfile -t COMPREPLY < <(compgen -W '%s' -- \"$word\")\n",
+      all.c_str());
+  std::puts(
+      "  else\n    compopt -o filenames\n    mapfile -t COMPREPLY < <(compgen -f -- \"$word\")\n  "
+      "fi\n}\ncomplete -F _pagerex pagerex");
+}
+
+void printZshCompletion() {
+  std::puts("#compdef pagerex\n# Completions of zsh for pagerex.\n_arguments -s -S \\");
+  for (const Option& option : kOptions) {
+    const std::string choices = choicesOf(option);
+    const std::string help = replaced(replaced(replaced(option.help, '\'', "'\\''"), ':', "\\:"), ']', "\\]");
+    const std::string argument = option.argument ? replaced(option.argument, ':', "\\:") : "";
+    std::string action;
+    if (!choices.empty())
+      action = ":" + argument + ":(" + choices + ")";
+    else if (isPath(option))
+      action = ":" + argument + ":_files";
+    else if (option.argument)
+      action = ":" + argument + ":";
+    if (option.id == kHelp) action = ":" + action;
+    const char* const joint = option.id == kHelp ? "=-" : option.argument ? "=" : "";
+    if (option.letter) {
+      std::printf("  '(-%c --%s)'{-%c%s,--%s%s}'[%s]%s' \\\n", option.letter, option.name, option.letter,
+                  option.argument && option.id != kHelp ? "+" : "", option.name, joint, help.c_str(),
+                  option.id == kHelp ? "" : action.c_str());
+    } else {
+      std::printf("  '--%s%s[%s]%s' \\\n", option.name, joint, help.c_str(), action.c_str());
+    }
+  }
+  std::puts("  '*:file:_files'");
+}
+
+void printFishCompletion() {
+  std::puts("# Completions of fish for pagerex.");
+  for (const Option& option : kOptions) {
+    std::printf("complete -c pagerex -l %s", option.name);
+    if (option.letter) std::printf(" -s %c", option.letter);
+    const std::string choices = choicesOf(option);
+    if (option.takes == Takes::kNothing || option.id == kHelp)
+      std::printf(" -f");
+    else
+      std::printf(isPath(option) ? " -rF" : " -x");
+    if (!choices.empty()) std::printf(" -a '%s'", choices.c_str());
+    std::printf(" -d '%s'\n", replaced(option.help, '\'', "\\'").c_str());
+  }
+}
+
+}  // namespace cli
