@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstring>
 #include <set>
 #include <unordered_map>
@@ -55,6 +56,32 @@ struct Placed {
   std::string name;   ///< of its result: "a/x.html"
 };
 
+/// A place as results have it: what would break a line, or command a terminal, is spelled as in an address.
+std::string printable(const std::string& place) {
+  std::string result;
+  for (const char byte : place) {
+    const auto code = static_cast<unsigned char>(byte);
+    if (code >= ' ' && code != 0x7f) {
+      result += byte;
+      continue;
+    }
+    char spelled[4];
+    std::snprintf(spelled, sizeof spelled, "%%%02X", code);
+    result += spelled;
+  }
+  return result;
+}
+
+/// The library takes names of up to 230 bytes; numbers and extensions need some of them.
+std::string shortened(const std::string& place) {
+  constexpr size_t kLongest = 200;
+  const size_t name = place.rfind('/') + 1;
+  if (place.size() - name <= kLongest) return place;
+  size_t end = name + kLongest;
+  while (end > name && (place[end] & 0xC0) == 0x80) --end;  // no half character
+  return place.substr(0, end);
+}
+
 std::string currentFolder() {
   char path[PATH_MAX];
   return getcwd(path, sizeof path) ? path : "";
@@ -79,7 +106,8 @@ std::vector<Placed> place(const std::vector<Input>& inputs) {
     });
     if (isKnown) continue;
     known.emplace(whole, &input);
-    placed.push_back({&input, whole.substr(std::min(whole.size(), common.size() + 1)), ""});
+    placed.push_back(
+        {&input, shortened(printable(whole.substr(std::min(whole.size(), common.size() + 1)))), ""});
   }
   return placed;
 }

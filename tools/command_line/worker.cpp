@@ -87,7 +87,8 @@ class Worker {
     const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
     outcome.milliseconds = taken.count();
     if (!reply.isLeftOut) line = reportLine(batch_, item, outcome);
-    return send(reply, line);
+    // What a document has used up may be missing for good: another process does the next one.
+    return send(reply, line) && reply.status != Status::kMemory;
   }
 
   void begin(uint32_t number) {

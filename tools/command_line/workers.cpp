@@ -134,7 +134,8 @@ void Workers::wait() {
 
 void Workers::receive(Child& child) {
   const ssize_t length = recv(child.socket.get(), buffer_.data(), buffer_.size(), 0);
-  if (length < 0 && errno == EINTR) return;
+  // A child that ends before it has taken all of its work is told of in front of its last answer.
+  if (length < 0 && (errno == EINTR || errno == ECONNRESET)) return;
   if (length > 0 && take(child, buffer_.substr(0, static_cast<size_t>(length)))) return;
   if (length > 0) kill(child.process, SIGKILL);  // it talks nonsense
   bury(child, false);

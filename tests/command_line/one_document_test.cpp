@@ -1,0 +1,193 @@
+// A document from a file or from standard input, to a file or to standard output.
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+
+#include "command_line/program.h"
+
+using support::TempFolder;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+TEST(OneDocument, GoesToStandardOutput) {
+  const TempFolder folder;
+  folder.write("x.doc", documentOf("Hello"));
+  const Finished finished = pagerex({"x.doc"}, folder.path());
+  EXPECT_EQ(finished.exitCode, 0);
+  EXPECT_THAT(finished.output, HasSubstr("Hello"));
+  EXPECT_EQ(finished.errors, "");
+  EXPECT_THAT(folder.files(), ElementsAre("x.doc"));
+}
+
+TEST(OneDocument, ComesFromStandardInput) {
+  const Finished finished = pagerex({"-"}, ".", documentOf("Hello"));
+  EXPECT_EQ(finished.exitCode, 0);
+  EXPECT_THAT(finished.output, HasSubstr("Hello"));
+}
+
+TEST(OneDocument, IsShownWholeUnlessAPageSizeIsGiven) {
+  const std::string document = documentOf(std::string(5000, 'x') + "end");
+  EXPECT_THAT(pagerex({"-"}, ".", document).output, HasSubstr("end"));
+  EXPECT_THAT(pagerex({"-t", "preview", "-"}, ".", document).output, HasSubstr("end"));
+  support::WordDocument runs;
+  support::Paragraph& paragraph = runs.paragraph();
+  for (const char* text : {"first", "second"}) paragraph.breakRun().run(text);
+  const support::Bytes bytes = runs.build();
+  const Finished cut = pagerex({"-t", "preview", "--pagesize", "5", "-"}, ".", {bytes.begin(), bytes.end()});
+  EXPECT_THAT(cut.output, HasSubstr("first"));
+  EXPECT_THAT(cut.output, Not(HasSubstr("second")));
+}
+
+TEST(OneDocument, GoesToAFileWhoseEndingTellsTheFormat) {
+  const TempFolder folder;
+  const std::string document = documentOf("Hello");
+  EXPECT_EQ(pagerex({"-o", "x.HTML", "-"}, folder.path(), document).exitCode, 0);
+  EXPECT_THAT(folder.files(), testing::Contains("x.files/1.htm"));
+  const Finished unknown = pagerex({"-o", "x.nothing", "-"}, folder.path(), document);
+  EXPECT_EQ(unknown.exitCode, 1);
+  EXPECT_THAT(unknown.errors, HasSubstr("x.nothing: no format has this ending"));
+}
+
+TEST(OneDocument, TakesTheFormatThatIsNamed) {
+  const TempFolder folder;
+  EXPECT_EQ(
+      pagerex({"--format=phone", "--output", "x.html", "-"}, folder.path(), documentOf("Hello")).exitCode, 0);
+  EXPECT_THAT(folder.read("x.html"), HasSubstr("<p>total1page</p>"));
+  const Finished unknown = pagerex({"-t", "nothing", "-"}, folder.path());
+  EXPECT_EQ(unknown.exitCode, 1);
+  EXPECT_THAT(unknown.errors, HasSubstr("--format: no format nothing; there are normal, "));
+}
+
+TEST(OneDocument, KeepsTheLinksThatAreAskedFor) {
+  const TempFolder folder;
+  support::WordDocument document;
+  document.paragraph().field(88, "HYPERLINK \"odd:address\"", "text");
+  document.save(folder.path("x.doc"));
+  EXPECT_EQ(pagerex({"-o", "safe.html", "x.doc"}, folder.path()).exitCode, 0);
+  EXPECT_EQ(pagerex({"-o", "all.html", "--links", "all", "x.doc"}, folder.path()).exitCode, 0);
+  EXPECT_THAT(folder.read("safe.files/1.htm"), Not(HasSubstr("odd:address")));
+  EXPECT_THAT(folder.read("all.files/1.htm"), HasSubstr("odd:address"));
+}
+
+TEST(OneDocument, RefusesSeveralFilesOnStandardOutput) {
+  const Finished finished = pagerex({"-t", "mulpages", "-"}, ".", documentOf("Hello"));
+  EXPECT_EQ(finished.exitCode, 1);
+  EXPECT_EQ(finished.output, "");
+  EXPECT_THAT(finished.errors,
+              HasSubstr("the format mulpages is several files: name the main one with -o FILE"));
+}
+
+TEST(OneDocument, SaysWhyItWasNotConverted) {
+  const TempFolder folder;
+  const Finished text = pagerex({"-"}, ".", "plain text");
+  EXPECT_EQ(text.exitCode, 2);
+  EXPECT_EQ(text.output, "");
+  EXPECT_THAT(text.errors, HasSubstr("This is plain text (.txt)."));
+  const Finished missing = pagerex({"x.doc"}, folder.path());
+  EXPECT_EQ(missing.exitCode, 2);
+  EXPECT_THAT(missing.errors, HasSubstr("No such file or directory"));
+}
+
+TEST(OneDocument, DoesNotReplaceADocument) {
+  const TempFolder folder;
+  const std::string document = documentOf("Hello");
+  for (const char* name : {"x.doc", "other.doc"}) folder.write(name, document);
+  for (const char* name : {"x.doc", "other.doc", "./x.doc"}) {
+    EXPECT_EQ(pagerex({"-t", "normal", "-o", name, "x.doc"}, folder.path()).exitCode, 1) << name;
+    EXPECT_EQ(folder.read(name), document);
+  }
+}
+
+TEST(OneDocument, MayBeWriteProtected) {
+  const TempFolder folder;
+  const std::string path = folder.write("x.doc", documentOf("Hello"));
+  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+  EXPECT_EQ(pagerex({path}).exitCode, 0);
+}
+
+TEST(OneDocument, EndsQuietlyWhenNobodyReads) {
+  const TempFolder folder;
+  const std::string path = folder.write("x.doc", documentOf(std::string(100'000, 'x')));
+  const std::string command = "exec 3> >(exit); wait $!; " PAGEREX_EMULATOR PAGEREX_CLI " " + path + " >&3";
+  const Finished finished = Program("/bin/bash", {"-c", command}).finish();
+  EXPECT_EQ(finished.exitCode, 2);
+  EXPECT_EQ(finished.errors, "");
+}
+
+TEST(OneDocument, SaysThatStandardOutputIsFull) {
+  const TempFolder folder;
+  const std::string path = folder.write("x.doc", documentOf("Hello"));
+  const Finished finished =
+      Program("/bin/sh", {"-c", PAGEREX_EMULATOR PAGEREX_CLI " " + path + " >/dev/full"}).finish();
+  EXPECT_EQ(finished.exitCode, 2);
+  EXPECT_THAT(finished.errors, HasSubstr("standard output: No space left on device"));
+}
+
+TEST(Info, TellsWhatEachFileIs) {
+  const TempFolder folder;
+  folder.write("x.doc", documentOf("Hello"));
+  folder.write("x.txt", std::string("abc"));
+  const Finished finished = pagerex({"--info", "x.doc", "x.txt"}, folder.path());
+  EXPECT_EQ(finished.exitCode, 0);
+  const std::vector<std::string> lines = linesOf(finished.output);
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(field(lines[0], "path"), "x.doc");
+  EXPECT_EQ(field(lines[0], "kind"), "word97");
+  EXPECT_THAT(lines[0], HasSubstr("\"counts\":{\"characters\":6,\"paragraphs\":1,"));
+  EXPECT_EQ(field(lines[1], "kind"), "text");
+  EXPECT_EQ(field(lines[1], "sentence"), "This is plain text (.txt).");
+  EXPECT_EQ(field(lines[1], "bytes"), std::to_string(3.0));
+  EXPECT_EQ(field(lines[1], "sha256"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+  EXPECT_THAT(field(lines[1], "version"), StartsWith("0."));
+}
+
+TEST(Info, ReadsStandardInput) {
+  const Finished finished = pagerex({"--info", "-"}, ".", "{\\rtf1 Hello}");
+  EXPECT_EQ(finished.exitCode, 0);
+  EXPECT_EQ(field(finished.output, "kind"), "rtf");
+  EXPECT_EQ(field(finished.output, "path"), "-");
+}
+
+TEST(Info, SaysWhatCannotBeRead) {
+  const TempFolder folder;
+  const Finished finished = pagerex({"--info", "nothing", "."}, folder.path());
+  EXPECT_EQ(finished.exitCode, 2);
+  EXPECT_EQ(finished.output, "");
+  EXPECT_THAT(finished.errors, HasSubstr("nothing: No such file or directory"));
+  EXPECT_THAT(finished.errors, HasSubstr(".: is a folder"));
+}
+
+TEST(Arguments, AreRefusedWhereTheyMakeNoSense) {
+  const TempFolder folder;
+  folder.write("x.doc", documentOf("Hello"));
+  const Arguments wrong[] = {
+      {},
+      {"a.doc", "b.doc", "c.doc"},
+      {"--view", "phone", "-o", "x.html", "x.doc"},
+      {"--links", "some", "x.doc"},
+      {"--pictures", "some", "x.doc"},
+      {"--jobs", "0", "-o", "out/", "x.doc"},
+      {"--timeout", "soon", "-o", "out/", "x.doc"},
+      {"--timeout", "1.", "-o", "out/", "x.doc"},
+      {"--memory", "64X", "-o", "out/", "x.doc"},
+      {"--memory", "99999999999G", "-o", "out/", "x.doc"},
+      {"--report", "report", "x.doc"},
+      {"--resume", "-o", "out/", "x.doc"},
+      {"-0", "-o", "out/", "x.doc"},
+      {"--files-from", "list"},
+      {"--info", "-o", "x.html", "x.doc"},
+      {"-o", "out/", "-"},
+      {"-o", "x.doc", "x.doc", "x.doc"},
+  };
+  for (const Arguments& arguments : wrong)
+    EXPECT_EQ(pagerex(arguments, folder.path()).exitCode, 1) << testing::PrintToString(arguments);
+  EXPECT_THAT(folder.files(), ElementsAre("x.doc"));
+}
