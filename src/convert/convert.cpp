@@ -119,9 +119,8 @@ int Writing::Run() {
   if (request_.output.path && !isName(request_.mainName))
     return result_.End(PAGEREX_RESULT_CANNOT_WRITE, request_.mainName.empty() ? EISDIR : ENAMETOOLONG);
   const std::unique_ptr<OutputTarget> target =
-      request_.output.path
-          ? makePathTarget(request_.path, request_.folderName, document_.input(), refusal)
-          : makeHostTarget(request_.output);
+      request_.output.path ? makePathTarget(request_.path, request_.folderName, document_.input(), refusal)
+                           : makeHostTarget(request_.output);
   if (!target) return result_.End(refusal.code, refusal.error);
   control_.LookAtClock();
   const int code = Write(*target);
@@ -255,7 +254,8 @@ int tellInfo(pagerex_document* document, pagerex_document_info* info, ResultBuil
   told.kind = document->kind();
   told.input_bytes = document->input().Size();
   try {
-    if (const KDRDocument* const opened = document->Begin(control, code)) told.counts = countContents(*opened);
+    if (const KDRDocument* const opened = document->Begin(control, code))
+      told.counts = countContents(*opened);
   } catch (const std::bad_alloc&) {
     control.Stop(document->MemoryCause());
   } catch (...) {
@@ -293,9 +293,8 @@ int pagerex_convert(const pagerex_input* input, const pagerex_limits* limits, co
 }
 
 int pagerex_info(pagerex_document* document, pagerex_document_info* info) {
-  return pagerex::answer(nullptr, [&](pagerex::ResultBuilder& builder) {
-    return pagerex::tellInfo(document, info, builder);
-  });
+  return pagerex::answer(
+      nullptr, [&](pagerex::ResultBuilder& builder) { return pagerex::tellInfo(document, info, builder); });
 }
 
 void pagerex_close(pagerex_document* document) {

@@ -27,7 +27,9 @@ int codeOfKind(int kind) {
 /// Stops listening to the control of a call when that ends.
 class Listening {
  public:
-  Listening(pagerex::InputSource& source, RunControl& control) : source_(source) { source.SetControl(&control); }
+  Listening(pagerex::InputSource& source, RunControl& control) : source_(source) {
+    source.SetControl(&control);
+  }
   Listening(const Listening&) = delete;
   Listening& operator=(const Listening&) = delete;
   ~Listening() { source_.SetControl(nullptr); }

@@ -23,8 +23,8 @@ struct pagerex_document {
   /// The document, for the length of a call with this control; opened anew if an earlier call ended badly.
   /// Null, and `code`, if that fails.
   const KDRDocument* Begin(pagerex::RunControl& control, int& code);
-  /// After each `Begin`, whatever came of it. What was read by a call that broke off may not be whole, so that
-  /// it goes.
+  /// After each `Begin`, whatever came of it. What was read by a call that broke off may not be whole, so
+  /// that it goes.
   void End(bool brokeOff);
 
   pagerex::InputSource& input() { return *source_; }

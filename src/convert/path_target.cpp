@@ -106,8 +106,8 @@ bool PathTarget::MakeFolder() {
   folderTemporary_ = makeTemporary(
       folderName_, [&](const char* temporary) { return mkdirat(parent_, temporary, 0777) == 0; });
   if (folderTemporary_.empty()) return false;
-  folder_ = UniqueFd(
-      openat(parent_, folderTemporary_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  folder_ =
+      UniqueFd(openat(parent_, folderTemporary_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   return static_cast<bool>(folder_);
 }
 

@@ -84,7 +84,8 @@ const WarningRow& rowOf(WarningCode code) {
 template <size_t N>
 void copyText(std::string_view text, char (&out)[N]) {
   size_t length = std::min(text.size(), N - 1);
-  while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;
+  while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+    --length;
   std::memcpy(out, text.data(), length);
   out[length] = '\0';
 }
@@ -101,7 +102,8 @@ const char* describe(int error) {
 
 /// What of a code is told along with what the file is.
 bool tellsKind(int code) {
-  return code == PAGEREX_RESULT_NOT_WORD || code == PAGEREX_RESULT_ENCRYPTED || code == PAGEREX_RESULT_DAMAGED;
+  return code == PAGEREX_RESULT_NOT_WORD || code == PAGEREX_RESULT_ENCRYPTED ||
+         code == PAGEREX_RESULT_DAMAGED;
 }
 
 }  // namespace
@@ -150,14 +152,15 @@ void ResultBuilder::Spell() {
   const char* const kind = tellsKind(result_.code) ? pagerex_kind_sentence(result_.kind) : "";
   const char* const sentence = row ? row->sentence : "";
   char why[96] = "";
-  const bool hasReason = result_.code == PAGEREX_RESULT_UNREADABLE || result_.code == PAGEREX_RESULT_CANNOT_WRITE;
+  const bool hasReason =
+      result_.code == PAGEREX_RESULT_UNREADABLE || result_.code == PAGEREX_RESULT_CANNOT_WRITE;
   if (hasReason && result_.system_error == 0) copyText(".", why);
   if (hasReason && result_.system_error != 0) {
     std::snprintf(why, sizeof(why), ": %s.", describe(result_.system_error));
   }
   const bool isPartial = result_.code == PAGEREX_RESULT_OK && !result_.complete;
-  std::snprintf(result_.sentence, sizeof(result_.sentence), "%s%s%s%s%s", kind, *kind ? " " : "", sentence, why,
-                isPartial ? " Something of it is missing: see the warnings." : "");
+  std::snprintf(result_.sentence, sizeof(result_.sentence), "%s%s%s%s%s", kind, *kind ? " " : "", sentence,
+                why, isPartial ? " Something of it is missing: see the warnings." : "");
 }
 
 void ResultBuilder::Give(pagerex_result* out) const {

@@ -54,6 +54,9 @@ class IStreamAdapter {
   unsigned int get(char* buffer, unsigned int n);
   /// The same, not bounded by the length that the file claims.
   unsigned int getHeld(char* buffer, unsigned int n);
+  /// The next `n` bytes where they stand in memory in one piece, behind which the position then is; null, and
+  /// the position stays, where they have to be read.
+  const uint8_t* view(unsigned int n);
   /// Moves to the low 32 bits of `offset` from the start (0), the position (1) or backward from the end (2).
   /// A refused move throws its status as an int; so does one without a stream.
   void seek(const unsigned long& offset, int whence);
@@ -120,34 +123,22 @@ class DsReadArchive : public DsReadArchiveDelegate<StdioAdapter> {
   explicit DsReadArchive(const char* path);
 };
 
-/// A position in a source of bytes, which is not owned.
-class SourceAdapter {
+/// What the pages of a compound file are read from: a source of bytes, which is not owned.
+class SourceArchive : public DsArchive {
  public:
-  explicit SourceAdapter(ByteSource* source = nullptr) : source_(source) {}
+  explicit SourceArchive(ByteSource& source) : source_(source) {}
 
-  bool good() const { return source_ != nullptr; }
-  /// To `offset` from the start (SEEK_SET), the position or the end; -1 without a source.
-  int seek(const int64_t& offset, int whence);
-  int64_t tell() const { return position_; }
-  /// In bytes, 0 without a source.
-  int64_t size() const { return source_ ? static_cast<int64_t>(source_->Size()) : 0; }
+  /// In bytes.
+  int64_t size() const { return static_cast<int64_t>(source_.Size()); }
   /// Count of bytes that could be read.
-  unsigned int get(char* buffer, unsigned int n);
-  void close() { source_ = nullptr; }
-  /// As the source's.
-  const uint8_t* bytes() const { return source_ ? source_->Bytes() : nullptr; }
+  unsigned int getAt(uint64_t position, void* buffer, unsigned int n) {
+    return static_cast<unsigned int>(source_.ReadAt(position, buffer, n));
+  }
+  /// All of them, where they stand in memory; else null.
+  const uint8_t* bytes() const { return source_.Bytes(); }
 
  private:
-  ByteSource* source_;
-  int64_t position_ = 0;
-};
-
-/// Reads a source of bytes, which is not owned.
-class SourceArchive : public DsReadArchiveDelegate<SourceAdapter> {
- public:
-  explicit SourceArchive(ByteSource& source) { adapter_ = SourceAdapter(&source); }
-  /// All of them, where they stand in memory; else null.
-  const uint8_t* bytes() const { return adapter_.bytes(); }
+  ByteSource& source_;
 };
 
 /// A file that an archive has open, as a source.
@@ -176,6 +167,8 @@ class DsMemReadArchive : public DsReadArchiveDelegate<IStreamAdapter> {
   /// Bytes of the whole stream, as far as there are, even if the file claims less: what bounds the work on
   /// it.
   unsigned int bytesHeld() const { return adapter_.bytesHeld(); }
+  /// As the adapter's.
+  const uint8_t* view(unsigned int n) { return adapter_.view(n); }
   /// As `get`, also behind the length that the file claims.
   unsigned int getHeld(void* buffer, unsigned int n) {
     return adapter_.getHeld(static_cast<char*>(buffer), n);

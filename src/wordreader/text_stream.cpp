@@ -5,6 +5,8 @@
 
 Status _KDRTextStream::Read(const KDRDocument& document) {
   const Status status = _KDRScanner(document, subDocs_).Scan();
-  if (failed(status)) warn(document.GetWarnings(), pagerex::WarningCode::kEndedEarly);
+  const _SubDoc& main = subDocs_[mso_word::SUBDOC_MAIN];
+  const bool lacksParagraphs = main.textPool.size() > 0 && main.plcfPap.Count() == 0;
+  if (failed(status) || lacksParagraphs) warn(document.GetWarnings(), pagerex::WarningCode::kEndedEarly);
   return status;
 }
