@@ -118,13 +118,16 @@ TEST(Report, HasALineForEachFile) {
 }
 
 TEST(Report, TellsWarnings) {
-  TempFolder folder;
+  const TempFolder folder;
   support::WordDocument document;
-  document.paragraph().field(88, "HYPERLINK \"odd:address\"", "text");
+  document.paragraph("Hello");
+  const size_t place = support::WordDocument::pairOffset(mso_word::FCLCB_LIST_DEFINITIONS);
+  document.patchFib(place, uint32_t{0x7FFFFF00}).patchFib(place + 4, uint32_t{100});
   document.save(folder.path("a.doc"));
-  pagerex({"-o", "out/", "--report", "report", "a.doc"}, folder.path());
-  EXPECT_THAT(folder.read("report"), HasSubstr("\"warnings\":[{\"code\":7,\"sentence\":\""));
-  EXPECT_THAT(folder.read("report"), HasSubstr("\"where\":\"odd\",\"count\":1}]"));
+  EXPECT_EQ(pagerex({"-o", "out/", "--report", "report", "a.doc"}, folder.path()).exitCode, 2);
+  EXPECT_THAT(statusesIn(folder), ElementsAre("a.doc: damaged"));
+  EXPECT_THAT(folder.read("report"), HasSubstr("\"warnings\":[{\"code\":1,\"sentence\":\""));
+  EXPECT_THAT(folder.read("report"), HasSubstr("\"where\":\"lists\",\"count\":1}]"));
 }
 
 TEST(Report, KeepsNamesThatAreNoUtf8) {

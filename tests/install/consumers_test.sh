@@ -96,3 +96,9 @@ echo "CMake: built and run"
 convert installed "$prefix/bin/pagerex" --view phone --pagesize 2000
 diff -r "$work/installed" "$work/phone" || fail "the installed command line writes something else"
 "$prefix/bin/pagerex" --version
+
+# What stands beside the command line.
+for file in man/man1/pagerex.1 bash-completion/completions/pagerex zsh/site-functions/_pagerex \
+  fish/vendor_completions.d/pagerex.fish; do
+  grep -q -e resume "$prefix/share/$file" || fail "share/$file is not what it should be"
+done
