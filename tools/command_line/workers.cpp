@@ -58,6 +58,8 @@ int Workers::run(const std::vector<uint32_t>& numbers, int count) {
     waiting_();
     if (stoppedBy_ == 0 && (stoppedBy_ = StopSignals::received()) != 0) stopAll();
   }
+  if (takesMore() && idleDeaths_ < kMostIdleDeaths)
+    fail(0, std::string("no process: ") + std::strerror(errno));
   return stoppedBy_;
 }
 
@@ -80,6 +82,7 @@ bool Workers::start(Child& child) {
   if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) return false;
   const pid_t parent = getpid();
   child.desk->item = Desk::kNothing;
+  child.isEnding = false;
   child.process = fork();
   if (child.process == 0) {
     // The parent's ends of the others would keep those from seeing that the parent is gone.
@@ -97,7 +100,7 @@ bool Workers::start(Child& child) {
 }
 
 void Workers::feed(Child& child) {
-  while (child.items.size() < kMostItems && takesMore()) {
+  while (!child.isEnding && child.items.size() < kMostItems && takesMore()) {
     uint32_t number;
     if (returned_.empty()) {
       number = numbers_[next_++];
@@ -110,7 +113,9 @@ void Workers::feed(Child& child) {
     // One that has died is found out where it is listened to.
     if (send(child.socket.get(), &number, sizeof number, MSG_NOSIGNAL) < 0) break;
   }
-  if (child.items.empty() && child.socket) shutdown(child.socket.get(), SHUT_WR);  // nothing is left: it ends
+  if (!child.items.empty() || child.isEnding) return;
+  child.isEnding = true;
+  shutdown(child.socket.get(), SHUT_WR);
 }
 
 // Results come in.

@@ -45,6 +45,7 @@ class Workers {
     Desk* desk = nullptr;
     std::deque<uint32_t> items;  ///< handed over; the first is the one that it is at
     Clock::time_point begun;     ///< of the first
+    bool isEnding = false;       ///< it has been told that there is nothing left
   };
 
   bool start(Child& child);
