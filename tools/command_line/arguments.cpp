@@ -252,23 +252,32 @@ int idOf(int found) {
 bool readArguments(int argc, char** argv, Request& request, int& exitCode) {
   const Getopt table = tableForGetopt();
   Given given;
+  bool isKnown = true;
   std::string wrong;
   exitCode = kUsageError;
   for (int found;
        (found = getopt_long(argc, argv, table.letters.c_str(), table.rows.data(), nullptr)) != -1;) {
     const int id = idOf(found);
-    if (id == 0) return printUsage(), false;  // getopt has said why
+    if (id == 0) {
+      opterr = 0;  // getopt has said why
+      isKnown = false;
+      continue;
+    }
     const Option& option = optionOf(id);
     given.insert(id);
-    if (!wrong.empty()) continue;  // what else is there tells which uses to show
-    if (const std::string what = take(option, optarg, request); !what.empty())
+    if (!wrong.empty() || !isKnown) continue;  // what else is there tells which uses to show
+    if (const std::string what = take(option, optarg, request); !what.empty()) {
       wrong = std::string("--") + option.name + ": " + what;
-    else if (id == kHelp || id == kVersion)
+      opterr = 0;  // the first mistake is told of, and no other
+    } else if (id == kHelp || id == kVersion) {
       return id == kHelp ? printHelp(!request.help.empty()) : printVersion(), exitCode = kSuccess, false;
+    }
   }
   request.files.assign(argv + optind, argv + argc);
-  if (wrong.empty()) return checkForm(request, given);
-  isOfTwoPaths(request, given) ? twoPathsUsageError(wrong) : usageError(wrong);
+  if (isKnown && wrong.empty()) return checkForm(request, given);
+  const bool ofTwoPaths = isOfTwoPaths(request, given);
+  if (wrong.empty()) return printUsage(ofTwoPaths), false;
+  ofTwoPaths ? twoPathsUsageError(wrong) : usageError(wrong);
   return false;
 }
 

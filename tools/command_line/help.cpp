@@ -86,8 +86,8 @@ void printVersion() {
   std::printf("pagerex %s\n", pagerex_version());
 }
 
-void printUsage() {
-  std::fputs(usage().c_str(), stderr);
+void printUsage(bool ofTwoPaths) {
+  std::fputs(ofTwoPaths ? kTwoPathsUsage : usage().c_str(), stderr);
 }
 
 int usageError(const std::string& message) {

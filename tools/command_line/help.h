@@ -11,7 +11,8 @@ void printHelp(bool all);
 int usageError(const std::string& message);
 /// For SOURCE and TARGET.
 int twoPathsUsageError(const std::string& message);
-void printUsage();
+/// The uses alone, to standard error.
+void printUsage(bool ofTwoPaths);
 
 void printVersion();
 
