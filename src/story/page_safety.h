@@ -9,12 +9,23 @@ class IWriteArchive;
 
 namespace pagerex {
 
+/// Hears of each address of the document that is left out of safe pages.
+class KRemovedLinks {
+ public:
+  /// The scheme as `schemeOf` tells it.
+  virtual void Removed(std::string_view scheme) = 0;
+
+ protected:
+  ~KRemovedLinks() = default;
+};
+
 /// Whether the pages are safe, so that nothing of the document leaves the place it is written to, and which
 /// of its addresses are kept then. All that comes from the document and is not written as document text
 /// (`AddContentEx`, `AddTextEx`) goes through here. Where pages are not safe it is written as it stands.
 struct KPageSafety {
   bool on = false;
   LinkPolicy links = LinkPolicy::kSafe;  ///< counts only where `on`
+  KRemovedLinks* removed = nullptr;      ///< not owned; may be null
 
   /// Between tags, and in the value of an attribute.
   std::string Text(std::string text) const;
@@ -25,7 +36,8 @@ struct KPageSafety {
 
   bool Keeps(std::string_view address) const { return !on || keepsAddress(links, address); }
   /// An attribute with an address of the document, left out if that is not kept.
-  void AddAddress(IWriteArchive& archive, const char* name, const std::string& address) const;
+  void AddAddress(IWriteArchive& archive, const char* name, const std::string& address,
+                  const char* ns = nullptr) const;
 };
 
 }  // namespace pagerex
