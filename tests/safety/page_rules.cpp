@@ -63,7 +63,7 @@ std::string normal(std::string_view text) {
 }
 
 /// The scheme by which a browser takes an address: controls and blanks in front do not count, nor do tabs and
-/// line ends anywhere. "//" for one that goes to another host without a scheme; empty for none.
+/// line ends anywhere. Two backslashes for a network share, however its slashes lean; empty for none.
 std::string schemeOf(std::string_view address) {
   // What the parser puts in the place of a control character.
   constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
@@ -76,7 +76,7 @@ std::string schemeOf(std::string_view address) {
     if (c != '\t' && c != '\n' && c != '\r') text += c;
   }
   const auto isSlash = [&](size_t at) { return at < text.size() && (text[at] == '/' || text[at] == '\\'); };
-  if (isSlash(0) && isSlash(1)) return "//";
+  if (isSlash(0) && isSlash(1)) return text.starts_with("//") ? "" : "\\\\";
   size_t end = 0;
   while (end < text.size() && (std::isalnum(static_cast<unsigned char>(text[end])) || text[end] == '+' ||
                                text[end] == '-' || text[end] == '.')) {
@@ -142,6 +142,11 @@ void forEachElement(const GumboNode* root, const std::function<void(const GumboN
   }
 }
 
+/// VML has an attribute that is called "on".
+bool isHandler(std::string_view name) {
+  return name.size() > 2 && name.starts_with("on") && name[2] >= 'a' && name[2] <= 'z';
+}
+
 /// What must be known: elements that run something with their attributes and text, and handlers.
 void reportRunning(const GumboNode& node, const Report& report) {
   const std::string name = nameOf(node);
@@ -150,8 +155,7 @@ void reportRunning(const GumboNode& node, const Report& report) {
   for (unsigned i = 0; i < attributes.length; ++i) {
     const auto& each = *static_cast<const GumboAttribute*>(attributes.data[i]);
     const std::string text = lower(each.name) + "=" + normal(each.value);
-    // VML has an attribute that is called "on".
-    if ((text.starts_with("on") && text[2] != '=') || text.starts_with("srcdoc")) report("handler " + text);
+    if (isHandler(lower(each.name)) || text.starts_with("srcdoc=")) report("handler " + text);
     whole += " " + text;
   }
   if (!isIn(kRunning, name)) return;
