@@ -9,6 +9,8 @@
 #include <regex>
 #include <vector>
 
+#include "objectwriter/shape_script.h"
+
 namespace safety {
 namespace {
 
@@ -24,6 +26,8 @@ constexpr std::string_view kSchemes[] = {"http", "https", "mailto", "ftp", "ftps
 constexpr std::string_view kRunningStyles[] = {
     "url(",        "expression(", "behavior:", "-moz-binding", "@import",
     "javascript:", "vbscript:",   "image(",    "image-set("};
+
+constexpr std::string_view kPictures[] = {".png", ".jpg", ".wmf", ".dib", ".bmp", ".bin"};
 
 template <class Table>
 bool isIn(const Table& table, std::string_view text) {
@@ -117,6 +121,15 @@ std::string runningStyle(std::string_view css) {
       return "style with " + std::string(word) + " in " + std::string(css);
   }
   return {};
+}
+
+/// Each function once at most, in any order.
+bool isLibraryScript(std::string_view text) {
+  for (const std::string_view script :
+       {ObjectWriter::kDrawEllipseScript, ObjectWriter::kDrawLineScript, ObjectWriter::kDrawEllipseScript}) {
+    if (text.starts_with(script)) text.remove_prefix(script.size());
+  }
+  return text.empty();
 }
 
 using Report = std::function<void(const std::string& thing)>;
@@ -225,8 +238,12 @@ std::string PageRules::violation(std::string_view page, bool anyAddress) const {
   return first;
 }
 
-std::string PageRules::styleViolation(std::string_view css) {
-  return css.find('<') == std::string_view::npos ? runningStyle(css) : "< in a style sheet";
+std::string PageRules::fileViolation(std::string_view name, std::string_view text) {
+  const std::string_view extension = name.substr(std::min(name.rfind('.'), name.size()));
+  if (extension == ".css")
+    return text.find('<') == std::string_view::npos ? runningStyle(text) : "< in a style sheet";
+  if (name.ends_with("shapejs.js")) return isLibraryScript(text) ? "" : "script of somebody else";
+  return isIn(kPictures, extension) ? "" : "a file that may be a page: " + std::string(name);
 }
 
 }  // namespace safety
