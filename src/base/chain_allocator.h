@@ -19,6 +19,19 @@ struct DestructorTraits {
   static void Destruct(void* object) { static_cast<T*>(object)->~T(); }
 };
 
+/// How many bytes several allocators may still take together.
+struct MemoryBudget {
+  uint64_t left = UINT64_MAX;
+  bool wasExceeded = false;
+
+  bool Take(uint64_t bytes) {
+    wasExceeded = wasExceeded || bytes > left;
+    if (bytes > left) return false;
+    left -= bytes;
+    return true;
+  }
+};
+
 /// Carves many small objects out of 2 KiB blocks and frees them in one sweep; nothing is freed singly.
 /// Memory and objects belong to the allocator and live until `Clear` or its destruction.
 /// Throws std::bad_alloc when memory is out; not safe for use from several threads.
@@ -29,6 +42,10 @@ class TAutoFreeAlloc {
   TAutoFreeAlloc(const TAutoFreeAlloc&) = delete;
   TAutoFreeAlloc& operator=(const TAutoFreeAlloc&) = delete;
   ~TAutoFreeAlloc() { Clear(); }
+
+  /// Where blocks are counted from now on; null for nowhere. Not owned. What was taken stays taken: an
+  /// allocator is cleared when its document goes.
+  void SetBudget(MemoryBudget* budget) { budget_ = budget; }
 
   /// `size` bytes, not cleared and not aligned.
   void* Alloc(size_t size) { return AllocAligned(size, 1); }
@@ -109,7 +126,8 @@ class TAutoFreeAlloc {
     return block->memory() + (-address & (alignment - 1));
   }
 
-  static Block* NewBlock(size_t size) {
+  Block* NewBlock(size_t size) {
+    if (budget_ && !budget_->Take(sizeof(Block) + size)) throw std::bad_alloc();
     void* memory = Source::Alloc(sizeof(Block) + size);
     if (!memory) throw std::bad_alloc();
     return static_cast<Block*>(memory);
@@ -119,6 +137,7 @@ class TAutoFreeAlloc {
   uint8_t* top_ = nullptr;     ///< allocation moves it down
   Block* blocks_ = nullptr;
   Link* destructors_ = nullptr;
+  MemoryBudget* budget_ = nullptr;
 };
 
 using ChainAllocator = TAutoFreeAlloc<StdLibAlloc>;

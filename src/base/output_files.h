@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <string>
 
+#include "base/output_sink.h"
+
 /// A folder of the output, held open: files are made through it, so that nothing that others put in the place
 /// of the folder or of a file in it leads out of it.
 class FilesFolder {
@@ -32,12 +34,20 @@ class FilesFolder {
 /// conversion; each of its files holds a reference.
 class OutputFiles {
  public:
+  OutputFiles() = default;
+  /// All files go into `sink`, which is not owned, by the names that their paths are. There are no folders
+  /// then.
+  explicit OutputFiles(OutputSink& sink) : sink_(&sink) {}
+
+  /// Null where the files lie on disk.
+  OutputSink* sink() const { return sink_; }
+
   /// Paths in `path` are reached through that folder from now on. False, with errno set, as
   /// FilesFolder::Enter.
   bool EnterFolder(const std::string& path) { return folder_.Enter(path); }
 
-  /// Creates or truncates a file (mode "wb+"). One in the folder is made anew. Null, and the failure is
-  /// noted, for a null path or when it cannot be opened.
+  /// Creates or truncates a file on disk (mode "wb+"). One in the folder is made anew. Null, and the failure
+  /// is noted, for a null path or when it cannot be opened.
   FILE* Open(const char* path);
 
   /// Notes what the C library's errno says of a file that could not be opened, written to its end or closed;
@@ -47,6 +57,7 @@ class OutputFiles {
   int FirstError() const { return firstError_; }
 
  private:
+  OutputSink* sink_ = nullptr;
   FilesFolder folder_;
   int firstError_ = 0;
 };

@@ -29,7 +29,11 @@ bool StdioAdapter::close() {
 
 bool DsWriteArchive::open(const char* path) {
   close();
-  adapter_.attach(files_.Open(path));
+  if (OutputSink* const sink = files_.sink()) {
+    adapter_.attach(path ? sink->Open(path) : nullptr);
+  } else {
+    adapter_.attach(files_.Open(path));
+  }
   return good();
 }
 

@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <utility>
 
 #include "base/output_files.h"
 
@@ -37,6 +39,29 @@ class StdioAdapter {
   FILE* file_ = nullptr;
 };
 
+/// One file of the output, owned: on disk, or in a sink.
+class OutputAdapter {
+ public:
+  void attach(FILE* file) { file_.attach(file); }
+  void attach(std::unique_ptr<SinkFile> file) { sinkFile_ = std::move(file); }
+  bool good() const { return sinkFile_ || file_.good(); }
+  /// Count of bytes that could be written.
+  unsigned int put(const char* data, unsigned int n) {
+    if (!sinkFile_) return file_.put(data, n);
+    sinkFile_->Put(data, n);
+    return n;
+  }
+  /// As the disk's; a sink knows of its failures.
+  bool close() {
+    sinkFile_.reset();
+    return file_.close();
+  }
+
+ private:
+  StdioAdapter file_;
+  std::unique_ptr<SinkFile> sinkFile_;
+};
+
 /// Write operations over an adapter, for the output `files`, which outlives it.
 template <class Adapter>
 class DsWriteArchiveDelegate : public DsArchive {
@@ -60,8 +85,9 @@ class DsWriteArchiveDelegate : public DsArchive {
   Adapter adapter_;
 };
 
-/// Writes the file named by a path, which `OutputFiles::Open` creates or truncates (mode "wb+").
-class DsWriteArchive : public DsWriteArchiveDelegate<StdioAdapter> {
+/// Writes the file named by a path, which `OutputFiles` creates or truncates (mode "wb+") or gives to its
+/// sink.
+class DsWriteArchive : public DsWriteArchiveDelegate<OutputAdapter> {
  public:
   explicit DsWriteArchive(OutputFiles& files) : DsWriteArchiveDelegate(files) {}
   DsWriteArchive(const DsWriteArchive&) = delete;

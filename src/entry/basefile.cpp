@@ -10,7 +10,7 @@
 #include <cstring>
 #include <memory>
 
-#include "base/output_files.h"
+#include "base/stdio_archive.h"
 
 namespace {
 
@@ -73,8 +73,7 @@ void basefile::MakeSureDirIsRight(std::string& dir) {
 }
 
 bool basefile::CreateFile(OutputFiles& files, const char* path) {
-  FILE* const file = files.Open(path);
-  return file && std::fclose(file) == 0;
+  return DsWriteArchive(files, path).good();
 }
 
 bool basefile::CreateDir(const char* path) {

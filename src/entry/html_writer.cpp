@@ -1,11 +1,12 @@
 #include "entry/html_writer.h"
 
 #include <cerrno>
+#include <new>
 
 #include "base/output_path.h"
 #include "entry/basefile.h"
 #include "htmlwriter/css_file_writer.h"
-#include "htmlwriter/host_call.h"
+#include "htmlwriter/host.h"
 #include "htmlwriter/navigation_writer.h"
 #include "htmlwriter/story_writer.h"
 #include "htmlwriter/view.h"
@@ -44,14 +45,14 @@ class RunningWriters {
 KHtmlWriter::~KHtmlWriter() = default;
 
 Status KHtmlWriter::Init(const KDRDocument* document, const char* path, VIEW view, int charactersPerPage,
-                         IPageRexCallBack* host, const KPageSafety& safety) {
+                         KHost* host, const KPageSafety& safety) {
   const KViewTraits* const traits = TraitsOf(view);
   if (!document || !path || !traits) return Status::kInvalidArgument;
   archive_.reset();
   conversion_.emplace(files_);
   env_.emplace(*conversion_);
   conversion_->document = document;
-  conversion_->callback = host;
+  conversion_->host = host;
   conversion_->safety = safety;
   env_->pageSize = charactersPerPage;
   env_->view = view;
@@ -71,10 +72,12 @@ Status KHtmlWriter::CreateFilesFolder() {
   const std::string folder = FilesFolderOf(conversion_->htmlPath);
   conversion_->filesDir = folder;
   CreateObjectWriter();
-  basefile::DelFilesInDir(folder.c_str());
-  if (!basefile::CreateDir(folder.c_str()) || !files_.EnterFolder(folder)) {
-    files_.NoteError(errno);
-    return Status::kCannotCreate;
+  if (!files_.sink()) {
+    basefile::DelFilesInDir(folder.c_str());
+    if (!basefile::CreateDir(folder.c_str()) || !files_.EnterFolder(folder)) {
+      files_.NoteError(errno);
+      return Status::kCannotCreate;
+    }
   }
   // The pages name this file; shapes that need script append to it.
   basefile::CreateFile(files_, outputPath(folder, "shapejs.js").c_str());
@@ -118,14 +121,19 @@ Status KHtmlWriter::Write() {
 
 /// The main text. An exception out of a damaged document is a failure like another, so that the host still
 /// hears of the end.
-Status KHtmlWriter::WritePages() try { return env_->writers->pages->Write(); } catch (...) {
+Status KHtmlWriter::WritePages() {
+  try {
+    return env_->writers->pages->Write();
+  } catch (const std::bad_alloc&) {
+    if (conversion_->control) conversion_->control->Stop(StopCause::kOutOfMemory);
+  } catch (...) {
+    warn(conversion_->warnings, WarningCode::kOutside);
+  }
   return Status::kFailure;
 }
 
 void KHtmlWriter::EndTransform() {
-  if (conversion_->callback && conversion_->callback->EndTransform) {
-    CallHost(files_, conversion_->callback->EndTransform);
-  }
+  if (conversion_->host) conversion_->host->EndTransform();
 }
 
 }  // namespace pagerex

@@ -7,9 +7,9 @@
 #include "base/output_files.h"
 #include "base/status.h"
 #include "htmlwriter/env.h"
+#include "htmlwriter/host.h"
 #include "objectwriter/object_env.h"
 #include "objectwriter/object_writer_interface.h"
-#include "pagerex/pagerex.h"
 #include "story/story_writer_interface.h"
 
 namespace pagerex {
@@ -29,8 +29,8 @@ class KHtmlWriter : public IStoryWriter {
   /// beside it. May be repeated. `document` and `host` (may be null) are not owned; `charactersPerPage` -1
   /// for none. kInvalidArgument for a null document or path or an invalid view; kCannotCreate when the file
   /// or the folder cannot be created.
-  Status Init(const KDRDocument* document, const char* path, VIEW view, int charactersPerPage,
-              IPageRexCallBack* host, const KPageSafety& safety = {});
+  Status Init(const KDRDocument* document, const char* path, VIEW view, int charactersPerPage, KHost* host,
+              const KPageSafety& safety = {});
 
   /// Once, after `Init`. kNothing when there are no writers for the view; else what the pages writer
   /// returned: after anything but kOk the main HTML file has no index, while the pages written so far remain.
@@ -41,6 +41,8 @@ class KHtmlWriter : public IStoryWriter {
 
   /// The environment of the main text; there from `Init` on.
   const KEnv& env() const { return *env_; }
+  /// What belongs to the conversion; there from `Init` on, and to be completed before `Write`.
+  KHtmlConversionEnv& conversion() { return *conversion_; }
 
   /// The files folder of a main HTML path, without a slash behind it.
   static std::string FilesFolderOf(const std::string& path);

@@ -1,8 +1,10 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -81,6 +83,46 @@ bool wouldDestroy(const char* source, const char* htmlPath, VIEW view) {
 /// A process writes each function of the shapes' script once, in whichever conversion needs it first.
 constinit ObjectWriter::ShapeScripts processScripts;
 
+/// The host of the exported calls, which has functions and no context.
+class CallbackHost final : public pagerex::KHost {
+ public:
+  /// Neither is owned.
+  CallbackHost(OutputFiles& files, const IPageRexCallBack& functions)
+      : files_(files), functions_(functions) {}
+
+  bool WantsClosedPages() const override { return false; }
+
+  Status FinishPage(int page, const char* path) override {
+    constexpr useconds_t kPollMicroseconds = 20000;
+    if (functions_.FinishPage) call(functions_.FinishPage, page, path);
+    if (!functions_.Continue) return Status::kOk;
+    int answer;
+    do {
+      usleep(kPollMicroseconds);
+      answer = call(functions_.Continue);
+    } while (answer == PAGEREX_WAIT);
+    return answer == PAGEREX_GO_ON ? Status::kOk : Status::kStopped;
+  }
+
+  void EndTransform() override {
+    if (functions_.EndTransform) call(functions_.EndTransform);
+  }
+
+ private:
+  /// An exception of the host ends the conversion, and is told apart from those that a damaged document
+  /// causes: the output counts as cancelled.
+  template <class Result, class... Parameters, class... Arguments>
+  Result call(Result (*function)(Parameters...), const Arguments&... arguments) try {
+    return function(arguments...);
+  } catch (...) {
+    files_.NoteError(ECANCELED);
+    throw;
+  }
+
+  OutputFiles& files_;
+  const IPageRexCallBack& functions_;
+};
+
 /// Of the thread's last conversion.
 thread_local int outputError = 0;
 
@@ -97,11 +139,13 @@ class Call {
 };
 
 int write(OutputFiles& files, KDRDocument& document, const char* htmlPath, const Options& options,
-          IPageRexCallBack* callback) {
+          const IPageRexCallBack* callback) {
+  std::optional<CallbackHost> host;
+  if (callback) host.emplace(files, *callback);
   KHtmlWriter writer(files, processScripts);
   int result = PAGEREX_CANNOT_WRITE;
-  if (writer.Init(&document, htmlPath, options.view, options.pageSize, callback, options.safety) ==
-      Status::kOk) {
+  if (writer.Init(&document, htmlPath, options.view, options.pageSize, host ? &*host : nullptr,
+                  options.safety) == Status::kOk) {
     result = writer.Write() == Status::kOk ? PAGEREX_OK : PAGEREX_FAILED;
   }
   document.Close();

@@ -14,8 +14,6 @@
 #include "wordreader/sprm_list.h"
 #include "wordreader/style_merger.h"
 
-struct IPageRexCallBack;
-
 namespace ObjectWriter {
 class IObjectWriter;
 }
@@ -23,6 +21,7 @@ class IObjectWriter;
 namespace pagerex {
 
 class IStartNewPage;
+class KHost;
 class KHtmlNavigationPageWriter;
 struct KWriter;
 
@@ -49,7 +48,7 @@ struct KHtmlConversionEnv : KConversionEnv {
   /// Points, by style index; negative for a style that has none. Filled before any page is written.
   std::vector<float> styleFontSizes;
   KSpelledProperties spelled;
-  IPageRexCallBack* callback = nullptr;  ///< the host's; may be null
+  KHost* host = nullptr;  ///< may be null
 };
 
 /// What belongs to one story. A nested one begins with that of the story around it.

@@ -1,14 +1,11 @@
 #include "htmlwriter/pages_writer.h"
 
-#include <unistd.h>
-
 #include <utility>
 
 #include "base/output_path.h"
-#include "htmlwriter/host_call.h"
+#include "htmlwriter/host.h"
 #include "htmlwriter/note_writer.h"
 #include "htmlwriter/page_frame.h"
-#include "pagerex/pagerex.h"
 #include "story/work_limits.h"
 
 namespace pagerex {
@@ -38,6 +35,7 @@ Status KPagesBase::StartNewPage(bool continueSection) {
   if (failed(closed)) return closed;
   ++pageIndex_;
   env_->conversion->Limits().AddPage();
+  ++env_->conversion->written.pages;
   env_->conversion->archive->Open(pagePath(env_->conversion->filesDir, pageIndex_).c_str());
   StartPage();
   return continueSection ? env_->writers->section->ContinueSection() : Status::kOk;
@@ -74,25 +72,15 @@ void KPagesBase::WritePendingNotes() {
   for (const unsigned int note : endnotes) KHtmlFootEndnoteWriter::WriteEndnoteContent(note, env_);
 }
 
-/// Tells the host of the finished page and holds the conversion back until it answers.
+/// Tells the host of the finished page; it may hold the conversion back, or end it.
 Status KPagesBase::WaitForHost() {
-  constexpr useconds_t kPollMicroseconds = 20000;
-  const IPageRexCallBack* callback = env_->conversion->callback;
-  if (!callback) return Status::kOk;
-  OutputFiles& files = env_->conversion->files;
-  if (callback->FinishPage) {
-    CallHost(files, callback->FinishPage, pageIndex_,
-             pagePath(env_->conversion->filesDir, pageIndex_).c_str());
-  }
-  if (!callback->Continue) return Status::kOk;
-  int answer;
-  do {
-    usleep(kPollMicroseconds);
-    answer = CallHost(files, callback->Continue);
-  } while (answer == PAGEREX_WAIT);
-  if (answer == PAGEREX_GO_ON) return Status::kOk;
-  env_->conversion->archive->Close();
-  return Status::kStopped;
+  KHtmlConversionEnv& conversion = *env_->conversion;
+  if (!conversion.host) return Status::kOk;
+  if (conversion.host->WantsClosedPages()) conversion.archive->Close();
+  const Status answered =
+      conversion.host->FinishPage(pageIndex_, pagePath(conversion.filesDir, pageIndex_).c_str());
+  if (failed(answered)) conversion.archive->Close();
+  return answered;
 }
 
 Status KHtmlPagesWriterPreview::Write() {

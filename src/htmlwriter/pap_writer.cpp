@@ -66,6 +66,7 @@ Status KPapBase::EnterPap(unsigned int index) {
   env_->pap.papStart = range.start;
   env_->pap.papEnd = range.end;
   env_->pap.papIndex = index;
+  if (env_->subDocType == mso_word::SUBDOC_MAIN) env_->conversion->NoteParagraph(range.start, range.end);
   return Status::kOk;
 }
 

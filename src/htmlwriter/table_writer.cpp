@@ -73,6 +73,7 @@ Status KHtmlTableWriter::EnsureWriteEnd(unsigned int cp) {
 Status KHtmlTableWriter::StartTable(unsigned int paragraph) {
   if (!env_) return Status::kFailure;
   if (!tableStack_.empty() && !tableStack_.back().inCell) StartTD();
+  if (depth_ == 0 && env_->subDocType == mso_word::SUBDOC_MAIN) ++env_->conversion->written.tables;
   ++depth_;
   tableStack_.emplace_back();
   style_.Clear();

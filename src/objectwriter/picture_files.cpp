@@ -34,6 +34,7 @@ FixedText<32> imageName(size_t number, const char* extension) {
 }  // namespace
 
 Status PictureFiles::WriteStored(int index, std::string& name) {
+  if (!Wants()) return Status::kNothing;
   const KDRDocument& document = *env_.conversion.document;
   const MsoROBlipStore& store = document.GetDrawingGroup().GetBlipStore();
   if (index < 1 || static_cast<unsigned int>(index) > store.GetCount()) return Status::kNothing;
@@ -43,7 +44,7 @@ Status PictureFiles::WriteStored(int index, std::string& name) {
       fbse.u32(_FBSE::kDelayOffset) == 0
           ? store.GetBlipNoDelayStrm(entry)
           : store.GetBlipWithDelayStrm(entry, &document.GetDocFile().getWordDocumentStrm());
-  if (!blip) return Status::kNothing;
+  if (!blip) return Lacks();
   StoredImage image;
   image.data = blip->data;
   image.type = static_cast<unsigned char>(blip->type);
@@ -54,16 +55,27 @@ Status PictureFiles::WriteStored(int index, std::string& name) {
 
 Status PictureFiles::WriteListed(const KDRBseTable* pictures, int place, std::string& name) {
   constexpr size_t kType = 8;  // of an entry with its header: the first byte of its body
-  if (place < 0 || !pictures) return Status::kNothing;
+  if (place < 0 || !pictures || !Wants()) return Status::kNothing;
   const ByteView entry = pictures->Item(static_cast<unsigned int>(place));
   const KDRBseImage* const picture = pictures->ImageItem(static_cast<unsigned int>(place));
-  if (!picture || entry.u8(kType) == 0) return Status::kNothing;
+  if (!picture || entry.u8(kType) == 0) return Lacks();
   StoredImage image;
   image.data = picture->data;
   image.type = entry.u8(kType);
   image.compressed = isDeflated(picture->metafileHeader);
   image.rawSize = image.compressed ? picture->metafileHeader.u32(kRawSize) : 0;
   return Write(picture->uid, image, name);
+}
+
+bool PictureFiles::Wants() const {
+  const pagerex::KConversionEnv& conversion = env_.conversion;
+  if (!conversion.hasPictures) warn(conversion.warnings, pagerex::WarningCode::kPicturesOff);
+  return conversion.hasPictures;
+}
+
+Status PictureFiles::Lacks() const {
+  warn(env_.conversion.warnings, pagerex::WarningCode::kPicture);
+  return Status::kNothing;
 }
 
 /// A picture that cannot be written counts as written all the same: its name stays. What has no extension a
@@ -77,7 +89,7 @@ Status PictureFiles::Write(ByteView uid, const StoredImage& image, std::string& 
   if (status != Status::kOk) return status;
   pagerex::KConversionEnv& conversion = env_.conversion;
   if (conversion.Limits().WritePicture(MostImageBytes(image))) {
-    WriteImageFile(image, conversion.files, path.c_str());
+    if (WriteImageFile(image, conversion.files, path.c_str()) == Status::kOk) ++conversion.written.pictures;
   }
   return Status::kOk;
 }

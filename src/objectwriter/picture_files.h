@@ -23,6 +23,10 @@ class PictureFiles {
   Status WriteListed(const KDRBseTable* pictures, int place, std::string& name);
 
  private:
+  /// Whether pictures are written at all; tells when not.
+  bool Wants() const;
+  /// Tells of a picture that is not there.
+  Status Lacks() const;
   Status Write(ByteView uid, const StoredImage& image, std::string& name);
   /// Sets `name` to the file name of the picture with this identity (16 bytes) and, for a new one, `path` to
   /// where to write it. kKnownImage when it is written already, kNothing without an identity.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "base/byte_source.h"
 #include "base/status.h"
 #include "base/stdio_archive.h"
 
@@ -117,6 +118,49 @@ class DsReadArchiveDelegate : public DsArchive {
 class DsReadArchive : public DsReadArchiveDelegate<StdioAdapter> {
  public:
   explicit DsReadArchive(const char* path);
+};
+
+/// A position in a source of bytes, which is not owned.
+class SourceAdapter {
+ public:
+  explicit SourceAdapter(ByteSource* source = nullptr) : source_(source) {}
+
+  bool good() const { return source_ != nullptr; }
+  /// To `offset` from the start (SEEK_SET), the position or the end; -1 without a source.
+  int seek(const int64_t& offset, int whence);
+  int64_t tell() const { return position_; }
+  /// In bytes, 0 without a source.
+  int64_t size() const { return source_ ? static_cast<int64_t>(source_->Size()) : 0; }
+  /// Count of bytes that could be read.
+  unsigned int get(char* buffer, unsigned int n);
+  void close() { source_ = nullptr; }
+  /// As the source's.
+  const uint8_t* bytes() const { return source_ ? source_->Bytes() : nullptr; }
+
+ private:
+  ByteSource* source_;
+  int64_t position_ = 0;
+};
+
+/// Reads a source of bytes, which is not owned.
+class SourceArchive : public DsReadArchiveDelegate<SourceAdapter> {
+ public:
+  explicit SourceArchive(ByteSource& source) { adapter_ = SourceAdapter(&source); }
+  /// All of them, where they stand in memory; else null.
+  const uint8_t* bytes() const { return adapter_.bytes(); }
+};
+
+/// A file that an archive has open, as a source.
+class ArchiveSource final : public ByteSource {
+ public:
+  explicit ArchiveSource(const char* path) : archive_(path) {}
+
+  bool good() const { return archive_.good(); }
+  uint64_t Size() override { return static_cast<uint64_t>(archive_.size()); }
+  size_t ReadAt(uint64_t offset, void* buffer, size_t n) override;
+
+ private:
+  DsReadArchive archive_;
 };
 
 /// Reads a stream, on which it holds a reference. Copies nothing into memory, its name notwithstanding.

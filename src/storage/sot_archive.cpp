@@ -50,4 +50,4 @@ SotRoTrunk* SotRoArchive<Archive>::trunkIn(Trunks<Pool>& trunks, Pool& pool, Sot
   return trunk;
 }
 
-template class SotRoArchive<DsReadArchive>;
+template class SotRoArchive<SourceArchive>;

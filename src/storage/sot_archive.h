@@ -29,6 +29,11 @@ class SotRoArchive : public ChainAllocator {
   SotRoTrunk* trunk(unsigned int start, unsigned int size);
 
   ChainAllocator& alloc() { return *this; }
+  /// For the entries, the chains and the pages alike; before `open`.
+  void SetBudget(MemoryBudget* budget) {
+    ChainAllocator::SetBudget(budget);
+    pages_.SetBudget(budget);
+  }
 
  private:
   using PagePool = SotRoPagePool<Archive>;
@@ -50,4 +55,4 @@ class SotRoArchive : public ChainAllocator {
   std::unordered_map<int, const SotEntry*> entries_;
 };
 
-extern template class SotRoArchive<DsReadArchive>;
+extern template class SotRoArchive<SourceArchive>;

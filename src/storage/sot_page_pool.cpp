@@ -24,7 +24,8 @@ bool SotRoPagePool<Archive>::open(Archive& archive) {
   pageSize_ = pageSizeOf(header_.pageShift);
   if (pageSize_ == 0) return false;
   pageCount_ = std::min<uint64_t>((fileSize_ - sizeof(header_) + pageSize_ - 1) / pageSize_, INT32_MAX);
-  caches_ = pageSize_ >= kSmallestCachedPage;
+  // What stands in memory already is copied from there each time.
+  caches_ = pageSize_ >= kSmallestCachedPage && !archive.bytes();
   if (caches_) slots_.resize(static_cast<size_t>(pageCount_));
   return true;
 }
@@ -162,5 +163,5 @@ unsigned int SotRoTinyPagePool<Pool>::read(int page, uint32_t offset, char* buff
   return trunk_.read(buffer, n);
 }
 
-template class SotRoPagePool<DsReadArchive>;
+template class SotRoPagePool<SourceArchive>;
 template class SotRoTinyPagePool<FilePagePool>;

@@ -79,7 +79,7 @@ class SotRoTinyPagePool {
   uint64_t pageCount_;
 };
 
-using FilePagePool = SotRoPagePool<DsReadArchive>;
+using FilePagePool = SotRoPagePool<SourceArchive>;
 using FileTinyPagePool = SotRoTinyPagePool<FilePagePool>;
-extern template class SotRoPagePool<DsReadArchive>;
+extern template class SotRoPagePool<SourceArchive>;
 extern template class SotRoTinyPagePool<FilePagePool>;

@@ -19,6 +19,12 @@ std::unique_ptr<SotRoStorage> SotRoStorage::open(const char* path) {
   return root;
 }
 
+std::unique_ptr<SotRoStorage> SotRoStorage::open(ByteSource& source, MemoryBudget* budget) {
+  auto root = std::make_unique<SotRoSourceRootStorageImpl>(source, budget);
+  if (!root->open()) return nullptr;
+  return root;
+}
+
 SotRoStorage* SotRoStorage::openStorage(const wchar_t* name) const {
   const auto found = storages_.find(std::wstring_view(name));
   return found == storages_.end() ? nullptr : found->second;
@@ -30,8 +36,9 @@ SotRoStream* SotRoStorage::openStream(const wchar_t* name) const {
 }
 
 bool SotRoFileRootStorageImpl::open(const char* path) {
-  file_ = std::make_unique<DsReadArchive>(path);
-  return file_->good() && SotRoRootStorageImpl::open(*file_);
+  file_ = std::make_unique<ArchiveSource>(path);
+  archive_ = std::make_unique<SourceArchive>(*file_);
+  return file_->good() && SotRoRootStorageImpl::open(*archive_);
 }
 
 template <class Archive>
@@ -76,4 +83,4 @@ void SotRoRootStorageImpl<Archive>::loadStream(const SotEntry& entry, SotRoStora
   parent.add(nameOf(entry), New<SotRoStream>(archive_.alloc(), entry, *archive_.trunk(&entry)));
 }
 
-template class SotRoRootStorageImpl<DsReadArchive>;
+template class SotRoRootStorageImpl<SourceArchive>;

@@ -58,6 +58,9 @@ class SotRoStorage {
   /// The root storage of the compound file at `path`; null for any failure. Throws an int for a loop in a
   /// chain.
   static std::unique_ptr<SotRoStorage> open(const char* path);
+  /// The same of a file's bytes. `source` is not owned. `budget` (may be null) is what the pages and the
+  /// directory take memory from.
+  static std::unique_ptr<SotRoStorage> open(ByteSource& source, MemoryBudget* budget);
 
   /// The child of that name, or null.
   SotRoStorage* openStorage(const wchar_t* name) const;
@@ -81,6 +84,8 @@ class SotRoRootStorageImpl : public SotRoStorage {
  public:
   /// Opens the archive and walks its directory. `source` is not owned.
   bool open(Archive& source);
+  /// Where memory comes from, from now on; null for the heap without a bound.
+  void SetBudget(MemoryBudget* budget) { archive_.SetBudget(budget); }
 
  private:
   void walkDirectory();
@@ -90,11 +95,25 @@ class SotRoRootStorageImpl : public SotRoStorage {
   SotRoArchive<Archive> archive_;
 };
 
+/// The root storage of a source, which is not owned.
+class SotRoSourceRootStorageImpl : public SotRoRootStorageImpl<SourceArchive> {
+ public:
+  SotRoSourceRootStorageImpl(ByteSource& source, MemoryBudget* budget) : source_(source) {
+    SetBudget(budget);
+  }
+
+  bool open() { return SotRoRootStorageImpl::open(source_); }
+
+ private:
+  SourceArchive source_;
+};
+
 /// The root storage of a file, which it keeps open.
-class SotRoFileRootStorageImpl : public SotRoRootStorageImpl<DsReadArchive> {
+class SotRoFileRootStorageImpl : public SotRoRootStorageImpl<SourceArchive> {
  public:
   bool open(const char* path);
 
  private:
-  std::unique_ptr<DsReadArchive> file_;
+  std::unique_ptr<ArchiveSource> file_;
+  std::unique_ptr<SourceArchive> archive_;
 };

@@ -7,13 +7,26 @@
 #include "storage/compound_file.h"
 #include "storage/sot_storage.h"
 
-Status FreeOleOpenStorage(const char* path, IStorage** out) {
-  if (!path || !out) return Status::kInvalidArgument;
-  *out = nullptr;
-  std::unique_ptr<SotRoStorage> root = SotRoStorage::open(path);
+namespace {
+
+Status adapt(std::unique_ptr<SotRoStorage> root, IStorage** out) {
   if (!root) return Status::kCorruptCompoundFile;
   *out = new KROStorageAdaptor(std::move(root));
   return Status::kOk;
+}
+
+}  // namespace
+
+Status FreeOleOpenStorage(const char* path, IStorage** out) {
+  if (!path || !out) return Status::kInvalidArgument;
+  *out = nullptr;
+  return adapt(SotRoStorage::open(path), out);
+}
+
+Status OpenCompoundFile(ByteSource& source, MemoryBudget* budget, IStorage** out) {
+  if (!out) return Status::kInvalidArgument;
+  *out = nullptr;
+  return adapt(SotRoStorage::open(source, budget), out);
 }
 
 // --- KROStreamAdaptor ---

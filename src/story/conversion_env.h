@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
 #include "base/output_files.h"
+#include "base/progress.h"
+#include "base/run_control.h"
+#include "base/warnings.h"
 #include "base/write_archive.h"
 #include "numformat/number_format_service.h"
 #include "story/page_safety.h"
@@ -28,11 +32,17 @@ struct KConversionEnv {
   std::string filesDir;              ///< without a closing slash; empty where there is no files folder
   KPageSafety safety;                ///< constant for a conversion
 
+  bool hasPictures = true;               ///< whether pictures are written at all
+  RunControl* control = nullptr;         ///< what may end it before its end; may be null
+  Warnings* warnings = nullptr;          ///< where it tells what it leaves out; may be null
+  ProgressListener* progress = nullptr;  ///< may be null
+  WrittenCounts written;
+
   NumberFormatService numberFormats;
 
   /// How much may be done. Made when first asked for, as that reads the tables of the document.
   KWorkLimits& Limits() {
-    if (!limits_) limits_.emplace(document);
+    if (!limits_) limits_.emplace(document, control);
     return *limits_;
   }
   /// The tables of the document that have been looked at ahead. Made when first asked for.
@@ -40,6 +50,16 @@ struct KConversionEnv {
     if (!scans_) scans_.emplace(document, Limits());
     return *scans_;
   }
+
+  /// A paragraph of the main text begins.
+  void NoteParagraph(uint32_t start, uint32_t end) {
+    ++written.paragraphs;
+    written.characters += end - start;
+    if (progress) progress->Reached(start);
+  }
+
+  /// Null before they are made.
+  const KWorkLimits* LimitsMade() const { return limits_ ? &*limits_ : nullptr; }
 
  private:
   std::optional<KWorkLimits> limits_;

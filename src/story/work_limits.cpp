@@ -30,7 +30,7 @@ constexpr uint64_t kSpareOutputBytes = 16 << 20;
 
 }  // namespace
 
-KWorkLimits::KWorkLimits(const KDRDocument* document) {
+KWorkLimits::KWorkLimits(const KDRDocument* document, RunControl* control) : control_(control) {
   if (!document) return;
   uint64_t characters = 0;
   uint64_t paragraphs = 0;
@@ -64,7 +64,27 @@ uint64_t KWorkLimits::MostOutputBytes(const KDRDocument& document) {
 }
 
 bool KWorkLimits::OutputFull(const IWriteArchive& archive) const {
-  return archive.GetWrittenBytes() >= outputBytes_;
+  return archive.GetWrittenBytes() >= outputBytes_ || (control_ && control_->MustStop());
+}
+
+void KWorkLimits::Report(const IWriteArchive& archive, Warnings& warnings) const {
+  struct Row {
+    const KBudget& budget;
+    const char* work;
+  };
+  const Row rows[] = {
+      {bullets_, "picture bullets"}, {navigation_, "navigation"}, {sharedBytes_, "shared properties"},
+      {tables_, "tables"},           {looks_, "tables"},          {fillers_, "cells without content"},
+      {shapes_, "shapes"},           {pictureBytes_, "pictures"},
+  };
+  for (const Row& row : rows) {
+    if (row.budget.refused()) warnings.Add(WarningCode::kWorkLimit, row.work);
+  }
+  for (const Story& story : stories_) {
+    if (story.visits.refused()) warnings.Add(WarningCode::kWorkLimit, "text");
+    if (story.searches.refused()) warnings.Add(WarningCode::kWorkLimit, "runs out of order");
+  }
+  if (archive.GetWrittenBytes() >= outputBytes_) warnings.Add(WarningCode::kOutputFull);
 }
 
 }  // namespace pagerex

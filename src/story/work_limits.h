@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "base/run_control.h"
+#include "base/warnings.h"
 #include "wordreader/mso_word.h"
 
 class IWriteArchive;
@@ -19,15 +21,23 @@ class KBudget {
 
   /// Takes `n`; false, and nothing is taken, if there is not so much.
   bool Take(uint64_t n = 1) {
-    if (n > left_) return false;
+    if (n > left_) {
+      refused_ = true;
+      return false;
+    }
     left_ -= n;
     return true;
   }
+  /// Gives out nothing more.
+  void End() { left_ = 0; }
   void Add(uint64_t n) { left_ += n; }
   uint64_t left() const { return left_; }
+  /// Whether more has been asked for than there was.
+  bool refused() const { return refused_; }
 
  private:
   uint64_t left_ = UINT64_MAX;
+  bool refused_ = false;
 };
 
 /// How much a conversion may do, all its stories together. The tables of a damaged document may refer to the
@@ -36,14 +46,15 @@ class KBudget {
 /// left out, and the conversion goes on. docs/limits.md tells all limits.
 class KWorkLimits {
  public:
-  /// Null for no limits.
-  explicit KWorkLimits(const KDRDocument* document);
+  /// A null `document` for no limits. `control` (may be null) ends the work like a limit does; it is not
+  /// owned.
+  explicit KWorkLimits(const KDRDocument* document, RunControl* control = nullptr);
 
   /// A paragraph, or a run and its characters, of a story is written.
   /// After the first that is refused, the story has ended.
   bool Visit(mso_word::SUBDOC_TYPE story, uint64_t steps) {
     KBudget& visits = stories_[story].visits;
-    if (!visits.Take(steps)) visits = KBudget(0);
+    if (!visits.Take(steps)) visits.End();
     return visits.left() > 0;
   }
   /// A step is made in the search for a paragraph's runs, where their table is out of order.
@@ -66,10 +77,12 @@ class KWorkLimits {
 
   /// Bytes of markup that a document may become, without what each page adds.
   static uint64_t MostOutputBytes(const KDRDocument& document);
-  /// True once `archive` has written so much.
+  /// True once `archive` has written so much, or the conversion is to end.
   bool OutputFull(const IWriteArchive& archive) const;
   /// A new page brings a head and a tail, which do not count.
   void AddPage() { outputBytes_ += kPageFrame; }
+  /// Tells what was refused, and whether the output of `archive` came to its limit.
+  void Report(const IWriteArchive& archive, Warnings& warnings) const;
 
  private:
   static constexpr uint64_t kPageFrame = 8192;
@@ -82,6 +95,7 @@ class KWorkLimits {
   std::array<Story, mso_word::kSubDocCount> stories_;
   KBudget bullets_, navigation_, sharedBytes_, tables_, looks_, fillers_, shapes_, pictureBytes_;
   uint64_t outputBytes_ = UINT64_MAX / 2;
+  RunControl* control_;
 };
 
 }  // namespace pagerex

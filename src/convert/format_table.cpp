@@ -1,0 +1,44 @@
+#include "convert/format_table.h"
+
+#include <iterator>
+
+#include "convert/view_formats.h"
+
+namespace pagerex {
+namespace {
+
+constexpr char kHtml[] = "text/html; charset=utf-8";
+constexpr uint32_t kAsFiles = pictureChoice(PAGEREX_PICTURES_USUAL) | pictureChoice(PAGEREX_PICTURES_FILES) |
+                              pictureChoice(PAGEREX_PICTURES_NONE);
+constexpr uint32_t kWithout = pictureChoice(PAGEREX_PICTURES_USUAL) | pictureChoice(PAGEREX_PICTURES_NONE);
+
+/// A new format gets a line here.
+constexpr Format kFormats[] = {
+    {{"normal", ".html", kHtml, "One page in a frame, beside a tree of its headings.", 0, 0},
+     kAsFiles,
+     writeView<VIEW_NORMAL>},
+    {{"phone", ".html", kHtml, "Many small pages, and a list of links to them.", 0, 1},
+     kAsFiles,
+     writeView<VIEW_PHONE>},
+    {{"preview", ".html", kHtml, "The first characters of the text as a bare fragment.", 1, 1},
+     kWithout,
+     writeView<VIEW_PREVIEW>},
+    {{"mulpages", ".html", kHtml, "Numbered pages, and a list of them for a program to read.", 0, 1},
+     kAsFiles,
+     writeView<VIEW_MULPAGES>},
+};
+
+}  // namespace
+
+const Format* formatAt(int index) {
+  return index >= 0 && index < static_cast<int>(std::size(kFormats)) ? &kFormats[index] : nullptr;
+}
+
+const Format* formatNamed(std::string_view name) {
+  for (const Format& row : kFormats) {
+    if (name.empty() || name == row.told.name) return &row;
+  }
+  return nullptr;
+}
+
+}  // namespace pagerex

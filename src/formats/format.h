@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "base/link_policy.h"
+#include "base/output_files.h"
+#include "base/progress.h"
+#include "base/run_control.h"
+#include "base/status.h"
+#include "base/warnings.h"
+#include "pagerex/convert.h"
+
+class KDRDocument;
+
+namespace pagerex {
+
+/// The host of a conversion, as a format tells it how far it has come.
+class FormatListener : public ProgressListener {
+ public:
+  /// A page, from 1, stands whole in the file `name`. kOk when the conversion may go on, which the call may
+  /// wait for; kStopped otherwise.
+  virtual Status PageFinished(int page, const char* name) = 0;
+};
+
+/// One document to be written in one format. Owns none of what it refers to.
+struct FormatJob {
+  const KDRDocument& document;
+  OutputFiles& files;     ///< takes the files by their names
+  std::string mainName;   ///< of the main file; others go into the folder named after it
+  int32_t pageSize;       ///< characters, 1 or more; counts where the format has pages
+  LinkPolicy links;
+  int32_t pictures;       ///< PAGEREX_PICTURES_..., one that the format can do
+  RunControl& control;    ///< to be asked for each paragraph at least
+  Warnings& warnings;
+  FormatListener& listener;
+  WrittenCounts written;  ///< filled in by the format
+};
+
+/// A format: what hosts are told of it, and what writes it.
+struct Format {
+  pagerex_format told;
+  uint32_t pictures;  ///< those of PAGEREX_PICTURES_... that it can do: bit n for n
+  /// kOk for a document that was written to its end. May throw std::bad_alloc, and an int for a document that
+  /// is damaged beyond reading.
+  Status (*write)(FormatJob& job);
+};
+
+constexpr uint32_t pictureChoice(int32_t choice) {
+  return uint32_t{1} << choice;
+}
+
+}  // namespace pagerex
