@@ -116,7 +116,7 @@ std::string KPageSafety::Path(std::string path) const {
 void KPageSafety::AddAddress(IWriteArchive& archive, const char* name, const std::string& address,
                              const char* ns) const {
   if (!Keeps(address)) {
-    if (removed) removed->Removed(schemeOf(address));
+    if (warnings) warnings->Add(WarningCode::kLinkRemoved, schemeOf(address));
     return;
   }
   archive.AddAttribute(name, on ? std::string_view(escaped(asUtf8(address))) : std::string_view(address), ns);

@@ -4,20 +4,11 @@
 #include <string_view>
 
 #include "base/link_policy.h"
+#include "base/warnings.h"
 
 class IWriteArchive;
 
 namespace pagerex {
-
-/// Hears of each address of the document that is left out of safe pages.
-class KRemovedLinks {
- public:
-  /// The scheme as `schemeOf` tells it.
-  virtual void Removed(std::string_view scheme) = 0;
-
- protected:
-  ~KRemovedLinks() = default;
-};
 
 /// Whether the pages are safe, so that nothing of the document leaves the place it is written to, and which
 /// of its addresses are kept then. All that comes from the document and is not written as document text
@@ -25,7 +16,7 @@ class KRemovedLinks {
 struct KPageSafety {
   bool on = false;
   LinkPolicy links = LinkPolicy::kSafe;  ///< counts only where `on`
-  KRemovedLinks* removed = nullptr;      ///< not owned; may be null
+  Warnings* warnings = nullptr;          ///< where it tells of addresses that are left out; may be null
 
   /// Between tags, and in the value of an attribute.
   std::string Text(std::string text) const;

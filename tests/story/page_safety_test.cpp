@@ -12,11 +12,17 @@ namespace {
 
 using pagerex::KPageSafety;
 using pagerex::LinkPolicy;
+using pagerex::Warnings;
 
-struct Heard : pagerex::KRemovedLinks {
-  void Removed(std::string_view scheme) override { schemes.emplace_back(scheme); }
+/// The schemes that were told, each as often as it was.
+std::vector<std::string> removed(const Warnings& warnings) {
   std::vector<std::string> schemes;
-};
+  for (const pagerex::Warning& warning : warnings.all()) {
+    EXPECT_EQ(warning.code, pagerex::WarningCode::kLinkRemoved);
+    schemes.insert(schemes.end(), warning.count, warning.where);
+  }
+  return schemes;
+}
 
 /// The attribute that comes of an address.
 std::string attribute(const KPageSafety& safety, const std::string& address) {
@@ -30,32 +36,33 @@ std::string attribute(const KPageSafety& safety, const std::string& address) {
 }
 
 TEST(RemovedLinks, AreTold) {
-  Heard heard;
-  const KPageSafety safety = {.on = true, .removed = &heard};
+  Warnings warnings;
+  const KPageSafety safety = {.on = true, .warnings = &warnings};
   EXPECT_EQ(attribute(safety, "JAVASCRIPT:alert(1)"), "");
   EXPECT_EQ(attribute(safety, "http://x/"), " href=\"http://x/\"");
   EXPECT_EQ(attribute(safety, "file:///x"), "");
-  EXPECT_EQ(heard.schemes, (std::vector<std::string>{"javascript", "file"}));
+  EXPECT_EQ(attribute(safety, "javascript:x"), "");
+  EXPECT_EQ(removed(warnings), (std::vector<std::string>{"javascript", "javascript", "file"}));
 }
 
 TEST(RemovedLinks, OfPagesWithoutLinksAreAll) {
-  Heard heard;
-  const KPageSafety safety = {.on = true, .links = LinkPolicy::kNone, .removed = &heard};
+  Warnings warnings;
+  const KPageSafety safety = {.on = true, .links = LinkPolicy::kNone, .warnings = &warnings};
   for (const char* address : {"http://x/", "#place", "javascript:x"})
     EXPECT_EQ(attribute(safety, address), "");
-  EXPECT_EQ(heard.schemes, (std::vector<std::string>{"http", "", "javascript"}));
+  EXPECT_EQ(removed(warnings), (std::vector<std::string>{"http", "", "javascript"}));
 }
 
 TEST(RemovedLinks, AreNoneWhereLinksAreNotJudged) {
-  Heard heard;
-  const KPageSafety all = {.on = true, .links = LinkPolicy::kAll, .removed = &heard};
+  Warnings warnings;
+  const KPageSafety all = {.on = true, .links = LinkPolicy::kAll, .warnings = &warnings};
   EXPECT_EQ(attribute(all, "javascript:'"), " href=\"javascript:&#39;\"");
-  const KPageSafety off = {.links = LinkPolicy::kNone, .removed = &heard};
+  const KPageSafety off = {.links = LinkPolicy::kNone, .warnings = &warnings};
   EXPECT_EQ(attribute(off, "javascript:'"), " href=\"javascript:'\"");
-  EXPECT_TRUE(heard.schemes.empty());
+  EXPECT_TRUE(warnings.all().empty());
 }
 
-TEST(RemovedLinks, NeedNobodyWhoHears) {
+TEST(RemovedLinks, NeedNobodyToTell) {
   EXPECT_EQ(attribute(KPageSafety{.on = true}, "javascript:x"), "");
 }
 
