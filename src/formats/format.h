@@ -26,12 +26,12 @@ class FormatListener : public ProgressListener {
 /// One document to be written in one format. Owns none of what it refers to.
 struct FormatJob {
   const KDRDocument& document;
-  OutputFiles& files;     ///< takes the files by their names
-  std::string mainName;   ///< of the main file; others go into the folder named after it
-  int32_t pageSize;       ///< characters, 1 or more; counts where the format has pages
+  OutputFiles& files;    ///< takes the files by their names
+  std::string mainName;  ///< of the main file; others go into the folder named after it
+  int32_t pageSize;      ///< characters, 1 or more; counts where the format has pages
   LinkPolicy links;
-  int32_t pictures;       ///< PAGEREX_PICTURES_..., one that the format can do
-  RunControl& control;    ///< to be asked for each paragraph at least
+  int32_t pictures;     ///< PAGEREX_PICTURES_..., one that the format can do
+  RunControl& control;  ///< to be asked for each paragraph at least
   Warnings& warnings;
   FormatListener& listener;
   WrittenCounts written;  ///< filled in by the format

@@ -72,21 +72,6 @@ DsReadArchive::DsReadArchive(const char* path) {
   if (path && stat(path, &info) == 0 && S_ISREG(info.st_mode)) adapter_.attach(std::fopen(path, "rb+"));
 }
 
-int SourceAdapter::seek(const int64_t& offset, int whence) {
-  if (!source_) return -1;
-  const int64_t from = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? position_ : size();
-  if (offset < -from) return -1;
-  position_ = from + offset;
-  return 0;
-}
-
-unsigned int SourceAdapter::get(char* buffer, unsigned int n) {
-  if (!source_) return 0;
-  const size_t count = source_->ReadAt(static_cast<uint64_t>(position_), buffer, n);
-  position_ += static_cast<int64_t>(count);
-  return static_cast<unsigned int>(count);
-}
-
 size_t ArchiveSource::ReadAt(uint64_t offset, void* buffer, size_t n) {
   if (archive_.seek(static_cast<int64_t>(offset), SEEK_SET) != 0) return 0;
   return archive_.get(buffer, static_cast<unsigned int>(std::min<size_t>(n, UINT_MAX)));

@@ -120,34 +120,22 @@ class DsReadArchive : public DsReadArchiveDelegate<StdioAdapter> {
   explicit DsReadArchive(const char* path);
 };
 
-/// A position in a source of bytes, which is not owned.
-class SourceAdapter {
+/// What the pages of a compound file are read from: a source of bytes, which is not owned.
+class SourceArchive : public DsArchive {
  public:
-  explicit SourceAdapter(ByteSource* source = nullptr) : source_(source) {}
+  explicit SourceArchive(ByteSource& source) : source_(source) {}
 
-  bool good() const { return source_ != nullptr; }
-  /// To `offset` from the start (SEEK_SET), the position or the end; -1 without a source.
-  int seek(const int64_t& offset, int whence);
-  int64_t tell() const { return position_; }
-  /// In bytes, 0 without a source.
-  int64_t size() const { return source_ ? static_cast<int64_t>(source_->Size()) : 0; }
+  /// In bytes.
+  int64_t size() const { return static_cast<int64_t>(source_.Size()); }
   /// Count of bytes that could be read.
-  unsigned int get(char* buffer, unsigned int n);
-  void close() { source_ = nullptr; }
-  /// As the source's.
-  const uint8_t* bytes() const { return source_ ? source_->Bytes() : nullptr; }
+  unsigned int getAt(uint64_t position, void* buffer, unsigned int n) {
+    return static_cast<unsigned int>(source_.ReadAt(position, buffer, n));
+  }
+  /// All of them, where they stand in memory; else null.
+  const uint8_t* bytes() const { return source_.Bytes(); }
 
  private:
-  ByteSource* source_;
-  int64_t position_ = 0;
-};
-
-/// Reads a source of bytes, which is not owned.
-class SourceArchive : public DsReadArchiveDelegate<SourceAdapter> {
- public:
-  explicit SourceArchive(ByteSource& source) { adapter_ = SourceAdapter(&source); }
-  /// All of them, where they stand in memory; else null.
-  const uint8_t* bytes() const { return adapter_.bytes(); }
+  ByteSource& source_;
 };
 
 /// A file that an archive has open, as a source.

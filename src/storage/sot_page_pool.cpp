@@ -141,8 +141,7 @@ uint32_t SotRoPagePool<Archive>::bytesInFile(int page) const {
 
 template <class Archive>
 unsigned int SotRoPagePool<Archive>::readFile(uint64_t position, void* buffer, unsigned int n) {
-  archive_->seek(static_cast<int64_t>(position), SEEK_SET);
-  return archive_->get(buffer, n);
+  return archive_->getAt(position, buffer, n);
 }
 
 template <class Pool>

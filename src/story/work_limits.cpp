@@ -63,10 +63,6 @@ uint64_t KWorkLimits::MostOutputBytes(const KDRDocument& document) {
   return kOutputBytes * document.GetStreamBytes() + kSpareOutputBytes;
 }
 
-bool KWorkLimits::OutputFull(const IWriteArchive& archive) const {
-  return archive.GetWrittenBytes() >= outputBytes_ || (control_ && control_->MustStop());
-}
-
 void KWorkLimits::Report(const IWriteArchive& archive, Warnings& warnings) const {
   struct Row {
     const KBudget& budget;

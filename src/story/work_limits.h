@@ -6,9 +6,9 @@
 
 #include "base/run_control.h"
 #include "base/warnings.h"
+#include "base/write_archive.h"
 #include "wordreader/mso_word.h"
 
-class IWriteArchive;
 class KDRDocument;
 
 namespace pagerex {
@@ -78,7 +78,9 @@ class KWorkLimits {
   /// Bytes of markup that a document may become, without what each page adds.
   static uint64_t MostOutputBytes(const KDRDocument& document);
   /// True once `archive` has written so much, or the conversion is to end.
-  bool OutputFull(const IWriteArchive& archive) const;
+  bool OutputFull(const IWriteArchive& archive) const {
+    return archive.GetWrittenBytes() >= outputBytes_ || (control_ && control_->MustStop());
+  }
   /// A new page brings a head and a tail, which do not count.
   void AddPage() { outputBytes_ += kPageFrame; }
   /// Tells what was refused, and whether the output of `archive` came to its limit.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <string_view>
 
 #include "storage/com_interfaces.h"
 
@@ -21,6 +22,54 @@ struct StreamReleaser {
 };
 using StreamReference = std::unique_ptr<IStream, StreamReleaser>;
 
+struct TableName {
+  uint32_t index;
+  std::string_view name;
+};
+/// As people say it who are told of a damaged one.
+constexpr TableName kTableNames[] = {
+    {mso_word::FCLCB_STYLE_SHEET, "styles"},
+    {mso_word::FCLCB_FOOTNOTE_REFS, "footnotes"},
+    {mso_word::FCLCB_FOOTNOTE_TEXT, "footnotes"},
+    {mso_word::FCLCB_ANNOTATION_REFS, "comments"},
+    {mso_word::FCLCB_ANNOTATION_TEXT, "comments"},
+    {mso_word::FCLCB_SECTIONS, "sections"},
+    {mso_word::FCLCB_CHPX_BINS, "character properties"},
+    {mso_word::FCLCB_PAPX_BINS, "paragraph properties"},
+    {mso_word::FCLCB_FONTS, "fonts"},
+    {mso_word::FCLCB_FIELDS_MAIN, "fields"},
+    {mso_word::FCLCB_FIELDS_HEADER, "fields of headers"},
+    {mso_word::FCLCB_FIELDS_FOOTNOTE, "fields of footnotes"},
+    {mso_word::FCLCB_FIELDS_ANNOTATION, "fields of comments"},
+    {mso_word::FCLCB_FIELDS_ENDNOTE, "fields of endnotes"},
+    {mso_word::FCLCB_FIELDS_TEXTBOX, "fields of text boxes"},
+    {mso_word::FCLCB_FIELDS_HEADER_TEXTBOX, "fields of text boxes in headers"},
+    {mso_word::FCLCB_BOOKMARK_NAMES, "bookmarks"},
+    {mso_word::FCLCB_BOOKMARK_STARTS, "bookmarks"},
+    {mso_word::FCLCB_BOOKMARK_ENDS, "bookmarks"},
+    {mso_word::FCLCB_DOCUMENT_PROPERTIES, "document properties"},
+    {mso_word::FCLCB_CLX, "pieces"},
+    {mso_word::FCLCB_ANNOTATION_OWNERS, "authors of comments"},
+    {mso_word::FCLCB_ANNOTATION_RANGE_NAMES, "ranges of comments"},
+    {mso_word::FCLCB_ANNOTATION_RANGE_STARTS, "ranges of comments"},
+    {mso_word::FCLCB_ANNOTATION_RANGE_ENDS, "ranges of comments"},
+    {mso_word::FCLCB_SHAPE_ANCHORS, "anchors of shapes"},
+    {mso_word::FCLCB_HEADER_SHAPE_ANCHORS, "anchors of shapes in headers"},
+    {mso_word::FCLCB_ENDNOTE_REFS, "endnotes"},
+    {mso_word::FCLCB_ENDNOTE_TEXT, "endnotes"},
+    {mso_word::FCLCB_DRAWINGS, "drawings"},
+    {mso_word::FCLCB_TEXTBOXES, "text boxes"},
+    {mso_word::FCLCB_LIST_DEFINITIONS, "lists"},
+    {mso_word::FCLCB_LIST_OVERRIDES, "lists"},
+};
+
+std::string_view nameOfTable(uint32_t index) {
+  for (const TableName& row : kTableNames) {
+    if (row.index == index) return row.name;
+  }
+  return "other";
+}
+
 /// Opens a stream of `storage` for `archive`, which then holds the only reference.
 Status attachStream(IStorage* storage, const wchar_t* name, DsMemReadArchive& archive) {
   IStream* stream = nullptr;
@@ -32,6 +81,8 @@ Status attachStream(IStorage* storage, const wchar_t* name, DsMemReadArchive& ar
 }
 
 }  // namespace
+
+using pagerex::WarningCode;
 
 ByteView ReadBytes(DsMemReadArchive& archive, uint32_t size, ChainAllocator& allocator) {
   const uint32_t available = std::min(size, archive.bytesLeft());
@@ -55,10 +106,13 @@ Status KDRDocFile::open(IStorage* storage, ChainAllocator& allocator) {
 
   const bool isTable1 = (header.flags & mso_word::FIB_HEADER::kTable1) != 0;
   IStream* opened = nullptr;
+  NoteShortStream(word_, "text");
   status = storage_->OpenStream(isTable1 ? L"1Table" : L"0Table", nullptr, kExclusiveRead, 0, &opened);
   if (failed(status)) return status;
   const StreamReference table(opened);
-  return table_.init(opened, word_, allocator);
+  const Status read = table_.init(opened, word_, allocator);
+  table_.NoteShortness();
+  return read;
 }
 
 void KDRDocFile::close() {
@@ -72,11 +126,20 @@ void KDRDocFile::close() {
 }
 
 DsMemReadArchive& KDRDocFile::getDataStrm() const {
-  if (!data_.good() && storage_) attachStream(storage_, L"Data", data_);
+  if (!data_.good() && storage_ && attachStream(storage_, L"Data", data_) == Status::kOk)
+    NoteShortStream(data_, "pictures and other data");
   return data_;
 }
 
+void KDRDocFile::NoteShortStream(const DsMemReadArchive& stream, const char* what) const {
+  if (stream.bytesHeld() < stream.size()) warn(GetWarnings(), WarningCode::kFileShort, what);
+}
+
 // KDRTableStrm
+
+void KDRTableStrm::NoteShortness() const {
+  if (table_.bytesHeld() < table_.size()) warn(warnings_, WarningCode::kFileShort, "tables");
+}
 
 const mso_word::FIB_HEADER& KDRTableStrm::ReadHeader(DsMemReadArchive& word) {
   header_ = {};
@@ -125,11 +188,16 @@ Status KDRTableStrm::getRecord(const mso_word::FCLCB& record, void* buffer) cons
 Status KDRTableStrm::getRecord(KDRTableRecord* out, uint32_t index, ChainAllocator& allocator) const {
   const Status status = getRecInfo(index, &out->place);
   if (status != Status::kOk) return status;
+  if (out->place.fc >= bytes()) warn(warnings_, WarningCode::kTableDamaged, nameOfTable(index));
   table_.seek(static_cast<long>(out->place.fc), STREAM_SEEK_SET);
-  if (std::min(out->place.lcb, table_.bytesLeft()) > bytesLeft_) return Status::kNothing;
-  out->bytes = ReadBytes(table_, out->place.lcb, allocator);
-  bytesLeft_ -= out->bytes.size();
-  return out->bytes.size() == out->place.lcb ? Status::kOk : Status::kNothing;
+  const bool fits = std::min(out->place.lcb, table_.bytesLeft()) <= bytesLeft_;
+  if (fits) {
+    out->bytes = ReadBytes(table_, out->place.lcb, allocator);
+    bytesLeft_ -= out->bytes.size();
+    if (out->bytes.size() == out->place.lcb) return Status::kOk;
+  }
+  warn(warnings_, WarningCode::kTableDamaged, nameOfTable(index));
+  return Status::kNothing;
 }
 
 uint32_t KDRTableStrm::bytesLeftAt(uint32_t position) const {

@@ -6,6 +6,7 @@
 #include "base/byte_view.h"
 #include "base/chain_allocator.h"
 #include "base/status.h"
+#include "base/warnings.h"
 #include "storage/byte_archives.h"
 #include "wordreader/mso_word.h"
 #include "wordreader/table_record.h"
@@ -67,10 +68,15 @@ class KDRTableStrm : public KDRFib {
   /// Reads the table `index` into `allocator`. On a short read kNothing: the view is cut, so that what is
   /// missing reads as zero. kNothing, and no bytes, for a table that overlaps others too often.
   Status getRecord(KDRTableRecord* out, uint32_t index, ChainAllocator& allocator) const;
+  void SetWarnings(pagerex::Warnings* warnings) { warnings_ = warnings; }
+  pagerex::Warnings* GetWarnings() const { return warnings_; }
+
   /// Bytes that the stream holds.
   uint64_t bytes() const { return table_.bytesHeld(); }
   /// Bytes that can be read from `position` on at most. Throws an int if it lies outside the stream.
   uint32_t bytesLeftAt(uint32_t position) const;
+  /// Warns where the file has fewer bytes than it claims for the stream.
+  void NoteShortness() const;
 
  private:
   Status ReadPairs(DsMemReadArchive& word, ChainAllocator& allocator);
@@ -79,6 +85,7 @@ class KDRTableStrm : public KDRFib {
   mutable uint64_t bytesLeft_ = 0;  ///< that may still be read into tables
   uint16_t cfclcb_ = 0;
   ByteView rgfclcb_;
+  pagerex::Warnings* warnings_ = nullptr;
 };
 
 /// The streams of an open document.
@@ -94,12 +101,18 @@ class KDRDocFile {
   Status open(IStorage* storage, ChainAllocator& allocator);
   void close();
 
+  /// Where is told what of the streams cannot be read. Not owned, may be null.
+  void SetWarnings(pagerex::Warnings* warnings) { table_.SetWarnings(warnings); }
+  pagerex::Warnings* GetWarnings() const { return table_.GetWarnings(); }
+
   const KDRTableStrm& getTableStrm() const { return table_; }
   DsMemReadArchive& getWordDocumentStrm() const { return word_; }
   /// The stream "Data", opened on first use; not `good()` if the document has none.
   DsMemReadArchive& getDataStrm() const;
 
  private:
+  void NoteShortStream(const DsMemReadArchive& stream, const char* what) const;
+
   IStorage* storage_ = nullptr;
   KDRTableStrm table_;
   mutable DsMemReadArchive word_;

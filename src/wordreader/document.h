@@ -58,6 +58,12 @@ class KDRDocument : public KDRClx {
   Status OpenDocument(IStorage* storage);
   void Close();
 
+  /// What the document takes memory from; before it is opened. Not owned, may be null.
+  void SetBudget(MemoryBudget* budget) { allocator_.SetBudget(budget); }
+  /// Where is told what of the file cannot be read. Not owned, may be null.
+  void SetWarnings(pagerex::Warnings* warnings) { docFile_.SetWarnings(warnings); }
+  pagerex::Warnings* GetWarnings() const { return docFile_.GetWarnings(); }
+
   ChainAllocator& GetAllocator() const { return allocator_; }
   const KDRDocFile& GetDocFile() const { return docFile_; }
   /// Bytes that the document's three streams hold together: what limits are measured by. 0 once closed.

@@ -51,6 +51,8 @@ ByteView _KDRFkpx<Fkp, Bin>::PageBytes(uint32_t pageNumber) const {
     page->number = number;
     // To the page's end, even if the stream's size lies before it: without its last byte it has no entries.
     const uint32_t arrived = word.getHeld(page->bytes, kFkpPageSize);
+    if (arrived < kFkpPageSize)
+      warn(document_->GetWarnings(), pagerex::WarningCode::kOutside, "properties of the text");
     std::memset(page->bytes + arrived, 0, kFkpPageSize - arrived);
   }
   return ByteView(page->bytes, kFkpPageSize);

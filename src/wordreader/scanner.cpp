@@ -95,6 +95,7 @@ void _KDRScanner::ReadText(bool wide, uint32_t n, KTextPool& pool) {
 /// What the stream does not hold is zero: the positions of later pieces count on it.
 void _KDRScanner::ReadBytes(unsigned char* bytes, uint32_t count) {
   const uint32_t arrived = word_.get(bytes, count);
+  if (arrived < count) warn(document_.GetWarnings(), pagerex::WarningCode::kOutside, "text");
   std::memset(bytes + arrived, 0, count - arrived);
 }
 

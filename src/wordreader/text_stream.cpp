@@ -1,7 +1,12 @@
 #include "wordreader/text_stream.h"
 
+#include "wordreader/document.h"
 #include "wordreader/scanner.h"
 
 Status _KDRTextStream::Read(const KDRDocument& document) {
-  return _KDRScanner(document, subDocs_).Scan();
+  const Status status = _KDRScanner(document, subDocs_).Scan();
+  const _SubDoc& main = subDocs_[mso_word::SUBDOC_MAIN];
+  const bool lacksParagraphs = main.textPool.size() > 0 && main.plcfPap.Count() == 0;
+  if (failed(status) || lacksParagraphs) warn(document.GetWarnings(), pagerex::WarningCode::kEndedEarly);
+  return status;
 }

@@ -44,6 +44,17 @@ looks_right() {
   [ "$(head -c 4 "$files/image001.png" | tail -c 3)" = PNG ] || fail "$1: no picture"
 }
 
+# in_memory WAY PROGRAM: as many bytes as the command line writes of a safe page, and what the file is for others.
+in_memory() {
+  local said
+  said=$(LD_LIBRARY_PATH=$libdir "$2" normal <"$work/sample.doc" 2>&1) || fail "$2: exit code $?: $said"
+  grep -qx 'document.files/1.htm text/html; charset=utf-8' <<<"$said" || fail "$2: no page: $said"
+  grep -qx "The document was converted. $memory_files files, $memory_bytes bytes" <<<"$said" ||
+    fail "$2: not $memory_files files and $memory_bytes bytes: $said"
+  said=$(echo '{\rtf1 }' | LD_LIBRARY_PATH=$libdir "$2") && fail "$2: converted what is no document"
+  grep -q 'This is a Rich Text document' <<<"$said" || fail "$2: does not say what the file is: $said"
+}
+
 # use WAY C_PROGRAM CXX_PROGRAM
 use() {
   LD_LIBRARY_PATH=$libdir convert "$1-c" "$2"
@@ -56,6 +67,10 @@ use() {
 
 convert mulpages "$build/pagerex" --view mulpages --pagesize 2000
 convert phone "$build/pagerex" --view phone --pagesize 2000
+mkdir "$work/memory"
+"$build/pagerex" --safe "$work/sample.doc" "$work/memory/document.html" || fail "--safe: exit code $?"
+memory_files=$(find "$work/memory" -type f | wc -l)
+memory_bytes=$(find "$work/memory" -type f -printf '%s\n' | awk '{ sum += $1 } END { print sum }')
 looks_right mulpages
 looks_right phone
 
@@ -64,7 +79,10 @@ looks_right phone
 "$cc" -std=c11 -Wall -Wextra -Wpedantic -Werror "$programs/use.c" -o "$work/use_c" $flags $(pkg-config --cflags --libs pagerex)
 # shellcheck disable=SC2046,SC2086
 "$cxx" -std=c++11 -Wall -Wextra -Wpedantic -Werror "$programs/use.cpp" -o "$work/use_cpp" $flags $(pkg-config --cflags --libs pagerex)
+# shellcheck disable=SC2046,SC2086
+"$cc" -std=c99 -Wall -Wextra -Wpedantic -Werror "$programs/memory.c" -o "$work/memory_c" $flags $(pkg-config --cflags --libs pagerex)
 use pkg-config "$work/use_c" "$work/use_cpp"
+in_memory pkg-config "$work/memory_c"
 echo "pkg-config: $(pkg-config --modversion pagerex)"
 
 # Through CMake.
@@ -72,6 +90,7 @@ cmake -G Ninja -S "$programs" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" -DC
   -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" >"$work/cmake.log" &&
   cmake --build "$work/cmake" >>"$work/cmake.log" || fail "$(cat "$work/cmake.log")"
 use CMake "$work/cmake/use_c" "$work/cmake/use_cpp"
+in_memory CMake "$work/cmake/memory"
 echo "CMake: built and run"
 
 convert installed "$prefix/bin/pagerex" --view phone --pagesize 2000

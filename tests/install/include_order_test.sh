@@ -15,8 +15,9 @@ drawing base storage wordreader
 story base storage wordreader numformat
 objectwriter base storage wordreader drawing story pagerex
 htmlwriter base storage wordreader drawing story objectwriter pagerex
-convert base storage wordreader pagerex
-entry base storage wordreader drawing story objectwriter htmlwriter convert pagerex
+entry base storage wordreader drawing story objectwriter htmlwriter pagerex
+formats base storage wordreader drawing story pagerex
+convert base storage wordreader drawing story objectwriter htmlwriter entry formats pagerex
 '
 
 wrong=0

@@ -1,0 +1,315 @@
+// The exported calls on documents.
+
+#include "pagerex/convert.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "convert/document_counts.h"
+#include "convert/format_table.h"
+#include "convert/host_listener.h"
+#include "convert/open_document.h"
+#include "convert/output_target.h"
+#include "convert/result_builder.h"
+#include "convert/result_sink.h"
+#include "convert/structures.h"
+
+namespace pagerex {
+namespace {
+
+// What the first versions of the structures held.
+constexpr size_t kInputSize = sizeof(pagerex_input);
+constexpr size_t kOutputSize = sizeof(pagerex_output);
+constexpr size_t kLimitsSize = sizeof(pagerex_limits);
+constexpr size_t kOptionsSize = sizeof(pagerex_options);
+
+uint64_t orNoLimit(uint64_t limit) {
+  return limit ? limit : UINT64_MAX;
+}
+
+bool isInput(const pagerex_input& input) {
+  const bool hasFunctions = input.byte_count && input.read_at;
+  const bool hasOneFunction = input.byte_count || input.read_at;
+  const int ways = (input.path != nullptr) + (input.data != nullptr) + hasOneFunction;
+  return ways == 1 && hasFunctions == hasOneFunction;
+}
+
+bool isOutput(const pagerex_output& output) {
+  return output.path ? !output.begin && !output.write && *output.path : output.begin && output.write;
+}
+
+bool isName(const std::string& name) {
+  constexpr size_t kLongest = 230;  // paths below it have room for 259 bytes
+  if (name.empty() || name == "." || name == ".." || name.size() > kLongest) return false;
+  for (const char c : name) {
+    if (c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F) return false;
+  }
+  return true;
+}
+
+/// One call's limits, from its beginning on.
+void arm(RunControl& control, const pagerex_limits& limits) {
+  constexpr uint64_t kLongest = uint64_t{1} << 40;  // milliseconds: beyond that there is no deadline
+  control.WatchFlag(limits.cancel);
+  if (limits.deadline_ms != 0 && limits.deadline_ms < kLongest)
+    control.EndAt(RunControl::Clock::now() + std::chrono::milliseconds(limits.deadline_ms));
+}
+
+/// What is to be written, once a host's structures have been read and found sound.
+struct Request {
+  const Format* format = nullptr;
+  pagerex_options options{};
+  pagerex_limits limits{};
+  pagerex_output output{};
+  TargetPath path;  ///< where the output is a path
+  std::string mainName, folderName;
+
+  bool Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven);
+};
+
+bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven) {
+  if (!outputGiven || !takeStructure(*outputGiven, kOutputSize, output) || !isOutput(output)) return false;
+  if (!takeOptional(optionsGiven, kOptionsSize, options)) return false;
+  if (!takeOptional(options.limits, kLimitsSize, limits)) return false;
+  format = formatNamed(options.format ? options.format : "");
+  if (!format || options.page_size < 0) return false;
+  if (options.links < PAGEREX_LINKS_SAFE || options.links > PAGEREX_LINKS_NONE) return false;
+  if (options.pictures < PAGEREX_PICTURES_USUAL || options.pictures > PAGEREX_PICTURES_NONE) return false;
+  if ((format->pictures & pictureChoice(options.pictures)) == 0) return false;
+  if (output.path) path = splitTargetPath(output.path);
+  mainName = output.path        ? path.name
+             : output.main_name ? output.main_name
+                                : std::string("document") + format->told.extension;
+  if (!format->told.is_single_file) folderName = mainName.substr(0, mainName.rfind('.')) + ".files";
+  return output.path || isName(mainName);
+}
+
+/// Takes the document through one format, into the target.
+class Writing {
+ public:
+  Writing(pagerex_document& document, const Request& request, ResultBuilder& result)
+      : document_(document), request_(request), result_(result) {
+    arm(control_, request.limits);
+  }
+
+  int Run();
+
+ private:
+  int Write(OutputTarget& target);
+  int RunFormat(const KDRDocument& document, ResultSink& sink);
+  int CodeOfEnd(int code) const {
+    if (control_.cause() == StopCause::kOutOfMemory) return codeOf(document_.MemoryCause());
+    return control_.cause() == StopCause::kNone ? code : codeOf(control_.cause());
+  }
+
+  pagerex_document& document_;
+  const Request& request_;
+  ResultBuilder& result_;
+  RunControl control_;
+  Warnings warnings_;
+};
+
+int Writing::Run() {
+  TargetRefusal refusal;
+  // A name that nothing can have, and is no fault of the call: it may come from a list of files.
+  if (request_.output.path && !isName(request_.mainName))
+    return result_.End(PAGEREX_RESULT_CANNOT_WRITE, request_.mainName.empty() ? EISDIR : ENAMETOOLONG);
+  const std::unique_ptr<OutputTarget> target =
+      request_.output.path ? makePathTarget(request_.path, request_.folderName, document_.input(), refusal)
+                           : makeHostTarget(request_.output);
+  if (!target) return result_.End(refusal.code, refusal.error);
+  control_.LookAtClock();
+  const int code = Write(*target);
+  const int error = code == PAGEREX_RESULT_CANNOT_WRITE ? target->error()
+                    : code == PAGEREX_RESULT_UNREADABLE ? document_.input().error()
+                                                        : 0;
+  result_.Add(document_.warnings());
+  result_.Add(warnings_);
+  return result_.End(code, error);
+}
+
+int Writing::Write(OutputTarget& target) {
+  ResultSink sink(target, control_, orNoLimit(request_.limits.output_bytes), request_.mainName,
+                  request_.format->told.media_type);
+  int code = PAGEREX_RESULT_OK;
+  try {
+    const KDRDocument* const document = document_.Begin(control_, code);
+    if (document) code = RunFormat(*document, sink);
+  } catch (const std::bad_alloc&) {
+    control_.Stop(document_.MemoryCause());
+  } catch (...) {  // a damaged document
+    code = PAGEREX_RESULT_DAMAGED;
+  }
+  control_.LookAtClock();
+  if (CodeOfEnd(code) == PAGEREX_RESULT_OK) sink.Finish();
+  code = CodeOfEnd(code);
+  document_.End(code != PAGEREX_RESULT_OK);
+  if (code != PAGEREX_RESULT_OK) return code;
+  return target.Commit() ? code : PAGEREX_RESULT_CANNOT_WRITE;
+}
+
+int Writing::RunFormat(const KDRDocument& document, ResultSink& sink) {
+  constexpr int64_t kUsualPage = 2000;
+  const int64_t pageSize = request_.options.page_size ? request_.options.page_size : kUsualPage;
+  OutputFiles files(sink);
+  HostListener listener(request_.options, control_, document);
+  FormatJob job{document,
+                files,
+                request_.mainName,
+                static_cast<int32_t>(std::min<int64_t>(pageSize, INT32_MAX)),
+                static_cast<LinkPolicy>(request_.options.links),
+                request_.options.pictures,
+                control_,
+                warnings_,
+                listener,
+                {}};
+  listener.Begin();
+  const Status status = request_.format->write(job);
+  result_.SetWritten(job.written, sink.bytes(), sink.files());
+  if (failed(status)) return PAGEREX_RESULT_DAMAGED;
+  listener.Done();
+  return PAGEREX_RESULT_OK;
+}
+
+/// Fills in `result` for a call that has no memory for anything else, or that threw what nobody expects.
+template <class Function>
+int answer(pagerex_result* result, const Function& function) {
+  ResultBuilder builder;
+  int code;
+  try {
+    code = function(builder);
+  } catch (const std::bad_alloc&) {
+    code = builder.End(PAGEREX_RESULT_OUT_OF_MEMORY);
+  } catch (...) {
+    code = builder.End(PAGEREX_RESULT_DAMAGED);
+  }
+  builder.Give(result);
+  return code;
+}
+
+int openDocument(const pagerex_input* input, const pagerex_limits* limits, pagerex_document** document,
+                 ResultBuilder& result) {
+  pagerex_input given;
+  pagerex_limits bounds;
+  if (!document || !input || !takeStructure(*input, kInputSize, given) || !isInput(given) ||
+      !takeOptional(limits, kLimitsSize, bounds)) {
+    return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
+  }
+  RunControl control;
+  arm(control, bounds);
+  auto opened = std::make_unique<pagerex_document>(orNoLimit(bounds.memory));
+  int error = 0;
+  control.LookAtClock();
+  const int code = opened->Open(given, orNoLimit(bounds.input_bytes), control, error);
+  result.SetKind(opened->kind());
+  result.Add(opened->warnings());
+  if (code == PAGEREX_RESULT_OK) *document = opened.release();
+  return result.End(code, code == PAGEREX_RESULT_UNREADABLE ? error : 0);
+}
+
+int writeDocument(pagerex_document* document, const pagerex_options* options, const pagerex_output* output,
+                  ResultBuilder& result) {
+  Request request;
+  if (document) result.SetKind(document->kind());
+  if (!document || !request.Take(options, output)) return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
+  return Writing(*document, request, result).Run();
+}
+
+/// What is left of a deadline at least a little, so that it does not become none.
+uint64_t whatIsLeft(uint64_t deadlineMs, RunControl::Clock::time_point start) {
+  if (deadlineMs == 0) return 0;
+  const auto gone = std::chrono::duration_cast<std::chrono::milliseconds>(RunControl::Clock::now() - start);
+  const auto spent = static_cast<uint64_t>(gone.count());
+  return spent < deadlineMs ? deadlineMs - spent : 1;
+}
+
+int convertDocument(const pagerex_input* input, const pagerex_limits* limits, const pagerex_options* options,
+                    const pagerex_output* output, ResultBuilder& result) {
+  const RunControl::Clock::time_point start = RunControl::Clock::now();
+  pagerex_limits bounds;
+  Request request;
+  if (!takeOptional(limits, kLimitsSize, bounds) || !request.Take(options, output))
+    return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
+  pagerex_document* opened = nullptr;
+  const int code = openDocument(input, limits, &opened, result);
+  const std::unique_ptr<pagerex_document> document(opened);
+  if (code != PAGEREX_RESULT_OK) return code;
+  if (!request.options.limits) request.limits = bounds;
+  if (request.limits.deadline_ms == bounds.deadline_ms)
+    request.limits.deadline_ms = whatIsLeft(bounds.deadline_ms, start);
+  result.Forget();
+  return Writing(*document, request, result).Run();
+}
+
+int tellInfo(pagerex_document* document, pagerex_document_info* info, ResultBuilder& result) {
+  constexpr size_t kInfoSize = sizeof(pagerex_document_info);
+  if (!document || !info || info->size < kInfoSize) return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
+  RunControl control;
+  int code = PAGEREX_RESULT_OK;
+  pagerex_document_info told = {};
+  told.kind = document->kind();
+  told.input_bytes = document->input().Size();
+  try {
+    if (const KDRDocument* const opened = document->Begin(control, code))
+      told.counts = countContents(*opened);
+  } catch (const std::bad_alloc&) {
+    control.Stop(document->MemoryCause());
+  } catch (...) {
+    code = PAGEREX_RESULT_DAMAGED;
+  }
+  if (control.cause() != StopCause::kNone) code = codeOf(control.cause());
+  document->End(code != PAGEREX_RESULT_OK);
+  if (code == PAGEREX_RESULT_OK) giveStructure(told, *info);
+  return result.End(code);
+}
+
+}  // namespace
+}  // namespace pagerex
+
+int pagerex_open(const pagerex_input* input, const pagerex_limits* limits, pagerex_document** document,
+                 pagerex_result* result) {
+  if (document) *document = nullptr;
+  return pagerex::answer(result, [&](pagerex::ResultBuilder& builder) {
+    return pagerex::openDocument(input, limits, document, builder);
+  });
+}
+
+int pagerex_write(pagerex_document* document, const pagerex_options* options, const pagerex_output* output,
+                  pagerex_result* result) {
+  return pagerex::answer(result, [&](pagerex::ResultBuilder& builder) {
+    return pagerex::writeDocument(document, options, output, builder);
+  });
+}
+
+int pagerex_convert(const pagerex_input* input, const pagerex_limits* limits, const pagerex_options* options,
+                    const pagerex_output* output, pagerex_result* result) {
+  return pagerex::answer(result, [&](pagerex::ResultBuilder& builder) {
+    return pagerex::convertDocument(input, limits, options, output, builder);
+  });
+}
+
+int pagerex_info(pagerex_document* document, pagerex_document_info* info) {
+  return pagerex::answer(
+      nullptr, [&](pagerex::ResultBuilder& builder) { return pagerex::tellInfo(document, info, builder); });
+}
+
+void pagerex_close(pagerex_document* document) {
+  delete document;
+}
+
+const pagerex_format* pagerex_format_at(int index) {
+  const pagerex::Format* const format = pagerex::formatAt(index);
+  return format ? &format->told : nullptr;
+}
+
+void pagerex_cancel(int* flag) {
+  if (flag) __atomic_store_n(flag, 1, __ATOMIC_RELAXED);
+}
+
+const char* pagerex_version(void) {
+  return PAGEREX_VERSION;
+}

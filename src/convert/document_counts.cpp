@@ -1,0 +1,64 @@
+#include "convert/document_counts.h"
+
+#include <vector>
+
+#include "drawing/drawing.h"
+#include "drawing/embed_shapes.h"
+#include "story/table_paragraph.h"
+#include "wordreader/document.h"
+#include "wordreader/merged_propx.h"
+#include "wordreader/text_pool.h"
+
+namespace pagerex {
+namespace {
+
+constexpr uint32_t kPictureFrame = 75;  // msosptPictureFrame
+constexpr size_t kPageCount = 46;       // cPg in the document properties: u16
+
+/// Tables follow one another where a paragraph between them lies in none.
+uint64_t countTables(const KDRDocument& document, const KPropxTable& paragraphs) {
+  KTableParagraphs looks(&document);
+  uint64_t tables = 0;
+  bool inTable = false;
+  for (uint32_t i = 0; i < paragraphs.Count(); ++i) {
+    const bool inside = looks.Look(SprmsOfParagraph(*paragraphs.Data(i))).kind == TableParagraph::INSIDE;
+    if (inside && !inTable) ++tables;
+    inTable = inside;
+  }
+  return tables;
+}
+
+uint64_t countFloatingPictures(const mso_escher::MsoROShape& root) {
+  uint64_t pictures = 0;
+  std::vector<mso_escher::MsoROShape> pending = {root};
+  while (!pending.empty()) {
+    const mso_escher::MsoROShape shape = pending.back();
+    pending.pop_back();
+    if (shape.GetShapeType() == kPictureFrame) ++pictures;
+    if (!shape.IsGroupShape()) continue;
+    for (unsigned int i = 0; i < shape.GetChildCount(); ++i) pending.push_back(shape.GetChildShape(i));
+  }
+  return pictures;
+}
+
+uint64_t pagesToldByWord(const KDRDocument& document) {
+  KDRTableRecord properties;
+  if (document.GetTableRecord(&properties, mso_word::FCLCB_DOCUMENT_PROPERTIES) == Status::kNothing) return 0;
+  return properties.bytes.u16(kPageCount);
+}
+
+}  // namespace
+
+pagerex_counts countContents(const KDRDocument& document) {
+  const KPropxTable& paragraphs = document.GetPlcfPap(mso_word::SUBDOC_MAIN);
+  pagerex_counts counts = {};
+  counts.characters = document.GetTextPool(mso_word::SUBDOC_MAIN).size();
+  counts.paragraphs = paragraphs.Count();
+  counts.tables = countTables(document, paragraphs);
+  counts.pictures =
+      document.GetEmbedShapes().Count() + countFloatingPictures(document.GetDrawing(0).GetRootShape());
+  counts.pages = pagesToldByWord(document);
+  return counts;
+}
+
+}  // namespace pagerex

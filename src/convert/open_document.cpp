@@ -1,0 +1,110 @@
+#include "convert/open_document.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+
+#include "convert/result_builder.h"
+#include "storage/com_interfaces.h"
+#include "storage/compound_file.h"
+
+using pagerex::RunControl;
+using pagerex::StopCause;
+
+namespace {
+
+/// Gives the reference back also when reading a damaged file throws.
+struct StorageReleaser {
+  void operator()(IStorage* storage) const { storage->Release(); }
+};
+
+/// What a host is told of a kind that is not converted.
+int codeOfKind(int kind) {
+  if (kind == PAGEREX_KIND_WORD97) return PAGEREX_RESULT_DAMAGED;
+  return kind == PAGEREX_KIND_WORD_ENCRYPTED ? PAGEREX_RESULT_ENCRYPTED : PAGEREX_RESULT_NOT_WORD;
+}
+
+/// Stops listening to the control of a call when that ends.
+class Listening {
+ public:
+  Listening(pagerex::InputSource& source, RunControl& control) : source_(source) {
+    source.SetControl(&control);
+  }
+  Listening(const Listening&) = delete;
+  Listening& operator=(const Listening&) = delete;
+  ~Listening() { source_.SetControl(nullptr); }
+
+ private:
+  pagerex::InputSource& source_;
+};
+
+}  // namespace
+
+int pagerex_document::Open(const pagerex_input& input, uint64_t mostInputBytes, RunControl& control,
+                           int& error) {
+  source_ = pagerex::openInput(input, control, error);
+  if (!source_) return PAGEREX_RESULT_UNREADABLE;
+  const Listening listening(*source_, control);
+  if (source_->Size() > mostInputBytes) return PAGEREX_RESULT_TOO_LARGE;
+  int code = OpenDocument(control);
+  if (code == PAGEREX_RESULT_DAMAGED && control.cause() == StopCause::kNone) {
+    kind_ = Detect();
+    code = codeOfKind(kind_);
+  }
+  error = source_->error();
+  return control.cause() == StopCause::kNone ? code : pagerex::codeOf(control.cause());
+}
+
+/// PAGEREX_RESULT_DAMAGED for all that is no document to the reader.
+int pagerex_document::OpenDocument(RunControl& control) {
+  CloseDocument();
+  budget_ = {memoryLimit_, false};
+  warnings_ = {};
+  kind_ = PAGEREX_KIND_UNKNOWN;
+  Status status = Status::kFailure;
+  try {
+    IStorage* opened = nullptr;
+    document_.emplace();
+    document_->SetBudget(&budget_);
+    document_->SetWarnings(&warnings_);
+    status = OpenCompoundFile(*source_, &budget_, &opened);
+    const std::unique_ptr<IStorage, StorageReleaser> storage(opened);
+    if (!failed(status)) status = document_->OpenDocument(storage.get());
+  } catch (const std::bad_alloc&) {
+    control.Stop(MemoryCause());
+  } catch (...) {  // a damaged file
+    status = Status::kFailure;
+  }
+  if (control.cause() != StopCause::kNone || failed(status)) {
+    CloseDocument();
+    return PAGEREX_RESULT_DAMAGED;
+  }
+  kind_ = PAGEREX_KIND_WORD97;
+  return PAGEREX_RESULT_OK;
+}
+
+void pagerex_document::CloseDocument() {
+  if (document_) document_->Close();
+  document_.reset();
+}
+
+/// Some kinds show only in the whole file; of a huge one the beginning has to do.
+int pagerex_document::Detect() {
+  constexpr uint64_t kMost = 64 << 20;
+  const uint64_t size = source_->Size();
+  if (const uint8_t* const bytes = source_->Bytes()) return pagerex_detect(bytes, static_cast<size_t>(size));
+  const auto wanted = static_cast<size_t>(std::min({size, kMost, budget_.left}));
+  const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[wanted + 1]);
+  return bytes ? pagerex_detect(bytes.get(), source_->ReadAt(0, bytes.get(), wanted)) : PAGEREX_KIND_UNKNOWN;
+}
+
+const KDRDocument* pagerex_document::Begin(RunControl& control, int& code) {
+  source_->SetControl(&control);
+  code = document_ ? PAGEREX_RESULT_OK : OpenDocument(control);
+  return document_ ? &*document_ : nullptr;
+}
+
+void pagerex_document::End(bool brokeOff) {
+  if (brokeOff) CloseDocument();
+  source_->SetControl(nullptr);
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+#include "pagerex/convert.h"
+
+namespace pagerex {
+
+/// A structure of a host, as far as its size reaches; all else is 0. False for one that is shorter than
+/// `firstSize`, which the first version had.
+template <class T>
+bool takeStructure(const T& given, size_t firstSize, T& out) {
+  out = T{};
+  if (given.size < firstSize) return false;
+  std::memcpy(static_cast<void*>(&out), &given, std::min(given.size, sizeof(T)));
+  out.size = sizeof(T);
+  return true;
+}
+
+/// The same of one that may be null, which stands for all zeros.
+template <class T>
+bool takeOptional(const T* given, size_t firstSize, T& out) {
+  out = T{};
+  return !given || takeStructure(*given, firstSize, out);
+}
+
+/// Gives to a host what its structure has room for.
+template <class T>
+void giveStructure(const T& value, T& out) {
+  const size_t size = std::min(out.size, sizeof(T));
+  const size_t told = out.size;
+  std::memcpy(static_cast<void*>(&out), &value, size);
+  if (size >= sizeof(out.size)) out.size = told;
+}
+
+}  // namespace pagerex
