@@ -67,7 +67,7 @@ ByteView MsoROBlipStore::DelayRecord(uint32_t offset, DsMemReadArchive& archive)
   if (delayed_->Peek(offset, header, kHeader) != kHeader) return {};
   const ByteView fields(header, kHeader);
   if (!isDecoded(fields.u16(2)) || fields.i32(4) < 0) return {};
-  const ByteView record = delayed_->Read(offset, uint64_t{fields.u32(4)} + kHeader);
+  const ByteView record = delayed_->View(offset, uint64_t{fields.u32(4)} + kHeader);
   if (!record.empty()) delayRecords_.emplace(offset, record);
   return record;
 }

@@ -48,7 +48,7 @@ void KDRBseTable::Init(StreamPieces& pieces, uint64_t offset, uint64_t size) {
 
 const std::vector<KDRBseImage>& KDRBseTable::Images() const {
   if (pieces_) {
-    buffer_ = pieces_->Read(offset_, size_);
+    buffer_ = pieces_->View(offset_, size_);
     pieces_ = nullptr;
     ReadImages();
   }

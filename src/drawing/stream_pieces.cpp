@@ -4,13 +4,15 @@
 
 #include "wordreader/doc_file.h"
 
-ByteView StreamPieces::Read(uint64_t offset, uint64_t size) {
+ByteView StreamPieces::Get(uint64_t offset, uint64_t size, bool inPlace) {
   if (!Seek(offset)) return {};
   const uint64_t left = stream_.bytesLeft();
   size = std::min(size, left);
   longest_ = std::max(longest_, left);
   if (size > 2 * longest_ - taken_) return {};
   taken_ += size;
+  const auto count = static_cast<unsigned int>(size);
+  if (const uint8_t* const bytes = inPlace ? stream_.view(count) : nullptr) return {bytes, count};
   return ReadBytes(stream_, static_cast<uint32_t>(size), allocator_);
 }
 

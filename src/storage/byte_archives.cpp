@@ -55,6 +55,10 @@ unsigned int IStreamAdapter::getHeld(char* buffer, unsigned int n) {
   return stream_ ? stream_->ReadHeld(buffer, n) : 0;
 }
 
+const uint8_t* IStreamAdapter::view(unsigned int n) {
+  return stream_ ? stream_->View(n) : nullptr;
+}
+
 void IStreamAdapter::seek(const unsigned long& offset, int whence) {
   const KULargeInt move(offset);
   const Status status = stream_ ? stream_->Seek({ToUInt(move), 0}, static_cast<unsigned int>(whence), nullptr)

@@ -54,6 +54,9 @@ class IStreamAdapter {
   unsigned int get(char* buffer, unsigned int n);
   /// The same, not bounded by the length that the file claims.
   unsigned int getHeld(char* buffer, unsigned int n);
+  /// The next `n` bytes where they stand in memory in one piece, behind which the position then is; null, and
+  /// the position stays, where they have to be read.
+  const uint8_t* view(unsigned int n);
   /// Moves to the low 32 bits of `offset` from the start (0), the position (1) or backward from the end (2).
   /// A refused move throws its status as an int; so does one without a stream.
   void seek(const unsigned long& offset, int whence);
@@ -164,6 +167,8 @@ class DsMemReadArchive : public DsReadArchiveDelegate<IStreamAdapter> {
   /// Bytes of the whole stream, as far as there are, even if the file claims less: what bounds the work on
   /// it.
   unsigned int bytesHeld() const { return adapter_.bytesHeld(); }
+  /// As the adapter's.
+  const uint8_t* view(unsigned int n) { return adapter_.view(n); }
   /// As `get`, also behind the length that the file claims.
   unsigned int getHeld(void* buffer, unsigned int n) {
     return adapter_.getHeld(static_cast<char*>(buffer), n);

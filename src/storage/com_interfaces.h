@@ -87,6 +87,9 @@ struct IStream : ISequentialStream {
   /// file: reads up to `size` bytes; counts those of the whole stream.
   virtual unsigned int ReadHeld(void* buffer, unsigned int size) = 0;
   virtual unsigned int BytesHeld() const = 0;
+  /// Nor this: the next `size` bytes where they stand in memory in one piece, behind which the position then
+  /// is; null, and the position stays, where they have to be read.
+  virtual const uint8_t* View(unsigned int /*size*/) { return nullptr; }
 
  protected:
   ~IStream() = default;

@@ -80,6 +80,13 @@ unsigned int SotRoPagePool<Archive>::read(int page, uint32_t offset, char* buffe
   return done;
 }
 
+template <class Archive>
+const uint8_t* SotRoPagePool<Archive>::view(int page, uint32_t offset, unsigned int n) const {
+  const uint8_t* const bytes = archive_->bytes();
+  const uint64_t position = address(page) + offset;
+  return bytes && position <= fileSize_ && n <= fileSize_ - position ? bytes + position : nullptr;
+}
+
 /// Reads up to the end of `page` at most.
 template <class Archive>
 unsigned int SotRoPagePool<Archive>::readCached(int page, uint32_t offset, char* buffer, unsigned int n) {

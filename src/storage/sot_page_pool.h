@@ -32,6 +32,8 @@ class SotRoPagePool : public ChainAllocator {
 
   /// Reads `n` bytes from `offset` in `page` on, across the pages behind it in the file. Count of bytes read.
   unsigned int read(int page, uint32_t offset, char* buffer, unsigned int n);
+  /// The same bytes in place; null where they do not stand in memory, or the file ends before theirs do.
+  const uint8_t* view(int page, uint32_t offset, unsigned int n) const;
 
  private:
   bool isCached(int page) const { return caches_ && holds(page) && slots_[static_cast<size_t>(page)]; }
@@ -69,6 +71,8 @@ class SotRoTinyPagePool {
   bool holds(int page) const;
   /// As the page pool's.
   unsigned int read(int page, uint32_t offset, char* buffer, unsigned int n);
+  /// Never: what lies in tiny pages is small.
+  const uint8_t* view(int /*page*/, uint32_t /*offset*/, unsigned int /*n*/) const { return nullptr; }
 
  private:
   uint64_t address(int page) const { return static_cast<uint64_t>(page) * pageSize_; }

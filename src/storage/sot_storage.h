@@ -22,6 +22,8 @@ class IStreamBase {
   virtual unsigned int readHeld(char* buffer, unsigned int n) const = 0;
   /// As SotRoTrunk::bytesHeld.
   virtual unsigned int bytesHeld() const = 0;
+  /// As SotRoTrunk::view, null also for more than `bytesLeft`.
+  virtual const uint8_t* view(unsigned int n) const = 0;
 };
 
 /// A stream of a compound file: an entry and the chain of its bytes. The size is the entry's, which may be
@@ -40,6 +42,7 @@ class SotRoStream : public IStreamBase {
   unsigned int bytesLeft() const override;
   unsigned int readHeld(char* buffer, unsigned int n) const override { return trunk_.read(buffer, n); }
   unsigned int bytesHeld() const override { return trunk_.bytesHeld(); }
+  const uint8_t* view(unsigned int n) const override { return n <= bytesLeft() ? trunk_.view(n) : nullptr; }
 
  private:
   /// From a position past the size on, the difference wraps: there the chain alone bounds a read.

@@ -19,6 +19,8 @@ class SotRoTrunk {
   virtual bool seek(unsigned long offset, int whence) = 0;
   /// Count of bytes read; fewer than `n` at the end and at a page that the file does not hold.
   virtual unsigned int read(char* buffer, unsigned int n) = 0;
+  /// The next `n` bytes, where the pool has them in memory in one piece, and moves behind them; else null.
+  virtual const uint8_t* view(unsigned int n) = 0;
   /// How many bytes a `read` from here could bring, never more than the file is long.
   virtual unsigned int bytesLeft() const = 0;
   /// How many bytes the whole of it could bring, wherever the position is, never more than the file is long.
@@ -37,6 +39,7 @@ class SotRoTrunkImpl : public SotRoTrunk {
   unsigned int tell() const override { return position_; }
   bool seek(unsigned long offset, int whence) override;
   unsigned int read(char* buffer, unsigned int n) override;
+  const uint8_t* view(unsigned int n) override;
   unsigned int bytesLeft() const override;
   unsigned int bytesHeld() const override;
 
@@ -104,6 +107,17 @@ unsigned int SotRoTrunkImpl<Pool>::read(char* buffer, unsigned int n) {
     offset = 0;
   }
   return done;
+}
+
+template <class Pool>
+const uint8_t* SotRoTrunkImpl<Pool>::view(unsigned int n) {
+  if (n == 0 || n > bytesReadable()) return nullptr;
+  const uint64_t end = uint64_t{pageOffset()} + n;
+  const uint64_t pages = (end + pageSize() - 1) / pageSize();
+  if (runLength(pageIndex(), pages) < pages) return nullptr;
+  const uint8_t* const bytes = pool_.view(pages_[pageIndex()], pageOffset(), n);
+  if (bytes) position_ += n;
+  return bytes;
 }
 
 template <class Pool>

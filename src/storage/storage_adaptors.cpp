@@ -84,6 +84,10 @@ unsigned int KROStreamAdaptor::BytesHeld() const {
   return stream_ ? stream_->bytesHeld() : 0;
 }
 
+const uint8_t* KROStreamAdaptor::View(unsigned int size) {
+  return stream_ ? stream_->view(size) : nullptr;
+}
+
 Status KROStreamAdaptor::QueryInterface(const _GUID&, void**) {
   return Status::kNotImplemented;
 }

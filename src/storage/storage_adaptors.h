@@ -32,6 +32,7 @@ class KROStreamAdaptor final : public IStream {
   unsigned int BytesLeft() const override;
   unsigned int ReadHeld(void* buffer, unsigned int size) override;
   unsigned int BytesHeld() const override;
+  const uint8_t* View(unsigned int size) override;
 
  private:
   ~KROStreamAdaptor() = default;

@@ -24,6 +24,7 @@ class BytesTrunk : public SotRoTrunk {
     if (n) std::memcpy(buffer, bytes_, std::min(n, size_));
     return std::min(n, size_);
   }
+  const uint8_t* view(unsigned int) override { return nullptr; }
   unsigned int bytesLeft() const override { return size_; }
   unsigned int bytesHeld() const override { return size_; }
 

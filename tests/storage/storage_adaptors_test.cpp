@@ -30,6 +30,7 @@ class StandingStream : public IStreamBase {
   unsigned int bytesLeft() const override { return 0; }
   unsigned int readHeld(char*, unsigned int) const override { return 0; }
   unsigned int bytesHeld() const override { return 0; }
+  const uint8_t* view(unsigned int) const override { return nullptr; }
 
  private:
   unsigned int position_;
