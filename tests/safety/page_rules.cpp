@@ -67,7 +67,7 @@ std::string normal(std::string_view text) {
 }
 
 /// The scheme by which a browser takes an address: controls and blanks in front do not count, nor do tabs and
-/// line ends anywhere. Two backslashes for a network share, however its slashes lean; empty for none.
+/// line ends anywhere. "//" for one that goes to another host without a scheme; empty for none.
 std::string schemeOf(std::string_view address) {
   // What the parser puts in the place of a control character.
   constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
@@ -80,7 +80,7 @@ std::string schemeOf(std::string_view address) {
     if (c != '\t' && c != '\n' && c != '\r') text += c;
   }
   const auto isSlash = [&](size_t at) { return at < text.size() && (text[at] == '/' || text[at] == '\\'); };
-  if (isSlash(0) && isSlash(1)) return text.starts_with("//") ? "" : "\\\\";
+  if (isSlash(0) && isSlash(1)) return "//";
   size_t end = 0;
   while (end < text.size() && (std::isalnum(static_cast<unsigned char>(text[end])) || text[end] == '+' ||
                                text[end] == '-' || text[end] == '.')) {

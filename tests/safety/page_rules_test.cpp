@@ -76,7 +76,7 @@ TEST(PageRules, KnowTheLibrarysOwnScripts) {
 TEST(PageRules, SeeWhatRuns) {
   for (const char* page :
        {"<script>alert(1)</script>", "<a href='javascript:x'>", "<a href='\x01java\tscript:x'>",
-        "<a href='/\\x'>", "<a href='\\\\x'>", "<v:shadow on='t' onload=x>", "<p OnX=''>",
+        "<a href=//x>", "<a href='/\\x'>", "<a href='\\\\x'>", "<v:shadow on='t' onload=x>", "<p OnX=''>",
         "<img src=x onerror=x>", "<p style='a:url(x)'>", "<p style='a:exp\\72 ession(x)'>", "<iframe src=x>",
         "<!--[if gte vml 1]><v:rect href='vbscript:x'><![endif]-->", "<svg><a xlink:href='data:x'>",
         "<p style='a:u/**/rl(x)'>"}) {
@@ -84,7 +84,7 @@ TEST(PageRules, SeeWhatRuns) {
   }
   for (const char* page :
        {"<a href='http://x/'>", "<a href='#x'>", "<img src=image001.png>", "<p style='a:b'>",
-        "<v:shadow on='t'>", "<p on1=x>", "<p on-a=x>", "<p title='onload=x'>", "<a href=//x>"}) {
+        "<v:shadow on='t'>", "<p on1=x>", "<p on-a=x>", "<p title='onload=x'>"}) {
     EXPECT_EQ(rules().violation(page), "") << page;
   }
   EXPECT_EQ(rules().violation("<a href='javascript:x'>", true), "");
