@@ -1,5 +1,5 @@
-// Converts a whole document to safe pages, in a view that its last byte chooses, and reads them as a browser
-// does: nothing in them may run that does not run in harmless pages too.
+// Converts a whole document to safe pages, in a view and with links that its last byte chooses, and reads
+// them as a browser does: nothing in them may run that does not run in harmless pages too.
 
 #include <array>
 #include <cstdio>
@@ -27,17 +27,19 @@ std::string textOf(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// Calls `visit(path, text)` for each page and style sheet of the last conversion in a view.
+bool isPage(const std::filesystem::path& path) {
+  return path.extension() == ".htm" || path.extension() == ".html";
+}
+
+/// Calls `visit(path, text)` for each file of the last conversion in a view.
 template <class Visit>
-void forEachPage(std::string_view view, Visit visit) {
+void forEachFile(std::string_view view, Visit visit) {
   const std::filesystem::path folder = fuzz::scratchFolder();
   visit(folder / "document.html", textOf(folder / "document.html"));
   std::error_code none;
   if (view == "preview") return;
   for (const auto& entry : std::filesystem::directory_iterator(folder / "document.files", none)) {
-    const std::string extension = entry.path().extension();
-    if (extension == ".htm" || extension == ".html" || extension == ".css")
-      visit(entry.path(), textOf(entry.path()));
+    visit(entry.path(), textOf(entry.path()));
   }
 }
 
@@ -46,7 +48,9 @@ const PageRules& rules() {
     PageRules made;
     for (const char* view : kViews) {
       fuzz::convert(safety::harmlessDocument().build(), view);
-      forEachPage(view, [&made](const std::filesystem::path&, const std::string& text) { made.learn(text); });
+      forEachFile(view, [&made](const std::filesystem::path& path, const std::string& text) {
+        if (isPage(path)) made.learn(text);
+      });
     }
     return made;
   }();
@@ -64,9 +68,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
   const int result =
       fuzz::convert(fuzz::documentOf(input, size), view.c_str(), {"safe=on", "links=" + links});
   if (result == PAGEREX_CANNOT_OPEN) return 0;  // the pages of the document before are still there
-  forEachPage(view, [&](const std::filesystem::path& path, const std::string& text) {
+  forEachFile(view, [&](const std::filesystem::path& path, const std::string& text) {
     const std::string found =
-        path.extension() == ".css" ? PageRules::styleViolation(text) : known.violation(text, links == "all");
+        isPage(path) ? known.violation(text, links == "all") : PageRules::fileViolation(path.string(), text);
     if (found.empty()) return;
     std::fprintf(stderr, "ERROR: not safe in view %s: %s: %s\n", view.c_str(), path.c_str(), found.c_str());
     std::abort();

@@ -5,7 +5,8 @@
 #   tools/setup.sh [MORE_PACKAGES...]
 set -euo pipefail
 
-packages=(g++ cmake ninja-build pkg-config binutils zlib1g-dev libmd-dev rapidjson-dev libgtest-dev libgmock-dev locales "$@")
+packages=(g++ cmake ninja-build pkg-config binutils zlib1g-dev libmd-dev rapidjson-dev libgtest-dev libgmock-dev
+          libgumbo-dev locales "$@")
 locale=zh_CN.UTF-8
 
 as_root() {

@@ -191,8 +191,9 @@ typedef struct pagerex_input {
 /* 0 stands for no limit. */
 typedef struct pagerex_limits {
   size_t size;
-  uint64_t memory;       /* bytes that a document and what is written of it may take from the heap, its large
-                            buffers and tables counted; the least that a conversion needs is about 700 KB */
+  /* Bytes that what is read of a document may take from the heap: its text, tables, properties and pictures.
+   * What writes it takes up to 1 MB more, whatever the document. */
+  uint64_t memory;
   uint64_t input_bytes;  /* of the input */
   uint64_t output_bytes; /* of all files together */
   uint64_t deadline_ms;  /* from the beginning of the call on */

@@ -24,11 +24,11 @@ struct MemoryBudget {
   uint64_t left = UINT64_MAX;
   bool wasExceeded = false;
 
-  bool Take(uint64_t bytes) {
+  /// Throws std::bad_alloc when there is not so much left.
+  void Take(uint64_t bytes) {
     wasExceeded = wasExceeded || bytes > left;
-    if (bytes > left) return false;
+    if (bytes > left) throw std::bad_alloc();
     left -= bytes;
-    return true;
   }
 };
 
@@ -46,6 +46,7 @@ class TAutoFreeAlloc {
   /// Where blocks are counted from now on; null for nowhere. Not owned. What was taken stays taken: an
   /// allocator is cleared when its document goes.
   void SetBudget(MemoryBudget* budget) { budget_ = budget; }
+  MemoryBudget* Budget() const { return budget_; }
 
   /// `size` bytes, not cleared and not aligned.
   void* Alloc(size_t size) { return AllocAligned(size, 1); }
@@ -127,7 +128,7 @@ class TAutoFreeAlloc {
   }
 
   Block* NewBlock(size_t size) {
-    if (budget_ && !budget_->Take(sizeof(Block) + size)) throw std::bad_alloc();
+    if (budget_) budget_->Take(sizeof(Block) + size);
     void* memory = Source::Alloc(sizeof(Block) + size);
     if (!memory) throw std::bad_alloc();
     return static_cast<Block*>(memory);

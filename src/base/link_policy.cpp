@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace pagerex {
 namespace {
@@ -12,14 +14,16 @@ constexpr std::string_view kSafeSchemes[] = {
     "http", "https", "mailto", "ftp", "ftps", "sftp", "tel", "sms", "news",
 };
 
-/// The character references by name that can stand for a part of a scheme, or hide another reference.
+/// The character references by name that can stand for a part of a scheme, or hide another reference. One
+/// is read without its semicolon too.
 struct Reference {
   std::string_view name;
   char character;
 };
 constexpr Reference kReferences[] = {
-    {"Tab;", '\t'},   {"NewLine;", '\n'}, {"nbsp;", ' '},  {"shy;", ' '}, {"amp;", '&'},   {"num;", '#'},
-    {"percnt;", '%'}, {"semi;", ';'},     {"colon;", ':'}, {"sol;", '/'}, {"bsol;", '\\'}, {"quest;", '?'},
+    {"Tab;", '\t'}, {"NewLine;", '\n'}, {"nbsp;", ' '}, {"shy;", ' '},   {"amp;", '&'},
+    {"amp", '&'},   {"AMP;", '&'},      {"AMP", '&'},   {"num;", '#'},   {"percnt;", '%'},
+    {"semi;", ';'}, {"colon;", ':'},    {"sol;", '/'},  {"bsol;", '\\'}, {"quest;", '?'},
 };
 
 constexpr char toLower(char c) {
@@ -87,35 +91,55 @@ std::string readEscapes(std::string_view text) {
   return read;
 }
 
-bool isSafeAsItStands(std::string_view text) {
+bool isOfScheme(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+}
+
+/// By what a text would be opened, as `schemeOf` tells it.
+std::string schemeIn(std::string_view text) {
+  constexpr size_t kLongest = 32;
   const auto isSlash = [text](size_t at) {
     return at < text.size() && (text[at] == '/' || text[at] == '\\');
   };
-  if (isSlash(0) && isSlash(1)) return false;
+  if (isSlash(0) && isSlash(1)) return "file";
   const size_t end = text.find_first_of(":/?#\\");
-  if (end == std::string_view::npos || text[end] != ':') return true;
+  if (end == std::string_view::npos || text[end] != ':') return "";
   std::string scheme(text.substr(0, end));
   std::transform(scheme.begin(), scheme.end(), scheme.begin(), toLower);
-  return std::find(std::begin(kSafeSchemes), std::end(kSafeSchemes), scheme) != std::end(kSafeSchemes);
+  const bool isScheme =
+      !scheme.empty() && scheme.size() <= kLongest && std::all_of(scheme.begin(), scheme.end(), isOfScheme);
+  return isScheme ? scheme : "?";
 }
 
-bool isSafe(std::string_view address) {
+bool isSafe(std::string_view scheme) {
+  return scheme.empty() ||
+         std::find(std::begin(kSafeSchemes), std::end(kSafeSchemes), scheme) != std::end(kSafeSchemes);
+}
+
+/// The first scheme that is not safe of an address as it stands and each time that escapes have been read in
+/// it.
+std::optional<std::string> unsafeScheme(std::string_view address) {
   constexpr int kDeepest = 8;  // nobody escapes an honest address so often
   std::string text = printable(address);
   for (int depth = 0; depth < kDeepest; ++depth) {
-    if (!isSafeAsItStands(text)) return false;
+    std::string scheme = schemeIn(text);
+    if (!isSafe(scheme)) return scheme;
     std::string read = printable(readEscapes(text));
-    if (read == text) return true;
+    if (read == text) return std::nullopt;
     text = std::move(read);
   }
-  return false;
+  return "?";
 }
 
 }  // namespace
 
 bool keepsAddress(LinkPolicy policy, std::string_view address) {
-  if (policy == LinkPolicy::kSafe) return isSafe(address);
+  if (policy == LinkPolicy::kSafe) return !unsafeScheme(address);
   return policy == LinkPolicy::kAll;
+}
+
+std::string schemeOf(std::string_view address) {
+  return unsafeScheme(address).value_or(schemeIn(printable(address)));
 }
 
 }  // namespace pagerex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace pagerex {
@@ -17,5 +18,9 @@ enum class LinkPolicy {
 /// it. Two slashes in front, of either kind, take their scheme from where the page lies, which on a disk is
 /// the network share of a stranger: not safe.
 bool keepsAddress(LinkPolicy policy, std::string_view address);
+
+/// For reports: the scheme that an address is not safe for, else the one that it has; in small letters. Empty
+/// for a relative address, "file" for a network share, "?" for what is no scheme or is escaped too deep.
+std::string schemeOf(std::string_view address);
 
 }  // namespace pagerex

@@ -27,7 +27,7 @@ Status writeView(FormatJob& job, VIEW view) {
   ObjectWriter::ShapeScripts scripts;
   KHtmlWriter writer(job.files, scripts);
   const int pageSize = TraitsOf(view)->hasPageSize ? job.pageSize : -1;
-  const KPageSafety safety{true, job.links};
+  const KPageSafety safety{true, job.links, &job.warnings};
   Status status = writer.Init(&job.document, job.mainName.c_str(), view, pageSize, &host, safety);
   if (failed(status)) return status;
   KHtmlConversionEnv& conversion = writer.conversion();

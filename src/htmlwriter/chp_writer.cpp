@@ -80,6 +80,19 @@ void KChpBase::EndChp() {
   env_->conversion->archive->EndElement("span");
 }
 
+namespace {
+
+/// Of the 16-bit characters of a code. Halves of a character leave nothing of the text in pages that are not
+/// safe.
+std::string joinedUtf8(const std::wstring& code) {
+  std::string text;
+  Utf16Joiner joiner;
+  for (const wchar_t unit : code) appendUtf8(text, joiner.Join(static_cast<unsigned short>(unit)));
+  return text;
+}
+
+}  // namespace
+
 Status KChpBase::WriteHyperLinkBegin() {
   if (env_->hyperlinkState != 1) return Status::kInvalidArgument;
   env_->hyperlinkState = 2;
@@ -89,7 +102,9 @@ Status KChpBase::WriteHyperLinkBegin() {
   std::wstring url;
   std::wstring title;
   ParseHyperlinkFieldCode(fields_.takeCode(), url, title);
-  const auto narrow = [](const std::wstring& text) { return KEncoding::WCharToString(65001, text.c_str()); };
+  const auto narrow = [&safety](const std::wstring& text) {
+    return safety.on ? joinedUtf8(text) : KEncoding::WCharToString(65001, text.c_str());
+  };
   if (!url.empty()) safety.AddAddress(archive, "href", narrow(url));
   if (!title.empty()) archive.AddAttribute("title", std::string_view(safety.Text(narrow(title))));
   return Status::kOk;

@@ -12,15 +12,27 @@ constexpr AttributeRow kCropAndContrast[] = {
     {"gain", 0x0108, Form::kFraction},     {"blacklevel", 0x0109, Form::kFraction},
 };
 
+/// Whether the name of a picture, by its flags, tells where on the web or outside the document it lies.
+bool isAddress(int flags) {
+  constexpr int kUrl = 2;
+  constexpr int kLinked = 8;
+  return (flags & (kUrl | kLinked)) != 0;
+}
+
 }  // namespace
 
-Status KHtmlObjectWriter::WriteImageProp(const MsoROShape& shape, PID blip, PID name, PID) {
+Status KHtmlObjectWriter::WriteImageProp(const MsoROShape& shape, PID blip, PID name, PID flags) {
   const ShapeProps props(shape);
   const std::optional<int> index = props.number(blip);
   std::string file;
   if (index && WriteImage(blip, *index, file) == Status::kOk) archive()->AddAttribute("src", file.c_str());
   const std::string title = props.text(name);
-  if (!title.empty()) archive()->AddAttribute("title", safety().Text(title).c_str(), "o");
+  if (title.empty()) return Status::kOk;
+  if (safety().on && isAddress(props.number(flags, 0))) {
+    safety().AddAddress(*archive(), "title", title, "o");
+  } else {
+    archive()->AddAttribute("title", safety().Text(title).c_str(), "o");
+  }
   return Status::kOk;
 }
 

@@ -78,10 +78,13 @@ Status PictureFiles::Lacks() const {
   return Status::kNothing;
 }
 
-/// A picture that cannot be written counts as written all the same: its name stays.
+/// A picture that cannot be written counts as written all the same: its name stays. What has no extension a
+/// browser may take for a page, by its bytes.
 Status PictureFiles::Write(ByteView uid, const StoredImage& image, std::string& name) {
+  const char* extension = objectAttr::GetImageExt(image.type);
+  if (!extension && env_.conversion.safety.on) extension = "bin";
   std::string path;
-  const Status status = GetImageName(uid, name, path, objectAttr::GetImageExt(image.type));
+  const Status status = GetImageName(uid, name, path, extension);
   if (status == kKnownImage) return Status::kOk;
   if (status != Status::kOk) return status;
   pagerex::KConversionEnv& conversion = env_.conversion;

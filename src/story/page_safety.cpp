@@ -113,9 +113,13 @@ std::string KPageSafety::Path(std::string path) const {
   return out;
 }
 
-void KPageSafety::AddAddress(IWriteArchive& archive, const char* name, const std::string& address) const {
-  if (!Keeps(address)) return;
-  archive.AddAttribute(name, on ? std::string_view(escaped(asUtf8(address))) : std::string_view(address));
+void KPageSafety::AddAddress(IWriteArchive& archive, const char* name, const std::string& address,
+                             const char* ns) const {
+  if (!Keeps(address)) {
+    if (warnings) warnings->Add(WarningCode::kLinkRemoved, schemeOf(address));
+    return;
+  }
+  archive.AddAttribute(name, on ? std::string_view(escaped(asUtf8(address))) : std::string_view(address), ns);
 }
 
 }  // namespace pagerex

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/link_policy.h"
+#include "base/warnings.h"
 
 class IWriteArchive;
 
@@ -15,6 +16,7 @@ namespace pagerex {
 struct KPageSafety {
   bool on = false;
   LinkPolicy links = LinkPolicy::kSafe;  ///< counts only where `on`
+  Warnings* warnings = nullptr;          ///< where it tells of addresses that are left out; may be null
 
   /// Between tags, and in the value of an attribute.
   std::string Text(std::string text) const;
@@ -25,7 +27,8 @@ struct KPageSafety {
 
   bool Keeps(std::string_view address) const { return !on || keepsAddress(links, address); }
   /// An attribute with an address of the document, left out if that is not kept.
-  void AddAddress(IWriteArchive& archive, const char* name, const std::string& address) const;
+  void AddAddress(IWriteArchive& archive, const char* name, const std::string& address,
+                  const char* ns = nullptr) const;
 };
 
 }  // namespace pagerex

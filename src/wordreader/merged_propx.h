@@ -58,6 +58,11 @@ class KDWPlcfNormal {
   uint32_t FirstFrom(uint32_t position) const;
   /// Index of the first entry from `from` on that ends at or behind `position`, in a table that ascends.
   uint32_t FirstEndingFrom(uint32_t position, uint32_t from) const;
+  /// Where entries are counted from now on; null for nowhere. Not owned.
+  void SetBudget(MemoryBudget* budget) {
+    positions_.SetBudget(budget);
+    records_.SetBudget(budget);
+  }
 
  private:
   /// The start of entry i, or the highest start up to there in a damaged table, where only these ascend.

@@ -4,6 +4,8 @@
 #include <memory>
 #include <vector>
 
+#include "base/chain_allocator.h"
+
 /// A growable sequence of characters in pages of `1 << PageBits`; data never moves.
 template <class Char, unsigned PageBits>
 class VtxTextPool {
@@ -18,6 +20,8 @@ class VtxTextPool {
   uint32_t read(uint32_t at, Char* out, uint32_t n) const;
   /// The characters from `at` to the end of their page or of the text, in place; the count goes to `*n`.
   const Char* run(uint32_t at, uint32_t* n) const;
+  /// Where pages are counted from now on; null for nowhere. Not owned.
+  void SetBudget(MemoryBudget* budget) { budget_ = budget; }
   void append(const Char& character) { append(&character, 1); }
   void append(const Char* text, uint32_t n);
   void pop_back();
@@ -30,6 +34,7 @@ class VtxTextPool {
   std::vector<std::unique_ptr<Char[]>> allocations_;
   std::vector<Char*> pages_;  ///< in the allocations; the last ones may not be in use yet
   uint32_t size_ = 0;
+  MemoryBudget* budget_ = nullptr;
 };
 
 extern template class VtxTextPool<unsigned short, 8>;

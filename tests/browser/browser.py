@@ -70,6 +70,10 @@ class Browser:
         self._driver.get(f"http://127.0.0.1:{self._server.server_port}/{path}")
         self.settle()
 
+    def before_scripts(self, script):
+        """Runs a script in each page and frame that is loaded from now on, before any of its own."""
+        self._driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": script})
+
     def settle(self):
         """Waits until timers that the page has started, and a frame drawn since, are through."""
         self._driver.execute_async_script(

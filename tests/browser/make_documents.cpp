@@ -6,6 +6,7 @@
 #include <string>
 
 #include "browser/shape_documents.h"
+#include "safety/script_documents.h"
 #include "support/named_sprms.h"
 #include "support/word_document_writer.h"
 
@@ -195,6 +196,7 @@ int main(int argc, char** argv) {
     save(folder + "/sections.doc", fillSections);
     save(folder + "/shapes.doc", fillShapes);
     save(folder + "/pictures.doc", fillPictures);
+    for (const auto& each : safety::scriptDocuments()) each.document.save(folder + "/" + each.name + ".doc");
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s: %s\n", argv[0], error.what());
     return 1;

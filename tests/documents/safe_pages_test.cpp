@@ -29,10 +29,14 @@ Options pagedView(const std::string& view) {
   return {"view=" + view, "pagesize=1000", "safe=on"};
 }
 
-std::string field(const std::string& code, const Options& options) {
+std::string fieldOf(const Text& code, const Options& options) {
   WordDocument doc;
-  doc.paragraph("a").field(kHyperlink, " HYPERLINK " + code + " ", "link").run("b");
+  doc.paragraph("a").field(kHyperlink, code, "link").run("b");
   return Converted(doc, options).page();
+}
+
+std::string field(const std::string& code, const Options& options) {
+  return fieldOf(" HYPERLINK " + code + " ", options);
 }
 
 std::string anchor(const std::string& attributes) {
@@ -122,6 +126,33 @@ TEST(SafeLinks, AddressAndTipCannotLeaveTheirAttributes) {
   const std::string code = R"("http://x/?a=1&b='<c>\"d" \o "t\"i<p>")";
   EXPECT_TRUE(has(field(code, kSafe), anchor(" href=\"http://x/?a=1&amp;b=&#39;&lt;c&gt;\\&quot;d\""
                                              " title=\"t\\&quot;i&lt;p&gt;\"")));
+}
+
+TEST(SafeLinks, QuotationMarksEndNoAttribute) {
+  EXPECT_TRUE(has(field(R"code("x\" onmouseover=\"alert(1)")code", kSafe),
+                  anchor(" href=\"x\\&quot; onmouseover=\\&quot;alert(1)\"")));
+}
+
+TEST(SafeLinks, NameNoTarget) {
+  EXPECT_TRUE(has(field(R"(\n \t "_top" \m "http://x/")", kSafe), anchor("")));
+  EXPECT_TRUE(has(field(R"("http://x/" \t "_top\" onclick=x")", kSafe), anchor(" href=\"http://x/\"")));
+}
+
+TEST(SafeLinks, PlacesOfThePageAreNoAddresses) {
+  EXPECT_TRUE(has(field(R"(\l "javascript:x")", kSafe), anchor(" href=\"#javascript:x\"")));
+  EXPECT_TRUE(has(field(R"(\l javascript:x)", kSafe), anchor(" href=\"#javascript:x \"")));
+  EXPECT_TRUE(has(field(R"("java" \o "script:" "script:x")", kSafe), anchor(" title=\"script:\"")));
+}
+
+TEST(SafeLinks, KeepCharactersOfTwoHalvesAndNoHalf) {
+  const std::u16string code = u" HYPERLINK \"http://\xD83D\xDE00\xD83D/\" \\o \"\xDE00<\xD83D\xDE00\" ";
+  EXPECT_TRUE(
+      has(fieldOf(code, kSafe), anchor(" href=\"http://\xF0\x9F\x98\x80/\" title=\"&lt;\xF0\x9F\x98\x80\"")));
+  EXPECT_TRUE(has(fieldOf(code, {}), anchor(" href=\"\" title=\"\"")));
+}
+
+TEST(SafeLinks, HalvesHideNoScheme) {
+  EXPECT_TRUE(has(fieldOf(u" HYPERLINK \"java\xD83Dscript:x\" ", kSafe), anchor("")));
 }
 
 TEST(SafeLinks, CountOnlyInSafePages) {
@@ -243,6 +274,40 @@ TEST(SafeShapes, TextsCannotLeaveTheirAttributes) {
   EXPECT_TRUE(has(page, "<v:textpath style=\"font-family:'a\\27 \\3B b';\" string=\"&quot;--&gt;&amp;\">"))
       << page;
   EXPECT_TRUE(has(page, "<v:imagedata o:title=\"&lt;c&gt;&quot;\">")) << page;
+}
+
+/// The name of a picture that is a text, or an address, by its flags.
+Props pictureName(const char16_t* name, uint32_t flags) {
+  return Props().text(0x0105, name).number(0x0106, flags);
+}
+
+TEST(SafeShapes, AddressesOfLinkedPicturesAreJudged) {
+  const auto titleOf = [](const char16_t* name, uint32_t flags, const std::string& links = "safe") {
+    const std::string page = pageOf(pictureName(name, flags), {"safe=on", "links=" + links});
+    const size_t begin = page.find("<v:imagedata") + 12;
+    return page.substr(begin, page.find('>', begin) - begin);
+  };
+  for (const uint32_t linked : {2u, 8u, 9u, 10u}) {
+    EXPECT_EQ(titleOf(u"C:\\a.png", linked), "");
+    EXPECT_EQ(titleOf(u"http://x/'", linked), " o:title=\"http://x/&#39;\"");
+    EXPECT_EQ(titleOf(u"http://x/", linked, "none"), "");
+    EXPECT_EQ(titleOf(u"C:\\a.png", linked, "all"), " o:title=\"C:\\a.png\"");
+  }
+  for (const uint32_t text : {0u, 1u, 4u})
+    EXPECT_EQ(titleOf(u"C: a'", text, "none"), " o:title=\"C: a&#39;\"");
+  EXPECT_TRUE(has(pageOf(pictureName(u"C:\\a'", 10), {"links=none"}), " o:title=\"C:\\a'\""));
+}
+
+TEST(SafeShapes, PicturesOfNoKindCannotBeTakenForPages) {
+  WordDocument doc;
+  doc.paragraph().special(8);
+  Drawing drawing;
+  drawing.blip({.type = 1, .data = ByteWriter().text8("<script>alert(1)</script>").take()});
+  drawing.shape(0, Shape(75).props(Props().number(0x4104, 1))).addTo(doc);
+  const Converted safe(doc, kSafe);
+  EXPECT_TRUE(has(safe.page(), " src=\"image001.bin\""));
+  EXPECT_TRUE(safe.has("image001.bin"));
+  EXPECT_TRUE(has(Converted(doc).page(), " src=\"image001.\""));
 }
 
 TEST(SafeShapes, LongNamesOfFontsEndAsTheyShould) {

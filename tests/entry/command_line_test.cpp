@@ -8,6 +8,7 @@
 
 #include "entry/conversion.h"
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -81,6 +82,48 @@ TEST(CommandLine, RefusesWhatItDoesNotUnderstand) {
     EXPECT_EQ(pagerexOf(options, conversion).exitCode, 1) << options;
   EXPECT_EQ(pagerexOf("--view normal " + conversion.source()).exitCode, 1);
   EXPECT_EQ(pagerexOf("").exitCode, 1);
+  EXPECT_THAT(conversion.output(), IsEmpty());
+}
+
+namespace {
+
+/// A document with two links.
+support::WordDocument withLinks() {
+  constexpr uint8_t kHyperlink = 88;
+  support::WordDocument document;
+  document.paragraph()
+      .field(kHyperlink, " HYPERLINK \"javascript:alert(1)\" ", "run")
+      .field(kHyperlink, " HYPERLINK \"http://x/?a&b\" ", "go");
+  return document;
+}
+
+}  // namespace
+
+TEST(CommandLine, MakesSafePagesIfAskedTo) {
+  const Conversion conversion(withLinks());
+  EXPECT_EQ(pagerexOf("", conversion).exitCode, 0);
+  EXPECT_THAT(conversion.page(1), AllOf(HasSubstr("<a href=\"javascript:alert(1)\">run"),
+                                        HasSubstr("<a href=\"http://x/?a&b\">go")));
+  for (const char* options : {"--safe", "--safe --links safe", "--links safe --safe --view mulpages"}) {
+    EXPECT_EQ(pagerexOf(options, conversion).exitCode, 0) << options;
+    EXPECT_THAT(conversion.page(1), AllOf(HasSubstr("<a>run"), HasSubstr("<a href=\"http://x/?a&amp;b\">go")))
+        << options;
+  }
+}
+
+TEST(CommandLine, KeepsAllAddressesOrNoneInSafePages) {
+  const Conversion conversion(withLinks());
+  EXPECT_EQ(pagerexOf("--safe --links all", conversion).exitCode, 0);
+  EXPECT_THAT(conversion.page(1), AllOf(HasSubstr("<a href=\"javascript:alert(1)\">run"),
+                                        HasSubstr("<a href=\"http://x/?a&amp;b\">go")));
+  EXPECT_EQ(pagerexOf("--safe --links none", conversion).exitCode, 0);
+  EXPECT_THAT(conversion.page(1), AllOf(HasSubstr("<a>run"), HasSubstr("<a>go")));
+}
+
+TEST(CommandLine, RefusesLinksThatItDoesNotKnow) {
+  const Conversion conversion(withLinks());
+  for (const char* options : {"--safe --links some", "--safe --links SAFE", "--safe --links"})
+    EXPECT_EQ(pagerexOf(options, conversion).exitCode, 1) << options;
   EXPECT_THAT(conversion.output(), IsEmpty());
 }
 

@@ -9,6 +9,8 @@
 #include <regex>
 #include <vector>
 
+#include "objectwriter/shape_script.h"
+
 namespace safety {
 namespace {
 
@@ -24,6 +26,8 @@ constexpr std::string_view kSchemes[] = {"http", "https", "mailto", "ftp", "ftps
 constexpr std::string_view kRunningStyles[] = {
     "url(",        "expression(", "behavior:", "-moz-binding", "@import",
     "javascript:", "vbscript:",   "image(",    "image-set("};
+
+constexpr std::string_view kPictures[] = {".png", ".jpg", ".wmf", ".dib", ".bmp", ".bin"};
 
 template <class Table>
 bool isIn(const Table& table, std::string_view text) {
@@ -119,6 +123,15 @@ std::string runningStyle(std::string_view css) {
   return {};
 }
 
+/// Each function once at most, in any order.
+bool isLibraryScript(std::string_view text) {
+  for (const std::string_view script :
+       {ObjectWriter::kDrawEllipseScript, ObjectWriter::kDrawLineScript, ObjectWriter::kDrawEllipseScript}) {
+    if (text.starts_with(script)) text.remove_prefix(script.size());
+  }
+  return text.empty();
+}
+
 using Report = std::function<void(const std::string& thing)>;
 
 std::string nameOf(const GumboNode& node) {
@@ -142,6 +155,11 @@ void forEachElement(const GumboNode* root, const std::function<void(const GumboN
   }
 }
 
+/// VML has an attribute that is called "on".
+bool isHandler(std::string_view name) {
+  return name.size() > 2 && name.starts_with("on") && name[2] >= 'a' && name[2] <= 'z';
+}
+
 /// What must be known: elements that run something with their attributes and text, and handlers.
 void reportRunning(const GumboNode& node, const Report& report) {
   const std::string name = nameOf(node);
@@ -150,8 +168,7 @@ void reportRunning(const GumboNode& node, const Report& report) {
   for (unsigned i = 0; i < attributes.length; ++i) {
     const auto& each = *static_cast<const GumboAttribute*>(attributes.data[i]);
     const std::string text = lower(each.name) + "=" + normal(each.value);
-    // VML has an attribute that is called "on".
-    if ((text.starts_with("on") && text[2] != '=') || text.starts_with("srcdoc")) report("handler " + text);
+    if (isHandler(lower(each.name)) || text.starts_with("srcdoc=")) report("handler " + text);
     whole += " " + text;
   }
   if (!isIn(kRunning, name)) return;
@@ -221,8 +238,12 @@ std::string PageRules::violation(std::string_view page, bool anyAddress) const {
   return first;
 }
 
-std::string PageRules::styleViolation(std::string_view css) {
-  return css.find('<') == std::string_view::npos ? runningStyle(css) : "< in a style sheet";
+std::string PageRules::fileViolation(std::string_view name, std::string_view text) {
+  const std::string_view extension = name.substr(std::min(name.rfind('.'), name.size()));
+  if (extension == ".css")
+    return text.find('<') == std::string_view::npos ? runningStyle(text) : "< in a style sheet";
+  if (name.ends_with("shapejs.js")) return isLibraryScript(text) ? "" : "script of somebody else";
+  return isIn(kPictures, extension) ? "" : "a file that may be a page: " + std::string(name);
 }
 
 }  // namespace safety

@@ -19,8 +19,8 @@ class PageRules {
   /// The first thing that `page` may not do; empty if there is none. With `anyAddress`, addresses may have
   /// any scheme.
   std::string violation(std::string_view page, bool anyAddress = false) const;
-  /// The same for a style sheet.
-  static std::string styleViolation(std::string_view css);
+  /// The same for a file that is no page: a style sheet, the library's script, a picture by its name.
+  static std::string fileViolation(std::string_view name, std::string_view text);
 
  private:
   std::set<std::string> known_;

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "objectwriter/shape_script.h"
 #include "pagerex/pagerex.h"
 #include "safety/script_documents.h"
 #include "support/corpus.h"
@@ -20,28 +21,31 @@ using support::Bytes;
 
 constexpr const char* kViews[] = {"normal", "phone", "preview", "mulpages"};
 
-/// The pages and the style sheet that a conversion makes, as text by file name.
-std::vector<std::pair<std::string, std::string>> pagesOf(const Bytes& document, const std::string& view,
-                                                         const std::string& safe,
-                                                         const std::string& links = "links=safe") {
+/// What a conversion makes, by file name.
+std::vector<std::pair<std::string, std::string>> outputOf(const Bytes& document, const std::string& view,
+                                                          const std::string& safe,
+                                                          const std::string& links = "links=safe") {
   const support::TempFolder folder;
   const std::string source = folder.write("in.doc", document);
   std::string options[] = {"view=" + view, "pagesize=300", safe, links};
   char* argv[] = {options[0].data(), options[1].data(), options[2].data(), options[3].data()};
   PageRex(source.c_str(), folder.path("out.htm").c_str(), static_cast<int>(std::size(argv)), argv);
-  std::vector<std::pair<std::string, std::string>> pages;
+  std::vector<std::pair<std::string, std::string>> files;
   for (const std::string& name : folder.files()) {
-    if (name.ends_with(".htm") || name.ends_with(".html") || name.ends_with(".css"))
-      pages.emplace_back(name, folder.read(name));
+    if (name != "in.doc") files.emplace_back(name, folder.read(name));
   }
-  return pages;
+  return files;
+}
+
+bool isPage(const std::string& name) {
+  return name.ends_with(".htm") || name.ends_with(".html");
 }
 
 PageRules learntRules() {
   PageRules rules;
   for (const char* view : kViews) {
-    for (const auto& [name, text] : pagesOf(safety::harmlessDocument().build(), view, "safe=off")) {
-      if (!name.ends_with(".css")) rules.learn(text);
+    for (const auto& [name, text] : outputOf(safety::harmlessDocument().build(), view, "safe=off")) {
+      if (isPage(name)) rules.learn(text);
     }
   }
   return rules;
@@ -56,9 +60,9 @@ const PageRules& rules() {
 std::string violationOf(const Bytes& document, const std::string& safe,
                         const std::string& links = "links=safe") {
   for (const char* view : kViews) {
-    for (const auto& [name, text] : pagesOf(document, view, safe, links)) {
-      const std::string found = name.ends_with(".css") ? PageRules::styleViolation(text)
-                                                       : rules().violation(text, links == "links=all");
+    for (const auto& [name, text] : outputOf(document, view, safe, links)) {
+      const std::string found =
+          isPage(name) ? rules().violation(text, links == "links=all") : PageRules::fileViolation(name, text);
       if (!found.empty()) return std::string(view) + ", " + name + ": " + found;
     }
   }
@@ -72,23 +76,37 @@ TEST(PageRules, KnowTheLibrarysOwnScripts) {
 TEST(PageRules, SeeWhatRuns) {
   for (const char* page :
        {"<script>alert(1)</script>", "<a href='javascript:x'>", "<a href='\x01java\tscript:x'>",
-        "<a href=//x>", "<img src=x onerror=x>", "<p style='a:url(x)'>", "<p style='a:exp\\72 ession(x)'>",
-        "<iframe src=x>", "<!--[if gte vml 1]><v:rect href='vbscript:x'><![endif]-->",
-        "<svg><a xlink:href='data:x'>", "<p style='a:u/**/rl(x)'>"}) {
+        "<a href=//x>", "<a href='/\\x'>", "<a href='\\\\x'>", "<v:shadow on='t' onload=x>", "<p OnX=''>",
+        "<img src=x onerror=x>", "<p style='a:url(x)'>", "<p style='a:exp\\72 ession(x)'>", "<iframe src=x>",
+        "<!--[if gte vml 1]><v:rect href='vbscript:x'><![endif]-->", "<svg><a xlink:href='data:x'>",
+        "<p style='a:u/**/rl(x)'>"}) {
     EXPECT_NE(rules().violation(page), "") << page;
   }
-  for (const char* page : {"<a href='http://x/'>", "<a href='#x'>", "<img src=image001.png>",
-                           "<p style='a:b'>", "<v:shadow on='t'>"}) {
+  for (const char* page :
+       {"<a href='http://x/'>", "<a href='#x'>", "<img src=image001.png>", "<p style='a:b'>",
+        "<v:shadow on='t'>", "<p on1=x>", "<p on-a=x>", "<p title='onload=x'>"}) {
     EXPECT_EQ(rules().violation(page), "") << page;
   }
   EXPECT_EQ(rules().violation("<a href='javascript:x'>", true), "");
-  EXPECT_NE(PageRules::styleViolation("a{b:url(x)}"), "");
-  EXPECT_NE(PageRules::styleViolation("a{b:c}</style>"), "");
+}
+
+TEST(PageRules, SeeWhatOtherFilesMayNotBe) {
+  EXPECT_NE(PageRules::fileViolation("style.css", "a{b:url(x)}"), "");
+  EXPECT_NE(PageRules::fileViolation("style.css", "a{b:c}</style>"), "");
+  EXPECT_EQ(PageRules::fileViolation("style.css", "a{b:c}"), "");
+  for (const char* name : {"image001.", "image001", "a.svg", "a.png.xml", "x.js"})
+    EXPECT_NE(PageRules::fileViolation(name, "x"), "") << name;
+  for (const char* name : {"image001.png", "image001.bin", "a/image001.wmf"})
+    EXPECT_EQ(PageRules::fileViolation(name, "<script>"), "") << name;
+  EXPECT_EQ(PageRules::fileViolation("a/shapejs.js", ""), "");
+  EXPECT_EQ(PageRules::fileViolation("a/shapejs.js", ObjectWriter::kDrawLineScript), "");
+  EXPECT_NE(PageRules::fileViolation("a/shapejs.js", "alert(1)"), "");
 }
 
 TEST(SafePages, DocumentsThatBringScriptNeedThem) {
   for (const auto& each : safety::scriptDocuments()) {
-    const bool isText = std::string_view(each.name) == "HeadingsAndBookmarks";  // safe in all pages
+    const std::string_view name = each.name;
+    const bool isText = name == "HeadingsAndBookmarks" || name == "Stories";  // safe in all pages
     EXPECT_EQ(violationOf(each.document.build(), "safe=off").empty(), isText) << each.name;
   }
 }
