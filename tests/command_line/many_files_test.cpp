@@ -92,6 +92,18 @@ TEST(ManyFiles, OfAnyNumberOfJobsComeOutAlike) {
   EXPECT_GE(count, 80u);
 }
 
+TEST(ManyFiles, ShowOnATerminalHowFarTheyAre) {
+  TempFolder folder;
+  fill(folder, {"in/a.doc", "in/b.doc"});
+  const std::string command = "TERM=xterm " PAGEREX_EMULATOR PAGEREX_CLI " -o out in";
+  const Finished finished =
+      Program("/usr/bin/script", {"-qec", command, "/dev/null"}, folder.path()).finish();
+  EXPECT_EQ(finished.exitCode, 0);
+  EXPECT_THAT(finished.output, HasSubstr("/2  "));
+  EXPECT_THAT(finished.output, HasSubstr(" a second"));
+  EXPECT_THAT(finished.output, HasSubstr("\r\x1B[Kpagerex: 2 files in "));
+}
+
 TEST(ManyFiles, NoneAreNoFailure) {
   const TempFolder folder;
   const Finished finished = pagerex({"-o", "out", "."}, folder.path());

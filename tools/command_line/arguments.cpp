@@ -57,7 +57,7 @@ std::string readTimeout(const std::string& text, Request& request) {
 
 std::string readMemory(const std::string& text, Request& request) {
   constexpr std::string_view kUnits = "KMG";
-  const std::string wrong = text + " is no number of bytes";
+  std::string wrong = text + " is no number of bytes";
   if (text.empty()) return wrong;
   const size_t unit = kUnits.find(static_cast<char>(text.back() & ~0x20));
   const size_t shift = unit == std::string_view::npos ? 0 : 10 * (unit + 1);

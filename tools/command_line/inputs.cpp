@@ -101,7 +101,7 @@ std::string readList(const Request& request, std::vector<std::string>& names) {
 std::string collectInputs(const Request& request, const std::string& skipped, std::vector<Input>& inputs) {
   std::vector<std::string> names = request.files;
   if (!request.filesFrom.empty()) {
-    if (const std::string wrong = readList(request, names); !wrong.empty()) return wrong;
+    if (std::string wrong = readList(request, names); !wrong.empty()) return wrong;
   }
   for (const std::string& name : names) {
     if (isFolder(name)) {

@@ -63,29 +63,38 @@ void printBashCompletion() {
       "fi\n}\ncomplete -F _pagerex pagerex");
 }
 
+namespace {
+
+/// ":NAME:(choices)" for what an option takes, as zsh has it.
+std::string zshArgument(const Option& option) {
+  if (!option.argument) return "";
+  const std::string choices = choicesOf(option);
+  std::string text = ":";
+  text += replaced(option.argument, ':', "\\:") + ":";
+  if (!choices.empty()) text += "(" + choices + ")";
+  if (isPath(option)) text += "_files";
+  return text;
+}
+
+void printZshOption(const Option& option) {
+  const bool isOptional = option.id == kHelp;  // its argument stands behind a "=" or not at all
+  const std::string help = replaced(replaced(replaced(option.help, '\'', "'\\''"), ':', "\\:"), ']', "\\]");
+  const std::string argument = isOptional ? "" : zshArgument(option);
+  const char* const joint = isOptional ? "=-" : option.argument ? "=" : "";
+  if (option.letter) {
+    const char* const behindLetter = option.argument && !isOptional ? "+" : "";
+    std::printf("  '(-%c --%s)'{-%c%s,--%s%s}'[%s]%s' \\\n", option.letter, option.name, option.letter,
+                behindLetter, option.name, joint, help.c_str(), argument.c_str());
+  } else {
+    std::printf("  '--%s%s[%s]%s' \\\n", option.name, joint, help.c_str(), argument.c_str());
+  }
+}
+
+}  // namespace
+
 void printZshCompletion() {
   std::puts("#compdef pagerex\n# Completions of zsh for pagerex.\n_arguments -s -S \\");
-  for (const Option& option : kOptions) {
-    const std::string choices = choicesOf(option);
-    const std::string help = replaced(replaced(replaced(option.help, '\'', "'\\''"), ':', "\\:"), ']', "\\]");
-    const std::string argument = option.argument ? replaced(option.argument, ':', "\\:") : "";
-    std::string action;
-    if (!choices.empty())
-      action = ":" + argument + ":(" + choices + ")";
-    else if (isPath(option))
-      action = ":" + argument + ":_files";
-    else if (option.argument)
-      action = ":" + argument + ":";
-    if (option.id == kHelp) action = ":" + action;
-    const char* const joint = option.id == kHelp ? "=-" : option.argument ? "=" : "";
-    if (option.letter) {
-      std::printf("  '(-%c --%s)'{-%c%s,--%s%s}'[%s]%s' \\\n", option.letter, option.name, option.letter,
-                  option.argument && option.id != kHelp ? "+" : "", option.name, joint, help.c_str(),
-                  option.id == kHelp ? "" : action.c_str());
-    } else {
-      std::printf("  '--%s%s[%s]%s' \\\n", option.name, joint, help.c_str(), action.c_str());
-    }
-  }
+  for (const Option& option : kOptions) printZshOption(option);
   std::puts("  '*:file:_files'");
 }
 

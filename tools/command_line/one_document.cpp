@@ -151,7 +151,8 @@ int convertOneDocument(const Request& request) {
   Request cleared = request;
   if (cleared.output == kStandardStream) cleared.output.clear();
   const pagerex_format* const format = formatOf(cleared);
-  if (const std::string wrong = whyNotThere(cleared, format); !wrong.empty()) return usageError(wrong);
+  const std::string wrong = whyNotThere(cleared, format);
+  if (!format || !wrong.empty()) return usageError(wrong);
   stopOnSignals();
   const int exitCode = convert(cleared, *format);
   if (stoppedBy) endBy(stoppedBy);

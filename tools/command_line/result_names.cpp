@@ -161,6 +161,7 @@ std::vector<Item> nameResults(const std::vector<Input>& inputs, const std::strin
                               const pagerex_format& format) {
   std::vector<Placed> placed = place(inputs);
   std::vector<Placed*> order;
+  order.reserve(placed.size());
   for (Placed& one : placed) order.push_back(&one);
   const auto rank = [](const Placed* one) {
     return std::make_tuple(endingOf(one->place) != ".doc", std::cref(one->place),
@@ -171,6 +172,7 @@ std::vector<Item> nameResults(const std::vector<Input>& inputs, const std::strin
   for (Placed* one : order) one->name = names.give(one->place);
 
   std::vector<Item> items;
+  items.reserve(placed.size());
   for (Placed& one : placed) items.push_back({one.input->path, below(without(folder), one.name), "", {}});
   return items;
 }
