@@ -15,6 +15,7 @@ enum class StopCause : uint8_t {
   kOutputLimit,
   kCannotWrite,  ///< the output refused
   kUnreadable,   ///< the input failed
+  kDamaged,      ///< the document is damaged beyond reading
 };
 
 /// Asked again and again while a document is read and written whether that is to go on. Belongs to one call

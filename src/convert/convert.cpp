@@ -42,13 +42,15 @@ bool isOutput(const pagerex_output& output) {
   return output.path ? !output.begin && !output.write && *output.path : output.begin && output.write;
 }
 
-bool isName(const std::string& name) {
+/// 0 for a name that a main file can have, or a value of errno.
+int errorOfName(const std::string& name) {
   constexpr size_t kLongest = 230;  // paths below it have room for 259 bytes
-  if (name.empty() || name == "." || name == ".." || name.size() > kLongest) return false;
+  if (name.empty() || name == "." || name == "..") return EISDIR;
+  if (name.size() > kLongest) return ENAMETOOLONG;
   for (const char c : name) {
-    if (c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F) return false;
+    if (c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F) return EINVAL;
   }
-  return true;
+  return 0;
 }
 
 /// One call's limits, from its beginning on.
@@ -67,6 +69,7 @@ struct Request {
   pagerex_output output{};
   TargetPath path;  ///< where the output is a path
   std::string mainName, folderName;
+  int nameError = 0;  ///< a value of errno for a main name that nothing can have
 
   bool Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven);
 };
@@ -85,7 +88,8 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
              : output.main_name ? output.main_name
                                 : std::string("document") + format->told.extension;
   if (!format->told.is_single_file) folderName = mainName.substr(0, mainName.rfind('.')) + ".files";
-  return output.path || isName(mainName);
+  nameError = folderName == mainName ? EINVAL : errorOfName(mainName);
+  return output.path || nameError == 0;
 }
 
 /// Takes the document through one format, into the target.
@@ -101,6 +105,12 @@ class Writing {
  private:
   int Write(OutputTarget& target);
   int RunFormat(const KDRDocument& document, ResultSink& sink);
+  /// The same once the flag and the clock have been looked at.
+  int MustEnd(int code) {
+    control_.LookAtClock();
+    control_.MustStop();
+    return CodeOfEnd(code);
+  }
   int CodeOfEnd(int code) const {
     if (control_.cause() == StopCause::kOutOfMemory) return codeOf(document_.MemoryCause());
     return control_.cause() == StopCause::kNone ? code : codeOf(control_.cause());
@@ -115,15 +125,16 @@ class Writing {
 
 int Writing::Run() {
   TargetRefusal refusal;
-  // A name that nothing can have, and is no fault of the call: it may come from a list of files.
-  if (request_.output.path && !isName(request_.mainName))
-    return result_.End(PAGEREX_RESULT_CANNOT_WRITE, request_.mainName.empty() ? EISDIR : ENAMETOOLONG);
+  // In a path that is no fault of the call: it may come from a list of files.
+  if (request_.nameError != 0) return result_.End(PAGEREX_RESULT_CANNOT_WRITE, request_.nameError);
   const std::unique_ptr<OutputTarget> target =
       request_.output.path ? makePathTarget(request_.path, request_.folderName, document_.input(), refusal)
-                           : makeHostTarget(request_.output);
+                           : makeHostTarget(request_.output, control_);
   if (!target) return result_.End(refusal.code, refusal.error);
   control_.LookAtClock();
-  const int code = Write(*target);
+  int code = Write(*target);
+  // A write that found no room for its own needs is no fault of the disk.
+  if (code == PAGEREX_RESULT_CANNOT_WRITE && target->error() == ENOMEM) code = PAGEREX_RESULT_OUT_OF_MEMORY;
   const int error = code == PAGEREX_RESULT_CANNOT_WRITE ? target->error()
                     : code == PAGEREX_RESULT_UNREADABLE ? document_.input().error()
                                                         : 0;
@@ -139,13 +150,13 @@ int Writing::Write(OutputTarget& target) {
   try {
     const KDRDocument* const document = document_.Begin(control_, code);
     if (document) code = RunFormat(*document, sink);
+    if (MustEnd(code) == PAGEREX_RESULT_OK) sink.Finish();
+    code = MustEnd(code);
   } catch (const std::bad_alloc&) {
     control_.Stop(document_.MemoryCause());
   } catch (...) {  // a damaged document
     code = PAGEREX_RESULT_DAMAGED;
   }
-  control_.LookAtClock();
-  if (CodeOfEnd(code) == PAGEREX_RESULT_OK) sink.Finish();
   code = CodeOfEnd(code);
   document_.End(code != PAGEREX_RESULT_OK);
   if (code != PAGEREX_RESULT_OK) return code;

@@ -12,12 +12,12 @@ HostListener::HostListener(const pagerex_options& options, RunControl& control, 
     : options_(options), control_(control) {
   const bool listens = options.progress || options.may_go_on;
   length_ = listens ? std::max<uint64_t>(document.GetTextPool(mso_word::SUBDOC_MAIN).size(), 1) : 1;
-  if (!listens) nextPosition_ = UINT64_MAX;
+  if (!listens) told_ = kSteps;
 }
 
 /// The last step is told when all is written.
 void HostListener::Reached(uint32_t position) {
-  if (position < nextPosition_) return;
+  if (position < nextPosition_ || told_ == kSteps) return;
   Tell(static_cast<int>(std::min<uint64_t>(position * uint64_t{kSteps} / length_, kSteps - 1)));
 }
 
@@ -62,6 +62,7 @@ void HostListener::Call(const Function& function) {
   } catch (...) {
     control_.Stop(StopCause::kCanceled);
   }
+  control_.LookAtClock();
 }
 
 }  // namespace pagerex

@@ -56,13 +56,17 @@ class FetchedInput : public InputSource {
     held_ = Get(start_, piece_.get(), static_cast<size_t>(std::min<uint64_t>(kPiece, size_ - start_)));
   }
 
-  /// All of them, unless the input fails or has become shorter.
+  /// All of them, unless the input fails. It fails too where it ends before the size that it told: a file
+  /// that is cut while it is read is not the document that it was.
   size_t Get(uint64_t offset, void* buffer, size_t n) {
     size_t done = 0;
     while (done < n && MayRead()) {
       const int64_t count = Fetch(offset + done, static_cast<uint8_t*>(buffer) + done, n - done);
-      if (count < 0 || static_cast<uint64_t>(count) > n - done) Fail(errno);
-      if (count <= 0 || static_cast<uint64_t>(count) > n - done) break;
+      LookAtClock();
+      if (count <= 0 || static_cast<uint64_t>(count) > n - done) {
+        Fail(count < 0 ? errno : EIO);
+        break;
+      }
       done += static_cast<size_t>(count);
     }
     return done;
@@ -113,13 +117,14 @@ class PathInput final : public FetchedInput {
   ino_t inode_ = 0;
 };
 
-/// A host's functions may throw, which counts as a failure.
+/// A host's functions may throw, which ends the call.
 class HostInput final : public FetchedInput {
  public:
   explicit HostInput(const pagerex_input& input) : input_(input) {}
 
   int Open() {
     const int64_t size = call([this] { return input_.byte_count(input_.user); });
+    LookAtClock();
     if (size < 0) return errno;
     SetSize(static_cast<uint64_t>(size));
     return 0;
@@ -127,12 +132,13 @@ class HostInput final : public FetchedInput {
 
  private:
   template <class Function>
-  static int64_t call(const Function& function) {
+  int64_t call(const Function& function) {
     errno = 0;
     int64_t result = -1;
     try {
       result = function();
     } catch (...) {
+      Cancel();
     }
     if (errno == 0) errno = EIO;
     return result;
@@ -160,6 +166,14 @@ void InputSource::Fail(int error) {
   if (control_) control_->Stop(StopCause::kUnreadable);
 }
 
+void InputSource::Cancel() {
+  if (control_) control_->Stop(StopCause::kCanceled);
+}
+
+void InputSource::LookAtClock() {
+  if (control_) control_->LookAtClock();
+}
+
 std::unique_ptr<InputSource> openInput(const pagerex_input& input, RunControl& control, int& error) {
   std::unique_ptr<InputSource> source;
   error = 0;
@@ -171,6 +185,7 @@ std::unique_ptr<InputSource> openInput(const pagerex_input& input, RunControl& c
     source = std::move(file);
   } else {
     auto functions = std::make_unique<HostInput>(input);
+    functions->SetControl(&control);
     error = functions->Open();
     source = std::move(functions);
   }

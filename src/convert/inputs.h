@@ -15,9 +15,13 @@ namespace pagerex {
 /// input ended; `error` and the call's control tell.
 class InputSource : public ByteSource {
  public:
-  /// Of the call that reads from now on; null between calls. Not owned.
-  void SetControl(RunControl* control) { control_ = control; }
-  /// A value of errno for the first failure, 0 for none.
+  /// Of the call that reads from now on, which may find well what failed before; null between calls. Not
+  /// owned.
+  void SetControl(RunControl* control) {
+    control_ = control;
+    if (control) error_ = 0;
+  }
+  /// A value of errno for the first failure of the call, 0 for none.
   int error() const { return error_; }
   /// Whether `device` and `inode` name the file that is read.
   virtual bool IsFile(dev_t device, ino_t inode) const;
@@ -26,6 +30,10 @@ class InputSource : public ByteSource {
   /// Whether the input is to be read on.
   bool MayRead();
   void Fail(int error);
+  /// When a function of the host throws.
+  void Cancel();
+  /// For a host that takes long.
+  void LookAtClock();
 
  private:
   RunControl* control_ = nullptr;
@@ -33,7 +41,8 @@ class InputSource : public ByteSource {
 };
 
 /// Opens an input whose structure has been checked. Null, and `error` a value of errno, for a path that is
-/// not there, must not be read or is no regular file, and for a function that fails.
+/// not there, must not be read or is no regular file, and for a function that fails; the control may tell
+/// more.
 std::unique_ptr<InputSource> openInput(const pagerex_input& input, RunControl& control, int& error);
 
 }  // namespace pagerex

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <string_view>
 
 #include "pagerex/convert.h"
@@ -70,7 +71,8 @@ bool isNameOfResult(std::string_view name) {
                      [name](const NumberedName& pattern) { return matches(name, pattern); });
 }
 
-/// What a file is, by its beginning, which tells the families apart.
+/// What a file is, by its beginning, which tells the families apart; PAGEREX_KIND_UNKNOWN also for one that
+/// cannot be read.
 int kindOfFile(int parent, const char* name) {
   constexpr size_t kBeginning = 4096;
   const int file = openat(parent, name, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
@@ -81,8 +83,8 @@ int kindOfFile(int parent, const char* name) {
   return count < 0 ? PAGEREX_KIND_UNKNOWN : pagerex_detect(bytes, static_cast<size_t>(count));
 }
 
-constexpr int kKindsOfResults[] = {PAGEREX_KIND_EMPTY, PAGEREX_KIND_TEXT,  PAGEREX_KIND_HTML,
-                                   PAGEREX_KIND_XML,   PAGEREX_KIND_MHTML, PAGEREX_KIND_UNKNOWN};
+constexpr int kKindsOfResults[] = {PAGEREX_KIND_EMPTY, PAGEREX_KIND_TEXT, PAGEREX_KIND_HTML, PAGEREX_KIND_XML,
+                                   PAGEREX_KIND_MHTML};
 
 }  // namespace
 
@@ -99,6 +101,7 @@ bool mayReplaceFolder(int parent, const char* name) {
   struct stat info;
   if (fstatat(parent, name, &info, AT_SYMLINK_NOFOLLOW) != 0) return errno == ENOENT;
   const OpenFolder folder = openFolder(parent, name);
+  if (!folder && errno == ENOMEM) throw std::bad_alloc();
   return folder && visitAll(folder.get(), [&](const char* entry) {
            return isNameOfResult(entry) &&
                   fstatat(dirfd(folder.get()), entry, &info, AT_SYMLINK_NOFOLLOW) == 0 &&

@@ -43,7 +43,8 @@ class Listening {
 int pagerex_document::Open(const pagerex_input& input, uint64_t mostInputBytes, RunControl& control,
                            int& error) {
   source_ = pagerex::openInput(input, control, error);
-  if (!source_) return PAGEREX_RESULT_UNREADABLE;
+  if (!source_)
+    return control.cause() == StopCause::kNone ? PAGEREX_RESULT_UNREADABLE : pagerex::codeOf(control.cause());
   const Listening listening(*source_, control);
   if (source_->Size() > mostInputBytes) return PAGEREX_RESULT_TOO_LARGE;
   int code = OpenDocument(control);
@@ -52,6 +53,8 @@ int pagerex_document::Open(const pagerex_input& input, uint64_t mostInputBytes, 
     code = codeOfKind(kind_);
   }
   error = source_->error();
+  control.LookAtClock();
+  control.MustStop();
   return control.cause() == StopCause::kNone ? code : pagerex::codeOf(control.cause());
 }
 
@@ -60,7 +63,6 @@ int pagerex_document::OpenDocument(RunControl& control) {
   CloseDocument();
   budget_ = {memoryLimit_, false};
   warnings_ = {};
-  kind_ = PAGEREX_KIND_UNKNOWN;
   Status status = Status::kFailure;
   try {
     IStorage* opened = nullptr;
@@ -88,14 +90,15 @@ void pagerex_document::CloseDocument() {
   document_.reset();
 }
 
-/// Some kinds show only in the whole file; of a huge one the beginning has to do.
+/// Some kinds show only in the whole file; of a huge one, and where memory is short, the beginning has to do,
+/// which tells the families apart.
 int pagerex_document::Detect() {
-  constexpr uint64_t kMost = 64 << 20;
+  constexpr uint64_t kMost = 64 << 20, kLeast = 4096;
   const uint64_t size = source_->Size();
   if (const uint8_t* const bytes = source_->Bytes()) return pagerex_detect(bytes, static_cast<size_t>(size));
-  const auto wanted = static_cast<size_t>(std::min({size, kMost, budget_.left}));
-  const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[wanted + 1]);
-  return bytes ? pagerex_detect(bytes.get(), source_->ReadAt(0, bytes.get(), wanted)) : PAGEREX_KIND_UNKNOWN;
+  const auto wanted = static_cast<size_t>(std::min({size, kMost, std::max(budget_.left, kLeast)}));
+  const auto bytes = std::make_unique_for_overwrite<uint8_t[]>(wanted);
+  return pagerex_detect(bytes.get(), source_->ReadAt(0, bytes.get(), wanted));
 }
 
 const KDRDocument* pagerex_document::Begin(RunControl& control, int& code) {

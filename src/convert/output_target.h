@@ -22,14 +22,15 @@ class OutputTarget {
   /// Both false for a failure. A file ends once, `complete` or not.
   virtual bool Write(void* file, const void* data, size_t length) = 0;
   virtual bool End(void* file, bool complete) = 0;
-  /// Makes the result appear, when all its files have ended. False for a failure. Without it there is none.
+  /// Makes the result appear, when all its files have ended. False for a failure. Without it there is none at
+  /// a path.
   virtual bool Commit() { return true; }
   /// A value of errno for the first failure; 0 where nobody tells.
   virtual int error() const { return 0; }
 };
 
-/// A host's functions, which have been checked.
-std::unique_ptr<OutputTarget> makeHostTarget(const pagerex_output& output);
+/// A host's functions, which have been checked. One that throws stops the conversion.
+std::unique_ptr<OutputTarget> makeHostTarget(const pagerex_output& output, RunControl& control);
 
 /// What keeps a path from being written to: kOk, or PAGEREX_RESULT_..., and a value of errno.
 struct TargetRefusal {

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -67,6 +68,7 @@ class PathTarget final : public OutputTarget {
   int BeginInFolder(const char* name);
   bool MakeFolder();
   bool PutFolderInPlace();
+  void TakeFolderBack();
   bool Fail() {
     if (error_ == 0) error_ = errno ? errno : EIO;
     return false;
@@ -131,9 +133,7 @@ bool PathTarget::Commit() {
   if (!folderTemporary_.empty() && !PutFolderInPlace()) return Fail();
   if (!mainTemporary_.empty() && renameat(parent_, mainTemporary_.c_str(), parent_, mainName_.c_str()) != 0) {
     Fail();
-    // The older main file stays, so that its files come back.
-    if (!folderTemporary_.empty())
-      renameat2(parent_, folderTemporary_.c_str(), parent_, folderName_.c_str(), RENAME_EXCHANGE);
+    TakeFolderBack();
     return false;
   }
   mainTemporary_.clear();
@@ -159,6 +159,15 @@ bool PathTarget::PutFolderInPlace() {
   return true;
 }
 
+/// The older main file stays, so that its files come back. Where there were none, there are none.
+void PathTarget::TakeFolderBack() {
+  if (!folderTemporary_.empty()) {
+    renameat2(parent_, folderTemporary_.c_str(), parent_, folderName_.c_str(), RENAME_EXCHANGE);
+  } else if (folder_) {
+    removeFlatFolder(parent_, folderName_.c_str());
+  }
+}
+
 }  // namespace
 
 TargetPath splitTargetPath(const std::string& path) {
@@ -166,6 +175,7 @@ TargetPath splitTargetPath(const std::string& path) {
   const bool isLink = lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);
   const std::unique_ptr<char, decltype(&std::free)> real(isLink ? realpath(path.c_str(), nullptr) : nullptr,
                                                          std::free);
+  if (isLink && !real && errno == ENOMEM) throw std::bad_alloc();
   const std::string place = real ? real.get() : path;
   const size_t name = place.rfind('/') + 1;
   return {name == 0 ? "." : place.substr(0, name), place.substr(name)};

@@ -64,6 +64,7 @@ constexpr CauseRow kCauses[] = {
     {StopCause::kOutputLimit, PAGEREX_RESULT_OUTPUT_LIMIT},
     {StopCause::kCannotWrite, PAGEREX_RESULT_CANNOT_WRITE},
     {StopCause::kUnreadable, PAGEREX_RESULT_UNREADABLE},
+    {StopCause::kDamaged, PAGEREX_RESULT_DAMAGED},
 };
 
 const CodeRow* rowOf(int code) {

@@ -1,5 +1,7 @@
 #include "convert/result_sink.h"
 
+#include <exception>
+#include <new>
 #include <string_view>
 
 namespace pagerex {
@@ -67,12 +69,14 @@ void ResultSink::Finish() {
 
 void* ResultSink::Begin(const std::string& name) {
   begun_[name] = true;
-  void* const file = target_.Begin(name.c_str(), MediaTypeOf(name));
-  if (file) {
-    ++files_;
-  } else {
-    control_.Stop(StopCause::kCannotWrite);
+  void* file = nullptr;
+  try {
+    file = target_.Begin(name.c_str(), MediaTypeOf(name));
+  } catch (const std::bad_alloc&) {  // files are written out by destructors too
+    control_.Stop(StopCause::kOutOfMemory);
   }
+  if (!file) control_.Stop(StopCause::kCannotWrite);
+  if (file) ++files_;
   return file;
 }
 
@@ -89,8 +93,9 @@ bool ResultSink::Put(void* file, const char* data, size_t n) {
   return true;
 }
 
+/// What an exception ends is not whole, though nobody may have caught it yet.
 void ResultSink::End(void* file) {
-  const bool complete = control_.cause() == StopCause::kNone;
+  const bool complete = control_.cause() == StopCause::kNone && std::uncaught_exceptions() == exceptions_;
   if (!target_.End(file, complete)) control_.Stop(StopCause::kCannotWrite);
 }
 

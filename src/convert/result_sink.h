@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <map>
 #include <memory>
 #include <string>
@@ -41,7 +42,8 @@ class ResultSink final : public OutputSink {
   const uint64_t mostBytes_;
   const std::string& mainName_;
   const char* const mainType_;
-  std::map<std::string, bool> begun_;  ///< by name, each that was opened
+  const int exceptions_ = std::uncaught_exceptions();  ///< of a host that calls in the midst of one
+  std::map<std::string, bool> begun_;                  ///< by name, each that was opened
   uint64_t bytes_ = 0;
   uint32_t files_ = 0;
 };

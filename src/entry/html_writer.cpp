@@ -128,6 +128,7 @@ Status KHtmlWriter::WritePages() {
     if (conversion_->control) conversion_->control->Stop(StopCause::kOutOfMemory);
   } catch (...) {
     warn(conversion_->warnings, WarningCode::kOutside);
+    if (conversion_->control) conversion_->control->Stop(StopCause::kDamaged);
   }
   return Status::kFailure;
 }

@@ -3,6 +3,7 @@
 #include <zlib.h>
 
 #include <cstring>
+#include <new>
 
 #include "base/stdio_archive.h"
 #include "drawing/shape_geometry.h"
@@ -118,7 +119,9 @@ class Inflater {
   explicit Inflater(ByteView source) {
     stream_.next_in = const_cast<Bytef*>(source.data());
     stream_.avail_in = static_cast<uInt>(source.size());
-    good_ = inflateInit(&stream_) == Z_OK;
+    const int code = inflateInit(&stream_);
+    if (code == Z_MEM_ERROR) throw std::bad_alloc();
+    good_ = code == Z_OK;
   }
   Inflater(const Inflater&) = delete;
   Inflater& operator=(const Inflater&) = delete;
@@ -130,6 +133,7 @@ class Inflater {
     stream_.next_out = part_;
     stream_.avail_out = sizeof(part_);
     const int code = inflate(&stream_, Z_NO_FLUSH);
+    if (code == Z_MEM_ERROR) throw std::bad_alloc();
     ended_ = code == Z_STREAM_END;
     good_ = ended_ || code == Z_OK;
     return good_ ? ByteView(part_, sizeof(part_) - stream_.avail_out) : ByteView();
@@ -145,6 +149,10 @@ class Inflater {
 
 bool canInflate(ByteView source, uint32_t rawSize) {
   return rawSize <= kLargestRaw && rawSize <= source.size() * uint64_t{kLargestRatio};
+}
+
+bool inflatesWhole(const StoredImage& image) {
+  return _XZlibDecompressInline(image.data, image.rawSize, [](ByteView) {}) == Status::kOk;
 }
 
 }  // namespace
@@ -168,7 +176,9 @@ uint64_t MostImageBytes(const StoredImage& image) {
 
 Status WriteImageFile(const StoredImage& image, OutputFiles& files, const char* path) {
   if (!image.data.data() || !path) return Status::kNothing;
-  const Status status = image.compressed ? writeInflated(image, files, path) : Status::kFailure;
+  // What a sink has been given it keeps, so that for one a picture is inflated once more beforehand.
+  const bool inflates = image.compressed && (!files.sink() || inflatesWhole(image));
+  const Status status = inflates ? writeInflated(image, files, path) : Status::kFailure;
   return status == Status::kFailure ? writeStored(image, files, path) : status;
 }
 

@@ -27,7 +27,11 @@ class FourBytePages {
     }
     return n;
   }
+  const uint8_t* view(int page, uint32_t offset, unsigned int) const {
+    return kBytes + static_cast<size_t>(page) * 4 + offset;
+  }
   int reads = 0;
+  static constexpr uint8_t kBytes[512] = {};  ///< where views point into
 
  private:
   int count_;
@@ -48,6 +52,28 @@ struct TrunkOf {
 };
 
 }  // namespace
+
+TEST(TrunkView, BeginsAtThePositionAndMovesBehindWhatIsSeen) {
+  TrunkOf of({3, 4, 5});
+  of.trunk.seek(2, SEEK_SET);
+  EXPECT_EQ(of.trunk.view(7), FourBytePages::kBytes + 3 * 4 + 2);
+  EXPECT_EQ(of.trunk.tell(), 9u);
+}
+
+TEST(TrunkView, NeedsPagesThatAreNeighbours) {
+  TrunkOf of({3, 5});
+  EXPECT_EQ(of.trunk.view(5), nullptr);
+  EXPECT_EQ(of.trunk.tell(), 0u);
+  EXPECT_NE(of.trunk.view(4), nullptr);
+}
+
+TEST(TrunkView, EndsWithTheTrunk) {
+  TrunkOf of({3, 4});
+  EXPECT_EQ(of.trunk.view(9), nullptr);
+  EXPECT_EQ(of.trunk.view(0), nullptr);
+  EXPECT_NE(of.trunk.view(8), nullptr);
+  EXPECT_EQ(of.trunk.view(1), nullptr);
+}
 
 TEST(Trunk, ReadsItsPagesInTheOrderOfTheList) {
   TrunkOf of({2, 0, 5, -2});
