@@ -45,7 +45,8 @@ void VtxTextPool<Char, PageBits>::AddPages() {
   constexpr size_t kMostPages = 16;
   const size_t count = std::clamp<size_t>(pages_.size(), 1, kMostPages);
   if (budget_) budget_->Take(count * kPageSize * sizeof(Char));
-  Char* const first = allocations_.emplace_back(new Char[count * kPageSize]).get();
+  allocations_.push_back(std::make_unique_for_overwrite<Char[]>(count * kPageSize));
+  Char* const first = allocations_.back().get();
   for (size_t i = 0; i < count; ++i) pages_.push_back(first + i * kPageSize);
 }
 
