@@ -39,6 +39,7 @@ Batch batchOf(const Request& request) {
   batch.pageSize = request.pageSize;
   batch.timeoutMs = request.timeoutMs;
   batch.memory = request.memory;
+  batch.hasReport = !request.report.empty();
   spellOptions(request, batch);
   return batch;
 }

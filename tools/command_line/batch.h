@@ -58,6 +58,7 @@ struct Batch {
   int pageSize = 0;
   uint64_t timeoutMs = 0;
   uint64_t memory = 0;
+  bool hasReport = false;
   std::string options;  ///< what results depend on, as reports have it
   std::string limits;   ///< what a document may take
   std::vector<Item> items;

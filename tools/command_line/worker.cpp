@@ -106,11 +106,11 @@ class Worker {
     if (!file) return true;
     const bool isSmall = static_cast<uint64_t>(info.st_size) <= kLargestRead;
     desk_.bytes = static_cast<uint64_t>(info.st_size);
-    if (isSmall ? !read(file.get()) : !sha256OfFile(file.get(), desk_.hash)) {
+    if ((isSmall && !read(file.get())) || (batch_.hasReport && !hash(file.get(), isSmall))) {
       outcome.sentence = std::strerror(errno);
       return true;
     }
-    desk_.hasHash = true;
+    desk_.hasHash = batch_.hasReport;
     if (isDone(item)) return false;
     desk_.kind = isSmall ? pagerex_detect(content_.data(), content_.size()) : detectFile(item.path, info);
     auto input = sized<pagerex_input>();
@@ -125,7 +125,14 @@ class Worker {
     return true;
   }
 
-  /// What the file holds, into `content_`, and its hash.
+  /// Takes longer than most conversions: only for a report.
+  bool hash(int file, bool isRead) {
+    if (!isRead) return sha256OfFile(file, desk_.hash);
+    desk_.hash = sha256Of(content_);
+    return true;
+  }
+
+  /// What the file holds, into `content_`.
   bool read(int file) {
     content_.resize(desk_.bytes);
     size_t length = 0;
@@ -138,7 +145,6 @@ class Worker {
     }
     content_.resize(length);
     desk_.bytes = length;
-    desk_.hash = sha256Of(content_);
     return true;
   }
 
@@ -169,7 +175,7 @@ class Worker {
     outcome.sentence = result_.sentence;
     outcome.kind = result_.kind == PAGEREX_KIND_UNKNOWN ? desk_.kind : result_.kind;
     outcome.bytes = desk_.bytes;
-    outcome.hasHash = true;
+    outcome.hasHash = desk_.hasHash;
     outcome.hash = desk_.hash;
     outcome.result = &result_;
   }
