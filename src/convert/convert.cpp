@@ -121,6 +121,7 @@ class Writing {
   ResultBuilder& result_;
   RunControl control_;
   Warnings warnings_;
+  WrittenCounts written_;
 };
 
 int Writing::Run() {
@@ -158,6 +159,7 @@ int Writing::Write(OutputTarget& target) {
     code = PAGEREX_RESULT_DAMAGED;
   }
   code = CodeOfEnd(code);
+  result_.SetWritten(written_, sink.bytes(), sink.files());
   document_.End(code != PAGEREX_RESULT_OK);
   if (code != PAGEREX_RESULT_OK) return code;
   return target.Commit() ? code : PAGEREX_RESULT_CANNOT_WRITE;
@@ -180,7 +182,7 @@ int Writing::RunFormat(const KDRDocument& document, ResultSink& sink) {
                 {}};
   listener.Begin();
   const Status status = request_.format->write(job);
-  result_.SetWritten(job.written, sink.bytes(), sink.files());
+  written_ = job.written;
   if (failed(status)) return PAGEREX_RESULT_DAMAGED;
   listener.Done();
   return PAGEREX_RESULT_OK;

@@ -13,6 +13,10 @@ using pagerex::StopCause;
 
 namespace {
 
+/// Places in the streams of a document have 32 bits. A file can be told to be larger than any disk, and a
+/// table of its pages is made of what it is told.
+constexpr uint64_t kMostOfFormat = uint64_t{1} << 32;
+
 /// Gives the reference back also when reading a damaged file throws.
 struct StorageReleaser {
   void operator()(IStorage* storage) const { storage->Release(); }
@@ -46,7 +50,7 @@ int pagerex_document::Open(const pagerex_input& input, uint64_t mostInputBytes, 
   if (!source_)
     return control.cause() == StopCause::kNone ? PAGEREX_RESULT_UNREADABLE : pagerex::codeOf(control.cause());
   const Listening listening(*source_, control);
-  if (source_->Size() > mostInputBytes) return PAGEREX_RESULT_TOO_LARGE;
+  if (source_->Size() > std::min(mostInputBytes, kMostOfFormat)) return PAGEREX_RESULT_TOO_LARGE;
   int code = OpenDocument(control);
   if (code == PAGEREX_RESULT_DAMAGED && control.cause() == StopCause::kNone) {
     kind_ = Detect();

@@ -220,6 +220,18 @@ pagerex_input inputFrom(const std::string& path) {
   return input;
 }
 
+Result convert(const pagerex_input& input, const pagerex_output& output, const pagerex_options& options,
+               const pagerex_limits* limits) {
+  Result result;
+  if (pagerex_convert(&input, limits, &options, &output, &result) != result.code)
+    throw std::runtime_error("two codes of one call");
+  return result;
+}
+
+Result convertPaths(const std::string& source, const std::string& target, const char* format) {
+  return convert(inputFrom(source), outputTo(target), Host::quiet(format));
+}
+
 bool Result::warns(int wanted, const std::string& where) const {
   return std::any_of(warnings, warnings + warning_count, [&](const pagerex_warning& warning) {
     return warning.code == wanted && (where.empty() || where == warning.where);

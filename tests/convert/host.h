@@ -85,8 +85,6 @@ class Host {
 };
 
 pagerex_limits noLimits();
-pagerex_output outputTo(const std::string& path);
-pagerex_input inputFrom(const std::string& path);
 
 /// A result with its size set, in the place of the code that a call returns.
 struct Result : pagerex_result {
@@ -94,6 +92,17 @@ struct Result : pagerex_result {
   bool warns(int code, const std::string& where = {}) const;
   bool isOne() const;  ///< its fields agree with each other
 };
+
+/// These refer to the path.
+pagerex_output outputTo(const std::string& path);
+pagerex_output outputTo(std::string&& path) = delete;
+pagerex_input inputFrom(const std::string& path);
+pagerex_input inputFrom(std::string&& path) = delete;
+
+/// pagerex_convert.
+Result convert(const pagerex_input& input, const pagerex_output& output, const pagerex_options& options,
+               const pagerex_limits* limits = nullptr);
+Result convertPaths(const std::string& source, const std::string& target, const char* format = "normal");
 
 /// One that is closed when it goes.
 class Document {
