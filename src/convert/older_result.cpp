@@ -71,6 +71,19 @@ bool isNameOfResult(std::string_view name) {
                      [name](const NumberedName& pattern) { return matches(name, pattern); });
 }
 
+/// Whether the bytes have the form of UTF-8, with no zeros; the last character may be cut. Marks of a
+/// document that no text file has stand in pages too.
+bool mayBePage(std::string_view bytes) {
+  size_t following = 0;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool follows = (byte & 0xC0) == 0x80;
+    if (byte == 0 || byte > 0xF7 || follows != (following > 0)) return false;
+    following = follows ? following - 1 : byte >= 0xF0 ? 3 : byte >= 0xE0 ? 2 : byte >= 0xC0 ? 1 : 0;
+  }
+  return true;
+}
+
 /// What a file is, by its beginning, which tells the families apart; PAGEREX_KIND_UNKNOWN also for one that
 /// cannot be read.
 int kindOfFile(int parent, const char* name) {
@@ -80,7 +93,10 @@ int kindOfFile(int parent, const char* name) {
   char bytes[kBeginning];
   const ssize_t count = read(file, bytes, sizeof(bytes));
   close(file);
-  return count < 0 ? PAGEREX_KIND_UNKNOWN : pagerex_detect(bytes, static_cast<size_t>(count));
+  if (count < 0) return PAGEREX_KIND_UNKNOWN;
+  const int kind = pagerex_detect(bytes, static_cast<size_t>(count));
+  const bool isPage = kind == PAGEREX_KIND_UNKNOWN && mayBePage({bytes, static_cast<size_t>(count)});
+  return isPage ? PAGEREX_KIND_TEXT : kind;
 }
 
 constexpr int kKindsOfResults[] = {PAGEREX_KIND_EMPTY, PAGEREX_KIND_TEXT, PAGEREX_KIND_HTML, PAGEREX_KIND_XML,

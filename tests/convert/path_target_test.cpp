@@ -14,6 +14,8 @@
 
 #include "convert/host.h"
 #include "convert/sample_files.h"
+#include "mutation/rich_documents.h"
+#include "support/corpus.h"
 #include "support/snapshot.h"
 #include "support/temp_folder.h"
 
@@ -91,6 +93,7 @@ TEST_F(PathTarget, ThatIsTheInput) {
 
 TEST_F(PathTarget, ThatHoldsWhatNoConversionMakes) {
   for (const SampleFile& file : sampleFiles()) {
+    if (file.kind == PAGEREX_KIND_UNKNOWN) continue;  // some might be pages
     constexpr int kReplaced[] = {PAGEREX_KIND_EMPTY, PAGEREX_KIND_TEXT, PAGEREX_KIND_HTML, PAGEREX_KIND_XML,
                                  PAGEREX_KIND_MHTML};
     to_.write("out.html", file.bytes);
@@ -108,6 +111,13 @@ TEST_F(PathTarget, ThatHoldsAPicture) {
   to_.write("out.html", support::Bytes{0x89, 'P', 'N', 'G', 13, 10, 26, 10, 0, 0, 0, 13});
   expectRefused();
   to_.write("out.html", support::Bytes{0xFF, 0xD8, 0xFF, 0xE0, 0, 16, 'J', 'F', 'I', 'F', 0});
+  expectRefused();
+}
+
+TEST_F(PathTarget, ThatHoldsBytesThatAreNoText) {
+  to_.write("out.html", std::string("text\0text", 9));
+  expectRefused();
+  to_.write("out.html", std::string("\xC3\x28\x01"));
   expectRefused();
 }
 
@@ -177,6 +187,21 @@ TEST_F(PathTarget, TakesThePlaceOfAnOlderResult) {
               PAGEREX_RESULT_OK);
     EXPECT_EQ(run().code, PAGEREX_RESULT_OK) << older;
     EXPECT_EQ(support::differences(now(), support::snapshotOf(fresh.path())), "") << older;
+  }
+}
+
+TEST_F(PathTarget, TakesThePlaceOfItsOwnResultWhateverThatBeginsWith) {
+  std::vector<std::string> sources;
+  for (const mutation::NamedDocument& made : mutation::richDocuments())
+    sources.push_back(from_.write(made.name + std::string(".doc"), made.document.build()));
+  for (const auto& real : support::corpusDocuments()) sources.push_back(real.string());
+  for (const std::string& source : sources) {
+    for (const std::string& format : formats()) {
+      fs::remove_all(to_.path("out.files"));
+      fs::remove(target_);
+      if (convertPaths(source, target_, format.c_str()).code != PAGEREX_RESULT_OK) continue;
+      EXPECT_EQ(convertPaths(source, target_, format.c_str()).code, PAGEREX_RESULT_OK) << source << format;
+    }
   }
 }
 
