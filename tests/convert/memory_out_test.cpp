@@ -12,12 +12,6 @@ using Way = MemoryFaults::Way;
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int64_t kStep = 3;  // sanitizers take their time
-#else
-constexpr int64_t kStep = 1;
-#endif
-
 /// One conversion whose n-th request fails; false once there are fewer.
 bool convertWithFault(Host& host, const std::string& format, int64_t failing, Way way, Result& result) {
   host.forget();
@@ -36,7 +30,7 @@ class MemoryRunsOut : public testing::TestWithParam<std::string> {
     const Files whole = filesOf(richDocument(), GetParam());
     Result result;
     int64_t failing = 1;
-    for (; convertWithFault(host, GetParam(), failing, way, result); failing += kStep) {
+    for (; convertWithFault(host, GetParam(), failing, way, result); ++failing) {
       const bool isTold = result.code == PAGEREX_RESULT_OUT_OF_MEMORY;
       const bool isWhole = result.code == PAGEREX_RESULT_OK && host.files() == whole;
       ASSERT_TRUE(isTold || isWhole) << "request " << failing << ": " << result.sentence;
@@ -72,7 +66,7 @@ TEST_P(MemoryRunsOut, LeavingTheOlderResultAtAPath) {
   ASSERT_EQ(convertTo(target, before, made), PAGEREX_RESULT_OK);
   const support::Snapshot older = support::snapshotOf(folder.path());
   bool isThere = true;
-  for (int64_t failing = 1; isThere; failing += kStep) {
+  for (int64_t failing = 1; isThere; ++failing) {
     Result result;
     {
       const MemoryFaults faults(failing);
@@ -92,7 +86,7 @@ TEST_P(MemoryRunsOut, AndTheSameHandleWritesAgain) {
   const Files whole = filesOf(smallDocument(), GetParam());
   Document document(host.memory());
   bool isThere = true;
-  for (int64_t failing = 1; isThere; failing += kStep) {
+  for (int64_t failing = 1; isThere; ++failing) {
     for (const int64_t request : {failing, int64_t{0}}) {
       host.forget();
       const pagerex_output output = host.sink();
@@ -113,7 +107,7 @@ TEST(MemoryRunsOutOfCounts, AndIsTold) {
   Host host(richDocument());
   bool isThere = true;
   int64_t failing = 1;
-  for (; isThere; failing += kStep) {
+  for (; isThere; ++failing) {
     Document document(host.memory());
     pagerex_document_info info = {};
     info.size = sizeof(info);
