@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 template <class Char, unsigned PageBits>
 uint32_t VtxTextPool<Char, PageBits>::read(uint32_t at, Char* out, uint32_t n) const {
@@ -45,8 +44,9 @@ template <class Char, unsigned PageBits>
 void VtxTextPool<Char, PageBits>::AddPages() {
   constexpr size_t kMostPages = 16;
   const size_t count = std::clamp<size_t>(pages_.size(), 1, kMostPages);
-  std::unique_ptr<Char[]> made(new Char[count * kPageSize]);
-  Char* const first = allocations_.emplace_back(std::move(made)).get();
+  if (budget_) budget_->Take(count * kPageSize * sizeof(Char));
+  allocations_.push_back(std::make_unique_for_overwrite<Char[]>(count * kPageSize));
+  Char* const first = allocations_.back().get();
   for (size_t i = 0; i < count; ++i) pages_.push_back(first + i * kPageSize);
 }
 
