@@ -188,7 +188,8 @@ void writeFiles(const std::filesystem::path& folder) {
 }
 
 int makeAll(const std::filesystem::path& folder) {
-  for (const char* view : {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model"}) {
+  for (const char* view :
+       {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model", "convert"}) {
     writeDocuments(folder / view);
   }
   writeSafePages(folder / "safe_pages");

@@ -213,7 +213,8 @@ typedef struct pagerex_output {
    * ".files" in the place of the extension: "letter.html" and "letter.files". A result appears whole or not
    * at all: it is made under other names in the same folder, and takes the place of an older one in the end.
    * What no conversion has made is not replaced, and PAGEREX_RESULT_REFUSED: a Word document, the input, a
-   * folder that holds other files than those of a conversion. */
+   * folder that holds other files than those of a conversion. A format of one file leaves that folder alone.
+   */
   const char* path;
   /* A file begins. `name` is `main_name`, or a path below it with "/" between its parts, and comes once;
    * `media_type` is that of the file: "text/html; charset=utf-8". Both are valid during the call. Returns the
@@ -294,8 +295,8 @@ PAGEREX_API int pagerex_open(const pagerex_input* input, const pagerex_limits* l
                              pagerex_document** document, pagerex_result* result);
 
 /* Fills in `info`, which has its size set. Reads tables of the document that may not have been read so far.
- * Returns PAGEREX_RESULT_OK, PAGEREX_RESULT_INVALID_ARGUMENT, or PAGEREX_RESULT_OUT_OF_MEMORY and
- * PAGEREX_RESULT_MEMORY_LIMIT. */
+ * Returns PAGEREX_RESULT_OK, PAGEREX_RESULT_INVALID_ARGUMENT, _UNREADABLE, _DAMAGED, _OUT_OF_MEMORY or
+ * _MEMORY_LIMIT. */
 PAGEREX_API int pagerex_info(pagerex_document* document, pagerex_document_info* info);
 
 /* Writes the document, as often as wanted. `options` and `result` may be null. No part of the document runs
