@@ -37,7 +37,8 @@ Status PictureFiles::WriteStored(int index, std::string& name) {
   if (!Wants()) return Status::kNothing;
   const KDRDocument& document = *env_.conversion.document;
   const MsoROBlipStore& store = document.GetDrawingGroup().GetBlipStore();
-  if (index < 1 || static_cast<unsigned int>(index) > store.GetCount()) return Status::kNothing;
+  if (index < 1) return Status::kNothing;
+  if (static_cast<unsigned int>(index) > store.GetCount()) return Lacks();
   const auto entry = static_cast<unsigned int>(index - 1);
   const ByteView fbse = store.GetFBSE(entry);
   const MsoROBlip* const blip =
@@ -55,7 +56,8 @@ Status PictureFiles::WriteStored(int index, std::string& name) {
 
 Status PictureFiles::WriteListed(const KDRBseTable* pictures, int place, std::string& name) {
   constexpr size_t kType = 8;  // of an entry with its header: the first byte of its body
-  if (place < 0 || !pictures || !Wants()) return Status::kNothing;
+  if (place < 0 || !Wants()) return Status::kNothing;
+  if (!pictures) return Lacks();
   const ByteView entry = pictures->Item(static_cast<unsigned int>(place));
   const KDRBseImage* const picture = pictures->ImageItem(static_cast<unsigned int>(place));
   if (!picture || entry.u8(kType) == 0) return Lacks();

@@ -80,6 +80,11 @@ Status attachStream(IStorage* storage, const wchar_t* name, DsMemReadArchive& ar
   return status;
 }
 
+/// Whether some of a stream, which stands at its beginning, lies in pages that the file does not hold.
+bool isShort(const DsMemReadArchive& stream) {
+  return stream.bytesLeft() < stream.size();
+}
+
 }  // namespace
 
 using pagerex::WarningCode;
@@ -101,18 +106,16 @@ Status KDRDocFile::open(IStorage* storage, ChainAllocator& allocator) {
 
   Status status = attachStream(storage_, L"WordDocument", word_);
   if (failed(status)) return status;
+  NoteShortStream(word_, "text");
   const mso_word::FIB_HEADER& header = table_.ReadHeader(word_);
   if (header.flags & mso_word::FIB_HEADER::kEncrypted) return Status::kEncrypted;
 
   const bool isTable1 = (header.flags & mso_word::FIB_HEADER::kTable1) != 0;
   IStream* opened = nullptr;
-  NoteShortStream(word_, "text");
   status = storage_->OpenStream(isTable1 ? L"1Table" : L"0Table", nullptr, kExclusiveRead, 0, &opened);
   if (failed(status)) return status;
   const StreamReference table(opened);
-  const Status read = table_.init(opened, word_, allocator);
-  table_.NoteShortness();
-  return read;
+  return table_.init(opened, word_, allocator);
 }
 
 void KDRDocFile::close() {
@@ -132,14 +135,10 @@ DsMemReadArchive& KDRDocFile::getDataStrm() const {
 }
 
 void KDRDocFile::NoteShortStream(const DsMemReadArchive& stream, const char* what) const {
-  if (stream.bytesHeld() < stream.size()) warn(GetWarnings(), WarningCode::kFileShort, what);
+  if (isShort(stream)) warn(GetWarnings(), WarningCode::kFileShort, what);
 }
 
 // KDRTableStrm
-
-void KDRTableStrm::NoteShortness() const {
-  if (table_.bytesHeld() < table_.size()) warn(warnings_, WarningCode::kFileShort, "tables");
-}
 
 const mso_word::FIB_HEADER& KDRTableStrm::ReadHeader(DsMemReadArchive& word) {
   header_ = {};
@@ -149,6 +148,7 @@ const mso_word::FIB_HEADER& KDRTableStrm::ReadHeader(DsMemReadArchive& word) {
 
 Status KDRTableStrm::init(IStream* table, DsMemReadArchive& word, ChainAllocator& allocator) {
   table_.attach(table);
+  if (isShort(table_)) warn(warnings_, WarningCode::kFileShort, "tables");
   bytesLeft_ = kMostCopies * bytes() + kSpareTableBytes;
   ReadCounts(word, allocator);
   if (failed(ReadPairs(word, allocator))) {

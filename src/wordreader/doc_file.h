@@ -75,8 +75,6 @@ class KDRTableStrm : public KDRFib {
   uint64_t bytes() const { return table_.bytesHeld(); }
   /// Bytes that can be read from `position` on at most. Throws an int if it lies outside the stream.
   uint32_t bytesLeftAt(uint32_t position) const;
-  /// Warns where the file has fewer bytes than it claims for the stream.
-  void NoteShortness() const;
 
  private:
   Status ReadPairs(DsMemReadArchive& word, ChainAllocator& allocator);
@@ -111,6 +109,7 @@ class KDRDocFile {
   DsMemReadArchive& getDataStrm() const;
 
  private:
+  /// For a stream at its beginning: warns where the file has fewer bytes than it claims for it.
   void NoteShortStream(const DsMemReadArchive& stream, const char* what) const;
 
   IStorage* storage_ = nullptr;

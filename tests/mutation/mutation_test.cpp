@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
 
-#include "base/byte_view.h"
+#include "mutation/mutations.h"
 #include "mutation/rich_documents.h"
 #include "pagerex/pagerex.h"
 #include "support/temp_folder.h"
@@ -15,115 +14,10 @@
 
 namespace {
 
+using mutation::changed;
+using mutation::fileOf;
 using support::Bytes;
 using support::WordStreams;
-
-/// The same numbers in each run and on each machine.
-class Random {
- public:
-  uint32_t below(size_t limit) { return static_cast<uint32_t>(next() % limit); }
-  template <class T, size_t N>
-  T of(const T (&items)[N]) {
-    return items[below(N)];
-  }
-
- private:
-  uint32_t next() {
-    state_ ^= state_ << 13;
-    state_ ^= state_ >> 17;
-    return state_ ^= state_ << 5;
-  }
-  uint32_t state_ = 20240601;
-};
-
-/// Numbers that lie on or beyond the bounds of something.
-constexpr uint32_t kAwkward[] = {0,      1,      2,      0x7F,    0x80,       0xFF,       0x200,
-                                 0x7FFF, 0x8000, 0xFFFF, 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
-
-/// Where a part of a stream that a reader takes as one begins and ends.
-struct Part {
-  Bytes* stream;
-  size_t begin;
-  size_t end;
-};
-
-/// A table that the FIB tells of.
-Part tableOf(WordStreams& streams, Random& random) {
-  constexpr size_t kPairs = 154, kPairCount = 93;
-  for (int i = 0; i < 200; ++i) {
-    const ByteView fib(streams.wordDocument.data(), streams.wordDocument.size());
-    const size_t pair = kPairs + random.below(kPairCount) * 8;
-    const size_t begin = fib.u32(pair), length = fib.u32(pair + 4);
-    if (length > 0 && begin < streams.table.size() && length <= streams.table.size() - begin)
-      return {&streams.table, begin, begin + length};
-  }
-  return {&streams.table, 0, streams.table.size()};
-}
-
-Part choosePart(WordStreams& streams, Random& random) {
-  constexpr size_t kPageSize = 512;
-  const size_t wordDocumentSize = streams.wordDocument.size();
-  switch (random.below(8)) {
-    case 0:  // the FIB
-      return {&streams.wordDocument, 10, std::min<size_t>(wordDocumentSize, 1618)};
-    case 1:
-    case 2: {  // text, or a page of properties
-      const size_t begin = random.below(wordDocumentSize / kPageSize) * kPageSize;
-      return {&streams.wordDocument, begin, begin + kPageSize};
-    }
-    case 3:
-      if (!streams.data.empty()) return {&streams.data, 0, streams.data.size()};
-      [[fallthrough]];
-    default:
-      return tableOf(streams, random);
-  }
-}
-
-void change(const Part& part, Random& random) {
-  Bytes& stream = *part.stream;
-  const size_t at = part.begin + random.below(part.end - part.begin);
-  switch (random.below(5)) {
-    case 0:
-      stream[at] = static_cast<uint8_t>(random.below(256));
-      break;
-    case 1:
-      stream[at] ^= static_cast<uint8_t>(1u << random.below(8));
-      break;
-    case 2:
-      if (at + 2 <= part.end) support::patchInteger(stream, at, static_cast<uint16_t>(random.of(kAwkward)));
-      break;
-    case 3:
-      if (at + 4 <= part.end) support::patchInteger(stream, at, random.of(kAwkward));
-      break;
-    default: {  // repeat what stands elsewhere in the part
-      const size_t from = part.begin + random.below(part.end - part.begin);
-      const size_t length = std::min<size_t>(1 + random.below(24), part.end - std::max(at, from));
-      support::patchBytes(stream, at,
-                          Bytes(stream.begin() + static_cast<ptrdiff_t>(from),
-                                stream.begin() + static_cast<ptrdiff_t>(from + length)));
-    }
-  }
-}
-
-void cut(WordStreams& streams, Random& random) {
-  Bytes* const all[] = {&streams.wordDocument, &streams.table, &streams.data};
-  Bytes& stream = *random.of(all);
-  stream.resize(random.below(stream.size() + 1));
-}
-
-WordStreams changed(const WordStreams& sound, Random& random) {
-  WordStreams streams = sound;
-  for (uint32_t count = 1 + random.below(4); count > 0; --count) change(choosePart(streams, random), random);
-  if (random.below(32) == 0) cut(streams, random);
-  return streams;
-}
-
-Bytes fileOf(const WordStreams& streams) {
-  support::CompoundFileWriter writer;
-  writer.stream(u"WordDocument", streams.wordDocument).stream(u"1Table", streams.table);
-  if (!streams.data.empty()) writer.stream(u"Data", streams.data);
-  return writer.bytes();
-}
 
 /// A conversion in the view that the parameter names.
 class MutatedDocument : public testing::TestWithParam<const char*> {
@@ -139,7 +33,7 @@ class MutatedDocument : public testing::TestWithParam<const char*> {
     ++(result == PAGEREX_OK ? converted_ : refused_);
   }
 
-  Random random_;
+  mutation::Random random_;
   int converted_ = 0;
   int refused_ = 0;
 
@@ -175,7 +69,7 @@ TEST_P(MutatedDocument, EndsInModerationWhateverItsContainerHolds) {
     for (int round = 0; round < kRounds; ++round) {
       Bytes file = sound;
       // The header, then the tables of pages, and the directory.
-      for (const size_t end : {size_t{512}, size_t{2048}}) change({&file, 0, end}, random_);
+      for (const size_t end : {size_t{512}, size_t{2048}}) mutation::change({&file, 0, end}, random_);
       convert(file, rich.name + (" " + std::to_string(round)));
     }
   }
