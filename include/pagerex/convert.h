@@ -123,15 +123,16 @@ PAGEREX_API const char* pagerex_result_name(int code);
 /* What of a document was left out of the output or mended on the way. Numbers once given stay. */
 enum {
   PAGEREX_WARNING_TABLE_DAMAGED = 1, /* a table of the file cannot be read whole; where: its name */
-  PAGEREX_WARNING_OUTSIDE = 2,       /* the file refers to bytes that it does not have */
-  PAGEREX_WARNING_ENDED_EARLY = 3,   /* the text ends before the document's end; where: the character */
-  PAGEREX_WARNING_WORK_LIMIT = 4,    /* tables refer to the same things again and again; where: which work */
-  PAGEREX_WARNING_OUTPUT_FULL = 5,   /* far more output than a sound document makes */
-  PAGEREX_WARNING_PICTURE = 6,       /* a picture that cannot be read; where: the character or shape */
-  PAGEREX_WARNING_LINK_REMOVED = 7,  /* an address that the option `links` does not keep; where: its scheme */
-  PAGEREX_WARNING_PICTURES_OFF = 8,  /* pictures were not wanted */
-  PAGEREX_WARNING_FILE_SHORT = 9,    /* the file ends before its own tables say so */
-  PAGEREX_WARNING_STOPPED = 10       /* a page size, or the host, ended the text before its end */
+  PAGEREX_WARNING_OUTSIDE =
+      2, /* the file refers to bytes that it does not have; where: what they are for, if that is known */
+  PAGEREX_WARNING_ENDED_EARLY = 3,  /* the text ends before the document's end; where: the character */
+  PAGEREX_WARNING_WORK_LIMIT = 4,   /* tables refer to the same things again and again; where: which work */
+  PAGEREX_WARNING_OUTPUT_FULL = 5,  /* far more output than a sound document makes */
+  PAGEREX_WARNING_PICTURE = 6,      /* a picture that is not there, or cannot be read */
+  PAGEREX_WARNING_LINK_REMOVED = 7, /* an address that the option `links` does not keep; where: its scheme */
+  PAGEREX_WARNING_PICTURES_OFF = 8, /* pictures were not wanted */
+  PAGEREX_WARNING_FILE_SHORT = 9,   /* the file ends before its own tables say so */
+  PAGEREX_WARNING_STOPPED = 10      /* a page size, or the host, ended the text before its end */
 };
 
 typedef struct pagerex_warning {
