@@ -123,8 +123,7 @@ PAGEREX_API const char* pagerex_result_name(int code);
 /* What of a document was left out of the output or mended on the way. Numbers once given stay. */
 enum {
   PAGEREX_WARNING_TABLE_DAMAGED = 1, /* a table of the file cannot be read whole; where: its name */
-  PAGEREX_WARNING_OUTSIDE =
-      2, /* the file refers to bytes that it does not have; where: what they are for, if that is known */
+  PAGEREX_WARNING_OUTSIDE = 2, /* the file refers to bytes that it does not have; where: for what, if known */
   PAGEREX_WARNING_ENDED_EARLY = 3,  /* the text ends before the document's end; where: the character */
   PAGEREX_WARNING_WORK_LIMIT = 4,   /* tables refer to the same things again and again; where: which work */
   PAGEREX_WARNING_OUTPUT_FULL = 5,  /* far more output than a sound document makes */
