@@ -39,6 +39,9 @@ struct WarningRow {
   bool lost;
   const char* sentence;
 };
+static_assert(static_cast<int>(WarningCode::kTableDamaged) == PAGEREX_WARNING_TABLE_DAMAGED &&
+              static_cast<int>(WarningCode::kOutputFull) == PAGEREX_WARNING_OUTPUT_FULL &&
+              static_cast<int>(WarningCode::kStopped) == PAGEREX_WARNING_STOPPED);
 constexpr WarningRow kWarnings[] = {
     {WarningCode::kTableDamaged, true, "A table of the file cannot be read whole."},
     {WarningCode::kOutside, true, "The file refers to bytes that it does not have."},

@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <new>
 
 namespace {
 
@@ -57,48 +56,6 @@ int __wrap_inflateInit_(z_streamp stream, const char* version, int size) {
 }
 
 }  // extern "C"
-
-void* operator new(size_t size) {
-  void* memory = __wrap_malloc(size == 0 ? 1 : size);
-  if (!memory) throw std::bad_alloc();
-  return memory;
-}
-
-void* operator new[](size_t size) {
-  return operator new(size);
-}
-
-void* operator new(size_t size, const std::nothrow_t&) noexcept {
-  return __wrap_malloc(size == 0 ? 1 : size);
-}
-
-void* operator new[](size_t size, const std::nothrow_t&) noexcept {
-  return __wrap_malloc(size == 0 ? 1 : size);
-}
-
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-
-void operator delete(void* memory, size_t) noexcept {
-  std::free(memory);
-}
-
-void operator delete[](void* memory) noexcept {
-  std::free(memory);
-}
-
-void operator delete[](void* memory, size_t) noexcept {
-  std::free(memory);
-}
-
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
-}
-
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
-}
 
 MemoryFaults::MemoryFaults(int64_t failing, Way way) {
   state = {true, 0, 0, failing, way};

@@ -3,8 +3,6 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <new>
 
 namespace {
 
@@ -34,48 +32,6 @@ void __wrap_free(void* memory) {
 }
 
 }  // extern "C"
-
-void* operator new(size_t size) {
-  void* memory = __wrap_malloc(size == 0 ? 1 : size);
-  if (!memory) throw std::bad_alloc();
-  return memory;
-}
-
-void* operator new[](size_t size) {
-  return operator new(size);
-}
-
-void* operator new(size_t size, const std::nothrow_t&) noexcept {
-  return __wrap_malloc(size == 0 ? 1 : size);
-}
-
-void* operator new[](size_t size, const std::nothrow_t&) noexcept {
-  return __wrap_malloc(size == 0 ? 1 : size);
-}
-
-void operator delete(void* memory) noexcept {
-  __wrap_free(memory);
-}
-
-void operator delete(void* memory, size_t) noexcept {
-  __wrap_free(memory);
-}
-
-void operator delete[](void* memory) noexcept {
-  __wrap_free(memory);
-}
-
-void operator delete[](void* memory, size_t) noexcept {
-  __wrap_free(memory);
-}
-
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-  __wrap_free(memory);
-}
-
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-  __wrap_free(memory);
-}
 
 MemoryCount::MemoryCount() : startBytes_(heldBytes), startBlocks_(takenBlocks) {
   mostBytes = heldBytes;
