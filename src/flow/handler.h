@@ -5,13 +5,39 @@
 
 #include "base/byte_view.h"
 #include "flow/properties.h"
+#include "wordreader/document_summary.h"
 
 namespace pagerex {
+
+/// What is known of a document before its text. Lives as long as the walk.
+struct DocumentFacts {
+  const DocumentSummary& summary;
+  uint16_t language;  ///< LCID of the text of style "Normal"; 0x0400 is none
+  uint16_t defaultTabStop;
+  bool hasOddAndEvenHeaders;
+  uint32_t pageCount;  ///< as Word counted last; 0 if not told
+};
+
+enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };
+
+/// A header or footer of a section.
+struct HeaderFacts {
+  HeaderKind kind;
+  bool isFooter;
+};
+
+struct SectionFacts {
+  const SectionProperties& properties;
+  uint32_t index;  ///< from 0
+  /// Whose header (0) and footer (1) of each HeaderKind is shown: the index of a section, this one or an
+  /// earlier one that it is linked to; -1 for none.
+  int32_t headerSections[2][3];
+};
 
 /// What a paragraph is, beside its properties.
 struct ParagraphFacts {
   const ParagraphProperties& properties;
-  std::u16string_view styleName;
+  std::u16string_view styleName;         ///< as the file spells it; of built-in styles the English name
   uint8_t headingLevel;                  ///< 1 to 9; 0 for no heading
   std::u16string_view label;             ///< as shown, with bullets as Unicode; empty for none
   const RunProperties* labelProperties;  ///< null without a label
@@ -19,8 +45,9 @@ struct ParagraphFacts {
   Follow labelFollow;  ///< what stands behind the label
   bool isListItem;     ///< in a list, whether or not it has a label
   bool isBullet;
-  int32_t listId;                       ///< of the definition: one for all that count together
-  int32_t number;                       ///< of the item in its level
+  int32_t listId;        ///< of the definition: one for all that count together
+  int32_t number;        ///< of the item in its level
+  uint8_t numberFormat;  ///< nfc of the level: 0 1 2, 1 I II, 2 i ii, 3 A B, 4 a b, 23 bullet, ...
   const RunProperties& markProperties;  ///< of the paragraph mark
   uint32_t position;                    ///< character position in its story
 };
@@ -36,7 +63,7 @@ enum class NoteKind : uint8_t { kFootnote, kEndnote };
 
 struct NoteFacts {
   NoteKind kind;
-  uint32_t index;             ///< from 0, in the order of the document
+  uint32_t index;             ///< of its kind, from 0, in the order of the document
   std::u16string_view label;  ///< the number in Word, or the custom mark
   bool isCustom;
 };
@@ -48,49 +75,87 @@ struct CommentFacts {
   uint32_t dttm;  ///< 0 for none
 };
 
-enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };
+/// Who inserted, deleted or moved what follows, where changes are shown. Text may be inserted and deleted.
+struct RevisionFacts {
+  Revision::Kind kind;
+  std::u16string_view author;
+  uint32_t dttm;  ///< 0 for none
+};
 
 struct FormFieldFacts {
   enum class Kind : uint8_t { kText, kCheckBox, kDropDown };
   Kind kind;
   std::u16string_view name;
   bool isChecked;
-  std::u16string_view value;  ///< the choice that was made
+  std::u16string_view value;  ///< the choice that was made; of a text field empty: its text follows as such
+};
+
+/// The bytes of a picture, which are read when they are asked for.
+class PictureSource {
+ public:
+  PictureSource() = default;
+  PictureSource(const PictureSource&) = delete;
+  PictureSource& operator=(const PictureSource&) = delete;
+  virtual ~PictureSource() = default;
+
+  /// As stored, without the record around them; empty where they cannot be read. Valid during the call of the
+  /// handler.
+  virtual ByteView Bytes() = 0;
+};
+
+/// msofbt numbers.
+enum class PictureType : uint8_t {
+  kNone = 0,
+  kEmf = 2,
+  kWmf = 3,
+  kPict = 4,
+  kJpeg = 5,
+  kPng = 6,
+  kDib = 7,
+  kTiff = 8
 };
 
 struct PictureFacts {
-  std::u16string_view description;
+  std::u16string_view description;  ///< alternative text
   std::u16string_view name;
-  int32_t width, height;  ///< as shown
+  int32_t width, height;  ///< as shown, in twips
   bool isInline;
-  uint8_t wrap;       ///< of a floating one: 0 square, 1 top and bottom, 3 through, ...
-  int32_t left, top;  ///< of a floating one
-  uint8_t type;       ///< 2 EMF, 3 WMF, 4 PICT, 5 JPEG, 6 PNG, 7 DIB; 0 for one that is only linked
-  ByteView data;      ///< as stored; deflated where `isDeflated`
-  bool isDeflated;
-  uint32_t rawSize;   ///< of what is deflated
-  uint32_t identity;  ///< the same for each showing of one picture
+  uint8_t wrap;  ///< of a floating one, as FSPA.wr: 0 and 2 around, 1 top and bottom, 3 over the text
+  bool isBehindText;
+  int32_t left, top;      ///< of a floating one, from what its position refers to
+  PictureType type;       ///< kNone for a drawing, or one that is only linked
+  PictureSource* source;  ///< null for kNone
+  bool isDeflated;        ///< EMF, WMF and PICT: zlib around them
+  uint32_t rawSize;       ///< of what is deflated
+  uint32_t identity;      ///< the same, and not 0, for each showing of one stored picture; 0 if not known
   std::u16string_view linkedAddress;
 };
 
-/// Marks in the text.
-enum class Mark : uint8_t { kTab, kLineBreak, kPageBreak, kColumnBreak };
+struct TextBoxFacts {
+  PictureFacts shape;
+  uint32_t index;  ///< from 0
+};
 
-/// Is told what a document says, in the order in which it is read. Nothing that it gets outlives the call. A
-/// `Begin` has its `End`, whatever the document; all are called on the walk's thread. What is not of interest
-/// need not be overridden.
+/// Marks in the text.
+enum class Mark : uint8_t { kTab, kLineBreak, kPageBreak, kColumnBreak, kRule /**< a horizontal line */ };
+
+/// Is told what a document says, in the order in which it is read. Nothing that it gets outlives the call,
+/// unless told. A `Begin` has its `End`, whatever the document; all are called on the walk's thread. What is
+/// not of interest need not be overridden.
 ///
 ///     document = BeginDocument section* notes comments EndDocument
 ///     section  = BeginSection header* block* EndSection
-///     header   = BeginHeader block* EndHeader
-///     block    = paragraph | table | textBox
+///     header   = BeginHeader block* EndHeader                      (not told where linked to an earlier one)
+///     block    = paragraph | table
 ///     paragraph= BeginParagraph inline* EndParagraph textBox*      (text boxes that are anchored in it)
-///     inline   = Text | MarkHere | Bookmark | NoteReference | CommentStart | CommentReference | FormField |
-///     Picture
-///              | BeginLink inline* EndLink
+///     inline   = Text | MarkHere | BookmarkStart | BookmarkEnd | NoteReference | NoteMark | CommentStart
+///              | CommentEnd | CommentReference | FormField | Picture
+///              | BeginLink inline* EndLink | BeginRevision inline* EndRevision
 ///     table    = BeginTable row+ EndTable;  row = BeginRow cell+ EndRow;  cell = BeginCell block* EndCell
 ///     notes    = (BeginNote block* EndNote)*;  comments = (BeginComment block* EndComment)*
 ///     textBox  = BeginTextBox block* EndTextBox
+///
+/// Links and revisions end with their paragraph, and begin anew in the next one.
 class FlowHandler {
  public:
   FlowHandler() = default;
@@ -98,24 +163,30 @@ class FlowHandler {
   FlowHandler& operator=(const FlowHandler&) = delete;
   virtual ~FlowHandler() = default;
 
-  virtual void BeginDocument() {}
+  virtual void BeginDocument(const DocumentFacts&) {}
   virtual void EndDocument() {}
-  virtual void BeginSection(const SectionProperties&) {}
+  virtual void BeginSection(const SectionFacts&) {}
   virtual void EndSection() {}
-  virtual void BeginHeader(HeaderKind, bool /*isFooter*/) {}
+  virtual void BeginHeader(const HeaderFacts&) {}
   virtual void EndHeader() {}
   virtual void BeginParagraph(const ParagraphFacts&) {}
   virtual void EndParagraph() {}
   /// Characters of one look: no marks, no halves of a character. Properties at one address are the same from
-  /// call to call of a document.
+  /// call to call of a document. Optional hyphens are U+00AD, non-breaking ones U+2011.
   virtual void Text(std::u16string_view text, const RunProperties& properties) = 0;
   virtual void MarkHere(Mark, const RunProperties&) {}
   virtual void BeginLink(const LinkFacts&) {}
   virtual void EndLink() {}
-  virtual void Bookmark(std::u16string_view /*name*/) {}
+  virtual void BookmarkStart(std::u16string_view /*name*/) {}
+  virtual void BookmarkEnd(std::u16string_view /*name*/) {}
   virtual void NoteReference(const NoteFacts&, const RunProperties&) {}
+  /// Within a note: its label is shown here.
+  virtual void NoteMark(const NoteFacts&, const RunProperties&) {}
   virtual void CommentStart(uint32_t /*index*/) {}
+  virtual void CommentEnd(uint32_t /*index*/) {}
   virtual void CommentReference(const CommentFacts&) {}
+  virtual void BeginRevision(const RevisionFacts&) {}
+  virtual void EndRevision() {}
   virtual void FormField(const FormFieldFacts&, const RunProperties&) {}
   virtual void Picture(const PictureFacts&) {}
   virtual void BeginTable(const TableProperties&) {}
@@ -124,7 +195,7 @@ class FlowHandler {
   virtual void EndRow() {}
   virtual void BeginCell(const CellProperties&) {}
   virtual void EndCell() {}
-  virtual void BeginTextBox(const PictureFacts&) {}
+  virtual void BeginTextBox(const TextBoxFacts&) {}
   virtual void EndTextBox() {}
   virtual void BeginNote(const NoteFacts&) {}
   virtual void EndNote() {}

@@ -151,7 +151,7 @@ struct ParagraphProperties {
   Shading shading;
   std::vector<TabStop> tabs;  ///< by position
   Frame frame;
-  uint16_t listNumber = 0;  ///< ilfo; 0 for none
+  uint16_t listNumber = 0;  ///< ilfo, from 1; 0 for none
   uint8_t listLevel = 0;    ///< 0 to 8
   uint16_t style = 0;       ///< istd
   uint16_t textFlow = 0;
@@ -215,10 +215,12 @@ struct TableProperties {
   int32_t width = 0;      ///< 0 for that of its cells
   uint8_t widthKind = 0;  ///< 0 none, 1 automatic, 2 fiftieths of a percent, 3 twips
   std::vector<int32_t> columnWidths;
-  uint16_t rowCount = 0;
-  bool isRegular = true;  ///< each cell has its place in one grid of columns
+  uint32_t rowCount = 0;
+  uint32_t headerRowCount = 0;  ///< at its top
+  bool isRegular = true;  ///< each row begins and ends where the others do, and cells stand below each other
   bool hasMergedCells = false;
-  uint16_t style = 0;  ///< istd; 0 for none
+  bool hasSingleParagraphs = true;  ///< each cell has one paragraph, and no table in it
+  uint16_t style = 0;               ///< istd; 0 for none
   bool floats = false;
 };
 
