@@ -118,6 +118,13 @@ const TextPiece& PieceList::Find(uint32_t position) {
   return holds() ? piece_ : kNone;
 }
 
+uint32_t PieceList::NextStart(uint32_t position) const {
+  const uint32_t before = IndexOf(position);
+  const uint32_t next = before < Count() ? before + 1 : 0;
+  if (next >= Count()) return end_;
+  return mended_.empty() ? table_.Position(next) : mended_[next].start;
+}
+
 ByteView PieceList::Modifier(uint16_t prm) {
   if (prm == 0) return {};
   if ((prm & 1) == 0) return SingleSprm(prm);

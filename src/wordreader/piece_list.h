@@ -33,6 +33,8 @@ class PieceList {
   uint32_t end() const { return end_; }
   /// The piece that holds `position`; an empty one behind the end. Cheap for positions that rise.
   const TextPiece& Find(uint32_t position);
+  /// The start of the first piece behind `position`, which lies in none; the end of all for none.
+  uint32_t NextStart(uint32_t position) const;
   /// The property list that the modifier of a piece brings; empty for none. Valid as long as the file.
   ByteView Modifier(uint16_t prm);
 
