@@ -119,9 +119,17 @@ void WordFile::Attach(IStream* stream, StreamReader& reader, uint32_t window) {
   if (stream) reader.Attach(stream, window, allocator_);
 }
 
-void WordFile::ReadData(StreamReader& reader, uint32_t window) {
+IStream* WordFile::DataStream() {
   if (!data_) data_ = OpenStream(L"Data");
-  Attach(data_, reader, window);
+  return data_;
+}
+
+void WordFile::ReadData(StreamReader& reader, uint32_t window) {
+  Attach(DataStream(), reader, window);
+}
+
+void WordFile::ShareData(DsMemReadArchive& archive) {
+  archive.attach(DataStream());
 }
 
 ByteView WordFile::WholeStream(const wchar_t* name, uint32_t most) {

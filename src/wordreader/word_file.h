@@ -45,6 +45,9 @@ class WordFile {
   /// Attaches one more reader to "WordDocument", "Data", or a stream by its name. It is not good without.
   void ReadText(StreamReader& reader, uint32_t window) { Attach(text_, reader, window); }
   void ReadData(StreamReader& reader, uint32_t window);
+  /// The same two for those who read them as archives.
+  void ShareText(DsMemReadArchive& archive) { archive.attach(text_); }
+  void ShareData(DsMemReadArchive& archive);
   /// All bytes of a stream, `most` at most; empty without.
   ByteView WholeStream(const wchar_t* name, uint32_t most);
 
@@ -56,6 +59,7 @@ class WordFile {
  private:
   Status OpenTables(uint16_t flags);
   IStream* OpenStream(const wchar_t* name);
+  IStream* DataStream();
   void ReadFib(ByteView fib);
   mso_word::FCLCB Place(mso_word::FIBFCLCB index) const;
   void Attach(IStream* stream, StreamReader& reader, uint32_t window);
