@@ -9,13 +9,26 @@
 
 namespace pagerex {
 
+/// The names of the styles of a document.
+class StyleNames {
+ public:
+  StyleNames() = default;
+  StyleNames(const StyleNames&) = delete;
+  StyleNames& operator=(const StyleNames&) = delete;
+  virtual ~StyleNames() = default;
+
+  /// As the file spells it, of built-in styles the English name; empty where there is no such style.
+  virtual std::u16string_view NameOf(uint16_t istd) const = 0;
+};
+
 /// What is known of a document before its text. Lives as long as the walk.
 struct DocumentFacts {
   const DocumentSummary& summary;
   uint16_t language;  ///< LCID of the text of style "Normal"; 0x0400 is none
   uint16_t defaultTabStop;
   bool hasOddAndEvenHeaders;
-  uint32_t pageCount;  ///< as Word counted last; 0 if not told
+  uint32_t pageCount;                  ///< as Word counted last; 0 if not told
+  const StyleNames* styles = nullptr;  ///< null where nobody tells
 };
 
 enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };

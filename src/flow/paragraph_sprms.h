@@ -25,10 +25,11 @@ TablePlace tablePlaceOf(ByteView sprms, TablePlace place = {});
 /// length and then the list stand. That list takes the place of the whole one.
 bool hugeOffset(ByteView sprms, uint32_t& offset);
 
-/// The style and the list that the sprms set; a field that they do not set stays.
+/// The style and the list that sprms set; what they do not set stays.
 struct ParagraphNames {
   uint16_t style = 0;
-  uint16_t listNumber = 0;
+  bool setsStyle = false;  ///< what stood at the paragraph before does not count any more
+  int16_t listNumber = 0;  ///< ilfo; negative where the list's indents do not count
   uint8_t listLevel = 0;
   bool setsList = false;  ///< they set the number or the level
 };

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
-#include <unordered_map>
+#include <memory>
 #include <vector>
 
 #include "base/byte_view.h"
 #include "flow/properties.h"
+#include "flow/property_memo.h"
 #include "flow/table_sprms.h"
 #include "wordreader/style_table.h"
 
@@ -25,20 +25,11 @@ class ListLevels {
   virtual ByteView ParagraphSprms(uint16_t ilfo, uint8_t level) = 0;
 };
 
-/// The table style that a paragraph stands in, and which of its conditional parts hold there.
-struct TableStylePlace {
-  uint16_t istd = kNoStyle;
-  uint16_t conditions = 0;  ///< StyleCondition bits
-
-  friend bool operator==(const TableStylePlace&, const TableStylePlace&) = default;
-};
-
 /// Puts properties together: document defaults, table style, paragraph style, list level, character style,
 /// and what stands at the paragraph or the run. All lists that it is given must stay as long as the resolver,
 /// and so must the style table.
 ///
-/// A result stays until MayForget() is called; equal properties need not have one address, but the same lists
-/// in the same place do.
+/// A result stays until MayForget() is called. Run properties that are equal have one address.
 class PropertyResolver {
  public:
   PropertyResolver(const StyleTable& styles, ListLevels* lists);
@@ -61,16 +52,35 @@ class PropertyResolver {
   void Cell(const RowDefinition& row, const CellPosition& position, uint16_t conditions,
             CellProperties& cell) const;
 
-  /// Between paragraphs outside of tables: nobody holds a result any more. Forgets them all when they are
-  /// many.
+  /// Says that nobody holds a result any more. They are forgotten when they are many.
   void MayForget();
 
  private:
-  struct Key {
-    ByteView first, second, third;
-    uint16_t istd;
-    TableStylePlace place;
-  };
+  const RunProperties& RunOf(const PropertyKey& key);
+  const RunProperties& Keep(const RunProperties& properties);
+
+  ParagraphProperties ResolveParagraph(const PropertyKey& key);
+  ParagraphProperties StyleParagraph(uint16_t istd, const TableStylePlace& place);
+  void ApplyParagraphList(ByteView sprms, ParagraphProperties& properties);
+  void ApplyTableStyle(const TableStylePlace& place, ParagraphProperties& properties) const;
+
+  RunProperties ResolveRun(const PropertyKey& key);
+  RunProperties StyleRun(uint16_t istd, const TableStylePlace& place);
+  RunProperties DefaultRun() const;
+  void ApplyTableStyle(const TableStylePlace& place, RunProperties& properties) const;
+  void ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const;
+
+  const StyleTable& styles_;
+  ListLevels* lists_;
+  /// Of styles outside of tables, by istd; made when they are asked for.
+  std::vector<std::unique_ptr<ParagraphProperties>> styleParagraphs_;
+  std::vector<std::unique_ptr<RunProperties>> styleRuns_;
+  PropertyMap<ParagraphProperties> paragraphs_;
+  PropertyMap<const RunProperties*> runs_;
+  RunPropertiesSet keptRuns_;
+  PropertyKey lastParagraphKey_, lastRunKey_;
+  const ParagraphProperties* lastParagraph_ = nullptr;
+  const RunProperties* lastRun_ = nullptr;
 };
 
 }  // namespace pagerex

@@ -33,7 +33,7 @@ class StyleTable {
   /// As the file spells it, without aliases.
   std::u16string_view StyleName(uint16_t istd) const { return at(istd).name; }
   /// The English name of a built-in style, the file's name of others.
-  std::u16string_view EnglishName(uint16_t istd) const;
+  std::u16string_view EnglishName(uint16_t istd) const { return at(istd).englishName; }
   /// 1 to 9: of a built-in heading, or by the outline level that the style or the ones it is based on set;
   /// 0 for none.
   uint8_t HeadingLevel(uint16_t istd) const { return at(istd).headingLevel; }
@@ -69,13 +69,13 @@ class StyleTable {
     uint16_t base = kNoStyle;
     uint16_t next = kNoStyle;
     std::u16string name;
+    std::u16string englishName;
     ByteView papx, chpx, tapx;
   };
 
   const Style& at(uint16_t istd) const { return istd < styles_.size() ? styles_[istd] : none_; }
   static Style ReadStyle(ByteView record, size_t baseSize);
-  static void ReadGroups(ByteView record, size_t at, unsigned count, Style& style);
-  void CutCircles();
+  void CutBases();
   uint8_t FindHeadingLevel(uint16_t istd) const;
 
   std::vector<Style> styles_;
