@@ -57,7 +57,6 @@ class PropertyResolver {
 
  private:
   const RunProperties& RunOf(const PropertyKey& key);
-  const RunProperties& Keep(const RunProperties& properties);
 
   ParagraphProperties ResolveParagraph(const PropertyKey& key);
   ParagraphProperties StyleParagraph(uint16_t istd, const TableStylePlace& place);
