@@ -4,7 +4,7 @@
 
 #include "flow/paragraph_sprms.h"
 #include "flow/run_sprms.h"
-#include "flow/sprm_walk.h"
+#include "flow/style_lists.h"
 
 namespace pagerex {
 namespace {
@@ -14,41 +14,19 @@ constexpr size_t kManyParagraphs = 4096;
 constexpr size_t kManyRunKeys = 16384;
 constexpr size_t kManyRuns = 65536;
 
-/// Bytes that the lists of a chain of styles may have where they are applied anew for each place: far more
-/// than those of Word.
-constexpr size_t kLongestLists = 8192;
-
 constexpr uint16_t kNormal = 0;
 
-using Group = ByteView (StyleTable::*)(uint16_t) const;
-
-size_t sizeOfChain(const StyleTable& styles, uint16_t istd, Group group) {
-  size_t size = 0;
-  styles.ForEachOfChain(istd, [&](uint16_t style) { size += (styles.*group)(style).size(); });
-  return size;
-}
-
-/// In the order in which the conditional parts of a table style override each other.
-constexpr uint16_t kConditions[] = {
-    kOddColumnBand, kEvenColumnBand, kOddRowBand, kEvenRowBand, kFirstRow,   kLastRow,
-    kFirstColumn,   kLastColumn,     kTopLeft,    kTopRight,    kBottomLeft, kBottomRight,
-};
-
-/// Calls `visit(list)` for what a table style says for all its cells, then for what it says under conditions,
-/// which stands in the operands of one sprm, behind the condition.
+/// Calls `visit(list)` for what a table style says for all its cells, then for what it says under the
+/// conditions that hold.
 template <class Visit>
-void forEachList(const StyleTable& styles, const TableStylePlace& place, Group group,
-                 uint16_t conditionalSprm, const Visit& visit) {
-  if (styles.Kind(place.istd) != StyleKind::kTable) return;
-  if (sizeOfChain(styles, place.istd, group) > kLongestLists) return;
+void forTableStyleLists(const StyleTable& styles, const TableStylePlace& place, StyleGroup group,
+                        uint16_t conditionalSprm, const Visit& visit) {
+  if (!hasShortLists(styles, place.istd, group)) return;
   styles.ForEachOfChain(place.istd, [&](uint16_t style) { visit((styles.*group)(style)); });
-  for (const uint16_t condition : kConditions) {
-    if ((place.conditions & condition) == 0) continue;
-    styles.ForEachOfChain(place.istd, [&](uint16_t style) {
-      forEachSprm((styles.*group)(style), [&](uint16_t opcode, ByteView operand) {
-        if (opcode == conditionalSprm && operand.u16(0) == condition) visit(operand.part(2));
-      });
-    });
+  for (const uint16_t condition : kConditionsInOrder) {
+    if (place.conditions & condition) {
+      forConditionalLists(styles, place.istd, group, conditionalSprm, condition, visit);
+    }
   }
 }
 
@@ -106,8 +84,8 @@ void PropertyResolver::ApplyParagraphList(ByteView sprms, ParagraphProperties& p
 /// A style that is none of paragraphs counts as "Normal".
 ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd, const TableStylePlace& place) {
   if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
-  const bool isInStyledTable = styles_.Kind(place.istd) == StyleKind::kTable &&
-                               sizeOfChain(styles_, istd, &StyleTable::Papx) <= kLongestLists;
+  const bool isInStyledTable =
+      styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Papx);
   ParagraphProperties properties;
   if (isInStyledTable) {
     ApplyTableStyle(place, properties);
@@ -133,8 +111,8 @@ ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd, const TableS
 }
 
 void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, ParagraphProperties& properties) const {
-  forEachList(styles_, place, &StyleTable::Papx, kParagraphCondition,
-              [&](ByteView sprms) { applyParagraphSprms(sprms, properties); });
+  forTableStyleLists(styles_, place, &StyleTable::Papx, kParagraphCondition,
+                     [&](ByteView sprms) { applyParagraphSprms(sprms, properties); });
 }
 
 const RunProperties& PropertyResolver::Run(ByteView sprms, ByteView pieceSprms, uint16_t istd,
@@ -179,8 +157,8 @@ RunProperties PropertyResolver::ResolveRun(const PropertyKey& key) {
 
 RunProperties PropertyResolver::StyleRun(uint16_t istd, const TableStylePlace& place) {
   if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
-  const bool isInStyledTable = styles_.Kind(place.istd) == StyleKind::kTable &&
-                               sizeOfChain(styles_, istd, &StyleTable::Chpx) <= kLongestLists;
+  const bool isInStyledTable =
+      styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Chpx);
   RunProperties properties = DefaultRun();
   if (isInStyledTable) {
     const RunProperties standard = properties;
@@ -219,7 +197,7 @@ RunProperties PropertyResolver::DefaultRun() const {
 }
 
 void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, RunProperties& properties) const {
-  forEachList(styles_, place, &StyleTable::Chpx, kRunCondition, [&](ByteView sprms) {
+  forTableStyleLists(styles_, place, &StyleTable::Chpx, kRunCondition, [&](ByteView sprms) {
     const RunProperties base = properties;
     applyRunSprms(sprms, properties, base);
   });
@@ -228,7 +206,7 @@ void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, RunProperti
 void PropertyResolver::ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const {
   properties.characterStyle = istd;
   if (styles_.Kind(istd) != StyleKind::kCharacter) return;
-  if (sizeOfChain(styles_, istd, &StyleTable::Chpx) > kLongestLists) return;
+  if (!hasShortLists(styles_, istd, &StyleTable::Chpx)) return;
   const RunProperties paragraph = properties;
   clearToggles(properties);
   styles_.ForEachOfChain(istd, [&](uint16_t style) {
