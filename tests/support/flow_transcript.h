@@ -11,7 +11,7 @@ namespace support {
 enum TranscriptParts : unsigned {
   kWithFormats = 1,    ///< properties that differ from the defaults
   kWithDocument = 2,   ///< the facts of the document
-  kWithSections = 4,   ///< properties of sections; without, sections are told only where there are several
+  kWithSections = 4,   ///< where sections begin, with their properties
   kWithBookmarks = 8,  ///< of all names; without, none
   kWithStyles = 16,    ///< names of paragraph styles other than "Normal"
 };
@@ -29,10 +29,11 @@ class FlowTranscript : public pagerex::FlowHandler {
  public:
   explicit FlowTranscript(unsigned parts = kWithFormats | kWithStyles | kWithBookmarks) : parts_(parts) {}
 
-  /// All lines; and that each thing that began has ended, in its order.
+  /// All lines.
   const std::string& text();
   /// The characters alone, with "\n" behind each paragraph, and marks as characters.
   const std::u16string& characters() const { return characters_; }
+  /// Whether each thing that began has ended, in its order.
   bool isBalanced() const { return open_.empty() && !hasWrongEnd_; }
 
   void BeginDocument(const pagerex::DocumentFacts&) override;
