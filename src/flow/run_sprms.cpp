@@ -1,18 +1,17 @@
 #include "flow/run_sprms.h"
 
-#include <array>
 #include <cstddef>
 
+#include "flow/sprm_walk.h"
 #include "flow/word_colour.h"
-#include "wordreader/sprm_list.h"
 
 namespace pagerex {
 namespace {
 
 /// How an operand goes into its property.
 enum class Rule : uint8_t {
-  kToggle,  ///< 0, 1, 128 the style's, 129 its opposite
-  kFlag,
+  kToggle,  ///< 0, 1, 128 the style's, 129 its opposite; a character style turns what its paragraph has
+  kFlag,    ///< likewise, but a character style overrides
   kByte,
   kWord,
   kColour,       ///< COLORREF
@@ -27,7 +26,6 @@ enum class Rule : uint8_t {
   kDeletedAuthor,
   kInsertedDate,
   kDeletedDate,
-  kMajority,  ///< what equals the style goes back to it: only Word itself needs it
 };
 
 struct Row {
@@ -88,24 +86,7 @@ constexpr Row kRows[] = {
 };
 #undef PROPERTY
 
-constexpr uint8_t kNone = 0xFF;
-
-/// By the low byte of the opcode, which differs for all of them.
-constexpr auto kIndex = [] {
-  std::array<uint8_t, 256> index{};
-  index.fill(kNone);
-  for (size_t i = 0; i < std::size(kRows); ++i) {
-    uint8_t& place = index[kRows[i].opcode & 0xFF];
-    if (place != kNone) throw "two sprms share a low byte";
-    place = static_cast<uint8_t>(i);
-  }
-  return index;
-}();
-
-const Row* rowOf(uint16_t opcode) {
-  const uint8_t index = kIndex[opcode & 0xFF];
-  return index != kNone && kRows[index].opcode == opcode ? &kRows[index] : nullptr;
-}
+constexpr auto kIndex = indexOfRows(kRows);
 
 template <class T>
 T& at(RunProperties& properties, const Row& row) {
@@ -143,11 +124,9 @@ void applyRevision(const Row& row, ByteView operand, RunProperties& properties) 
 void apply(const Row& row, ByteView operand, RunProperties& properties, const RunProperties& style) {
   switch (row.rule) {
     case Rule::kToggle:
+    case Rule::kFlag:
       return toggle(at<bool>(properties, row), operand.u8(0),
                     at<bool>(const_cast<RunProperties&>(style), row));
-    case Rule::kFlag:
-      at<bool>(properties, row) = operand.u8(0) != 0;
-      return;
     case Rule::kByte:
       at<uint8_t>(properties, row) = operand.u8(0);
       return;
@@ -172,26 +151,31 @@ void apply(const Row& row, ByteView operand, RunProperties& properties, const Ru
     case Rule::kShading80:
       at<Shading>(properties, row) = shading80Of(operand);
       return;
-    case Rule::kMajority:
-      return;
     default:
       return applyRevision(row, operand, properties);
   }
-}
-
-template <class Visit>
-void forEachSprm(ByteView sprms, const Visit& visit) {
-  KDWSprmList list(sprms);
-  KDWSprmList::Enumerator all(list);
-  for (KDWSprm sprm; all.Next(&sprm) == Status::kOk;) visit(sprm.GetOpcode(), sprm.GetArgument());
 }
 
 }  // namespace
 
 void applyRunSprms(ByteView sprms, RunProperties& properties, const RunProperties& style) {
   forEachSprm(sprms, [&](uint16_t opcode, ByteView operand) {
-    if (const Row* const row = rowOf(opcode)) apply(*row, operand, properties, style);
+    if (const Row* const row = findRow(kRows, kIndex, opcode)) apply(*row, operand, properties, style);
   });
+}
+
+void clearToggles(RunProperties& properties) {
+  for (const Row& row : kRows) {
+    if (row.rule == Rule::kToggle) at<bool>(properties, row) = false;
+  }
+}
+
+void turnToggles(RunProperties& properties, const RunProperties& paragraph) {
+  for (const Row& row : kRows) {
+    if (row.rule == Rule::kToggle) {
+      at<bool>(properties, row) ^= at<bool>(const_cast<RunProperties&>(paragraph), row);
+    }
+  }
 }
 
 uint16_t characterStyleOf(ByteView sprms) {
