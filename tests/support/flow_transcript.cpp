@@ -123,12 +123,15 @@ void addPicture(Words& words, const PictureFacts& picture) {
       .Add(std::to_string(picture.width) + "x" + std::to_string(picture.height))
       .Flag("inline", picture.isInline)
       .Flag("behind", picture.isBehindText)
-      .Number("type", static_cast<int>(picture.type))
       .Named("linked", picture.linkedAddress);
   if (!picture.isInline) {
     words.Number("wrap", picture.wrap).Number("left", picture.left).Number("top", picture.top);
   }
-  if (picture.source) words.Add("bytes=" + std::to_string(picture.source->Bytes().size()));
+  if (!picture.source) return;
+  const PictureData data = picture.source->Read();
+  words.Number("type", static_cast<int>(data.type))
+      .Number("bytes", static_cast<int64_t>(data.bytes.size()))
+      .Flag("deflated", data.isDeflated);
 }
 
 constexpr const char* kHeaderNames[] = {"even", "odd", "first"};
