@@ -168,7 +168,7 @@ class Section {
   /// From the property's offset on; empty and damaged when it lies outside.
   ByteView bytesAt(size_t i);
   uint16_t codePage();
-  std::u16string ReadText(ByteView bytes, uint64_t length, bool isWide);
+  bool ReadText(ByteView bytes, uint64_t length, bool isWide, std::u16string& text);
   static bool ReadNumber(const Type& type, uint64_t raw, Value& value);
 
   ByteView bytes_;
@@ -203,23 +203,24 @@ std::optional<Value> Section::ValueAt(size_t i) {
   uint64_t raw = 0;
   std::memcpy(&raw, bytes.data() + 4, type->bytes);
   Value value;
-  if (type->storage == Storage::kText || type->storage == Storage::kWideText) {
-    value.text = ReadText(bytes.part(8), raw, type->storage == Storage::kWideText);
-    return value;
-  }
-  return ReadNumber(*type, raw, value) ? std::optional(value) : std::nullopt;
+  const bool isWide = type->storage == Storage::kWideText;
+  const bool isText = isWide || type->storage == Storage::kText;
+  const bool isThere =
+      isText ? ReadText(bytes.part(8), raw, isWide, value.text) : ReadNumber(*type, raw, value);
+  return isThere ? std::optional(std::move(value)) : std::nullopt;
 }
 
 /// `length` counts bytes, or units of wide text.
-std::u16string Section::ReadText(ByteView bytes, uint64_t length, bool isWide) {
+bool Section::ReadText(ByteView bytes, uint64_t length, bool isWide, std::u16string& text) {
   const uint64_t wanted = length * (isWide ? 2 : 1);
   if (wanted > bytes.size() || wanted > left_) {
     isDamaged_ = true;
-    return {};
+    return false;
   }
   left_ -= static_cast<size_t>(wanted);
-  const ByteView text = bytes.part(0, static_cast<size_t>(wanted));
-  return cleaned(isWide ? utf16Text(text) : text_.Read(text));
+  const ByteView part = bytes.part(0, static_cast<size_t>(wanted));
+  text = cleaned(isWide ? utf16Text(part) : text_.Read(part));
+  return true;
 }
 
 bool Section::ReadNumber(const Type& type, uint64_t raw, Value& value) {
