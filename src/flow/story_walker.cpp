@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "flow/table_cells.h"
+
 #include "wordreader/text_marks.h"
 
 namespace pagerex {
@@ -161,7 +163,7 @@ void StoryWalker::FindRowLook(const TableScan& table, uint32_t index, RowLook& l
   }
   if (!isAlike) {
     look.sprms.assign(sprms.data(), sprms.data() + sprms.size());
-    document_.resolver->Row(sprms, pieceSprms, look.definition);
+    document_.tableStyles->Row(sprms, pieceSprms, look.definition);
   }
   look.isFirst = isFirst;
   look.isLast = isLast;
@@ -174,7 +176,7 @@ void StoryWalker::FindRowLook(const TableScan& table, uint32_t index, RowLook& l
     while (last + 1 < defined && cells[last + 1].isMergedLeft) ++last;
     look.conditions[i] = conditionsOf(look.definition, index, rowCount, static_cast<uint32_t>(i),
                                       static_cast<uint32_t>(defined));
-    document_.resolver->Cell(look.definition,
+    document_.tableStyles->Cell(look.definition,
                              {static_cast<uint8_t>(i), static_cast<uint8_t>(last), isFirst, isLast},
                              look.conditions[i], look.cells[i]);
   }

@@ -1,6 +1,7 @@
 #include "flow/table_scan.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "wordreader/sprm_list.h"
 
@@ -54,7 +55,8 @@ void TableScan::EndRow(const FoundParagraph& mark) {
   if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
   RowGrid grid;
   const bool isThere = rowGridOf(mark.sprms, grid) || rowGridOf(mark.pieceSprms, grid);
-  if (isThere && (shapes_.empty() || !(shapes_.back() == grid))) shapes_.push_back(grid);
+  if (isThere && (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0))
+    shapes_.push_back(grid);
   const bool isLeading = headerRows_ + 1 == rows_.size();
   if (isLeading && isHeaderRow(mark.sprms)) ++headerRows_;
   CloseRow(isThere ? static_cast<uint32_t>(shapes_.size() - 1) : kNoShape, true);
@@ -168,7 +170,7 @@ TableProperties TableScan::Properties(const RowDefinition& firstRow) const {
   table.depth = static_cast<uint8_t>(depth_);
   table.isRightToLeft = firstRow.isRightToLeft;
   table.alignment = firstRow.alignment;
-  table.indent = firstRow.hasIndent ? firstRow.indent : edges_.empty() ? 0 : edges_.front();
+  table.indent = firstRow.setsIndent ? firstRow.indent : edges_.empty() ? 0 : edges_.front();
   table.width = firstRow.width;
   table.widthKind = firstRow.widthKind;
   for (size_t i = 0; i + 1 < edges_.size(); ++i) table.columnWidths.push_back(edges_[i + 1] - edges_[i]);

@@ -53,6 +53,7 @@ WalkDocument::WalkDocument(WordFile& wordFile, const WalkOptions& walkOptions, R
   runs.Read(file, PropertyPages::Kind::kRuns);
   styles.Read(file.Table(mso_word::FCLCB_STYLE_SHEET), file.warnings());
   resolver.emplace(styles, &levels);
+  tableStyles.emplace(styles);
   fonts.Read(file.Table(mso_word::FCLCB_FONTS));
   const ByteView plfLst = file.Table(mso_word::FCLCB_LIST_DEFINITIONS);
   if (!plfLst.empty()) {

@@ -13,6 +13,7 @@
 #include "flow/property_resolver.h"
 #include "flow/run_sprms.h"
 #include "flow/story_marks.h"
+#include "flow/table_styles.h"
 #include "flow/walk.h"
 #include "wordreader/list_definitions.h"
 #include "wordreader/piece_list.h"
@@ -90,6 +91,7 @@ struct WalkDocument {
   };
   LevelSprmsOf levels{lists};
   std::optional<PropertyResolver> resolver;
+  std::optional<TableStyles> tableStyles;
   std::optional<ListLabels> labels;
   RangeMarks bookmarks;
   std::vector<std::u16string> bookmarkNames;
