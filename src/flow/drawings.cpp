@@ -10,7 +10,7 @@ namespace {
 using mso_escher::MsoROBlip;
 
 constexpr PID kTextId = 0x0080, kArtText = 0x00C0, kBlip = 0x0104, kBlipName = 0x0105, kBlipFlags = 0x0106,
-              kName = 0x0380, kDescription = 0x0381;
+              kName = 0x0380, kDescription = 0x0381, kIsRule = 0x03B4, kIsHidden = 0x03BE;
 constexpr int kBlipIsLink = 0x0A;  // of the flags: the name is an address and no bytes are stored
 constexpr uint32_t kMostShapes = 1 << 16;
 constexpr unsigned kDeepest = 64;
@@ -160,6 +160,8 @@ void Drawings::AddShape(const Shape& shape, const PictureFacts& place, unsigned 
     }
     return;
   }
+  bool isHidden = false;
+  if (KQueryProp::QueryBoolProp(&shape, kIsHidden, isHidden) && isHidden) return;
   FoundShape found;
   found.place = place;
   readNames(shape, found);
@@ -231,6 +233,7 @@ bool Drawings::Inline(uint32_t offset, FoundShape& out) try {
   out.place.width = scaled(PICF::kGoalWidth, PICF::kScaleX);
   out.place.height = scaled(PICF::kGoalHeight, PICF::kScaleY);
   readNames(*shape.shape, out);
+  KQueryProp::QueryBoolProp(shape.shape, kIsRule, out.isRule);
   AddText(*shape.shape, out);
   int index = 0;
   const bool hasBlip = KQueryProp::QueryI4Prop(shape.shape, kBlip, index) && index > 0;

@@ -22,6 +22,7 @@ struct FoundShape {
   std::u16string description, name, linkedAddress;
   std::u16string artText;  ///< that is drawn as a picture
   int32_t box = -1;        ///< number of the text box; -1 for none
+  bool isRule = false;     ///< a horizontal line between paragraphs
   std::unique_ptr<PictureSource> source;
 
   /// Refers to this.

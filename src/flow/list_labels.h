@@ -45,21 +45,18 @@ class ListLabels {
     std::array<int32_t, kLevelsOfList> numbers{};
     uint16_t started = 0;  ///< a bit for each level
   };
-  /// What a level's chpx says of its label.
-  struct Look {
-    uint16_t font = kNoFont;
-    int32_t pictureBullet = -1;
-  };
 
-  int32_t Count(uint16_t ilfo, unsigned level, const UsedLevel& used);
-  int32_t NumberOf(uint16_t ilfo, unsigned level) const;
-  void AppendPlaceholder(uint16_t ilfo, unsigned level, const UsedLevel& used, uint16_t language);
-  static Look LookOf(const ListLevel& level);
+  int32_t Count(uint16_t ilfo, const UsedLevel& used);
+  void EndDeeperLevels(uint16_t ilfo, unsigned level, Counts& counts) const;
+  void MakeText(uint16_t ilfo, const UsedLevel& used, uint16_t font, uint16_t language);
+  void AppendNumberOf(uint16_t ilfo, unsigned level, const ListLevel& shownIn, uint16_t language);
+  void AppendSign(char16_t sign, bool isBullet, uint16_t font);
 
   const ListDefinitions& lists_;
   const FontNames& fonts_;
-  std::vector<Counts> counts_;          ///< by definition
-  std::vector<uint16_t> startedByUse_;  ///< by ilfo - 1: levels whose own start was taken
+  std::vector<Counts> counts_;         ///< by definition
+  std::vector<uint16_t> startsTaken_;  ///< by ilfo - 1: levels whose own start was taken
+  std::vector<uint16_t> seen_;         ///< those ilfo of this story that counts or starts depend on
   std::u16string text_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace pagerex {
@@ -159,6 +160,18 @@ struct ParagraphProperties {
   friend bool operator==(const ParagraphProperties&, const ParagraphProperties&) = default;
 };
 
+/// How a section numbers its footnotes or endnotes; what is not set is the document's.
+struct NoteNumbering {
+  bool setsRestart = false;
+  bool setsStart = false;
+  bool setsFormat = false;
+  uint8_t restart = 0;  ///< 0 numbers go on, 1 begin anew in each section, 2 on each page
+  uint16_t start = 1;
+  uint16_t format = 0;  ///< nfc
+
+  friend bool operator==(const NoteNumbering&, const NoteNumbering&) = default;
+};
+
 struct SectionProperties {
   enum class Start : uint8_t { kContinuous = 0, kNewColumn = 1, kNewPage = 2, kEvenPage = 3, kOddPage = 4 };
   Start start = Start::kNewPage;
@@ -181,6 +194,7 @@ struct SectionProperties {
   uint16_t firstPageNumber = 1;
   uint8_t verticalAlignment = 0;  ///< 0 top, 1 centre, 2 justified, 3 bottom
   Border pageTop, pageLeft, pageBottom, pageRight;
+  NoteNumbering footnotes, endnotes;
 
   friend bool operator==(const SectionProperties&, const SectionProperties&) = default;
 };
@@ -204,6 +218,8 @@ struct RowProperties {
   bool cantSplit = false;
   int16_t height = 0;  ///< 0 for that of the text
   bool isExactHeight = false;
+  uint16_t columnsBefore = 0;  ///< of the table's columns, in front of the first cell
+  uint16_t columnsAfter = 0;   ///< and behind the last
   Revision revision;
 };
 

@@ -65,7 +65,7 @@ size_t RunPropertiesHash::operator()(const RunProperties& properties) const {
   static_assert(kSecondEnd - kSecond == 8 * sizeof(uint16_t));
 
   uint64_t state = mixed(0, ByteView(&properties, kFirstEnd));
-  state = mixed(state, ByteView(&properties.fonts, kSecondEnd - kSecond));
+  state = mixed(state, ByteView(&properties, kSecondEnd).part(kSecond));
   state = mixed(state, properties.colour);
   state = mixed(state, properties.underlineColour);
   const Border& border = properties.border;

@@ -7,7 +7,6 @@
 #include "base/byte_view.h"
 #include "flow/properties.h"
 #include "flow/property_memo.h"
-#include "flow/table_sprms.h"
 #include "wordreader/style_table.h"
 
 namespace pagerex {
@@ -46,18 +45,11 @@ class PropertyResolver {
   const RunProperties& Label(ByteView markSprms, ByteView pieceSprms, ByteView levelSprms, uint16_t istd,
                              const TableStylePlace& place);
 
-  /// A row by the list at its end, with what its table style says of all cells; `row` is overwritten.
-  void Row(ByteView sprms, ByteView pieceSprms, RowDefinition& row) const;
-  /// Lays the conditional parts of the row's table style under what the row says of itself, for one cell.
-  void Cell(const RowDefinition& row, const CellPosition& position, uint16_t conditions,
-            CellProperties& cell) const;
-
   /// Says that nobody holds a result any more. They are forgotten when they are many.
   void MayForget();
 
  private:
   const RunProperties& RunOf(const PropertyKey& key);
-  const RunProperties& Keep(const RunProperties& properties);
 
   ParagraphProperties ResolveParagraph(const PropertyKey& key);
   ParagraphProperties StyleParagraph(uint16_t istd, const TableStylePlace& place);

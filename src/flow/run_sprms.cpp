@@ -178,9 +178,7 @@ void turnToggles(RunProperties& properties, const RunProperties& paragraph) {
   }
 }
 
-uint16_t characterStyleOf(ByteView sprms) {
-  constexpr uint16_t kDefaultParagraphFont = 10;
-  uint16_t style = kDefaultParagraphFont;
+uint16_t characterStyleOf(ByteView sprms, uint16_t style) {
   forEachSprm(sprms, [&](uint16_t opcode, ByteView operand) {
     if (opcode == 0x4A30) style = operand.u16(0);
   });

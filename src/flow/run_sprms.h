@@ -14,8 +14,8 @@ void applyRunSprms(ByteView sprms, RunProperties& properties, const RunPropertie
 void clearToggles(RunProperties& properties);
 void turnToggles(RunProperties& properties, const RunProperties& paragraph);
 
-/// The character style that a run's list names; 10, "Default Paragraph Font", where it names none.
-uint16_t characterStyleOf(ByteView sprms);
+/// The character style that a list names; `style` where it names none.
+uint16_t characterStyleOf(ByteView sprms, uint16_t style = 10);
 
 /// A symbol that stands in the place of the run's characters.
 struct RunSymbol {

@@ -74,28 +74,29 @@ void RangeMarks::Read(ByteView starts, uint32_t startBytes, ByteView ends) {
     const uint16_t end = starts_.Record(i).u16(0);
     if (end < startOfEnd_.size()) startOfEnd_[end] = i;
   }
-  MoveTo(0);
 }
 
-void RangeMarks::MoveTo(uint32_t position) {
-  nextStart_ = position == 0 ? 0 : starts_.UpperBound(position - 1);
-  nextEnd_ = position == 0 ? 0 : ends_.UpperBound(position - 1);
-  FindNext();
+RangeMarks::Cursor RangeMarks::From(uint32_t position) const {
+  Cursor cursor;
+  cursor.nextStart = position == 0 ? 0 : starts_.UpperBound(position - 1);
+  cursor.nextEnd = position == 0 ? 0 : ends_.UpperBound(position - 1);
+  FindNext(cursor);
+  return cursor;
 }
 
-void RangeMarks::Advance() {
-  ++(next_.isEnd ? nextEnd_ : nextStart_);
-  FindNext();
+void RangeMarks::Advance(Cursor& cursor) const {
+  ++(cursor.next.isEnd ? cursor.nextEnd : cursor.nextStart);
+  FindNext(cursor);
 }
 
-void RangeMarks::FindNext() {
-  while (nextEnd_ < ends_.Count() && startOfEnd_[nextEnd_] == UINT32_MAX) ++nextEnd_;
-  const uint32_t start = nextStart_ < starts_.Count() ? starts_.Position(nextStart_) : UINT32_MAX;
-  const uint32_t end = nextEnd_ < ends_.Count() ? ends_.Position(nextEnd_) : UINT32_MAX;
+void RangeMarks::FindNext(Cursor& cursor) const {
+  while (cursor.nextEnd < ends_.Count() && startOfEnd_[cursor.nextEnd] == UINT32_MAX) ++cursor.nextEnd;
+  const uint32_t start = cursor.nextStart < starts_.Count() ? starts_.Position(cursor.nextStart) : UINT32_MAX;
+  const uint32_t end = cursor.nextEnd < ends_.Count() ? ends_.Position(cursor.nextEnd) : UINT32_MAX;
   // What is empty begins before it ends; of two others the end comes first.
-  const bool endsFirst =
-      end < start || (end == start && end != UINT32_MAX && startOfEnd_[nextEnd_] < nextStart_);
-  next_ = endsFirst ? Event{end, startOfEnd_[nextEnd_], true} : Event{start, nextStart_, false};
+  const bool isEnd =
+      end < start || (end == start && end != UINT32_MAX && startOfEnd_[cursor.nextEnd] < cursor.nextStart);
+  cursor.next = isEnd ? Event{end, startOfEnd_[cursor.nextEnd], true} : Event{start, cursor.nextStart, false};
 }
 
 // NoteTable
@@ -150,6 +151,11 @@ void CommentTable::MatchRanges(ByteView names) {
     const auto found = comments.find(tags.Extra(i).u32(kTag));
     if (found != comments.end() && found->first != UINT32_MAX) ofRange_[i] = found->second;
   }
+}
+
+uint32_t CommentTable::At(uint32_t position) const {
+  const uint32_t i = refs_.Find(position);
+  return i < Count() && refs_.Position(i) == position ? i : Count();
 }
 
 CommentFacts CommentTable::Facts(uint32_t i) const {

@@ -53,19 +53,20 @@ class RangeMarks {
     uint32_t range = 0;  ///< its number
     bool isEnd = false;
   };
-  /// What comes next, ends before starts at one place; a position of UINT32_MAX for nothing more.
-  const Event& next() const { return next_; }
-  void Advance();
-  /// To the first that lies at `position` or behind it: each story begins so.
-  void MoveTo(uint32_t position);
+  /// A place in the order of all starts and ends.
+  struct Cursor {
+    uint32_t nextStart = 0, nextEnd = 0;
+    Event next;  ///< a position of UINT32_MAX for nothing more
+  };
+  /// At the first that lies at `position` or behind it.
+  Cursor From(uint32_t position) const;
+  void Advance(Cursor& cursor) const;
 
  private:
-  void FindNext();
+  void FindNext(Cursor& cursor) const;
 
   PositionTable starts_, ends_;
   std::vector<uint32_t> startOfEnd_;
-  uint32_t nextStart_ = 0, nextEnd_ = 0;
-  Event next_;
 };
 
 /// The notes of one kind: where they are referred to, where their texts lie, and what labels they have.
@@ -75,13 +76,14 @@ class NoteTable {
 
   void Read(WordFile& file, NoteKind kind);
   uint32_t Count() const { return refs_.Count(); }
-  uint32_t Position(uint32_t i) const { return refs_.Position(i); }
+  uint32_t Position(uint32_t i) const { return i < Count() ? refs_.Position(i) : UINT32_MAX; }
+  /// The first that is referred to at `position` or behind it.
+  uint32_t FirstFrom(uint32_t position) const { return position == 0 ? 0 : refs_.UpperBound(position - 1); }
   /// Without a mark of its own.
   bool IsNumbered(uint32_t i) const { return refs_.Record(i).u16(0) != 0; }
   /// Where its text begins and ends in its story.
   uint32_t TextStart(uint32_t i) const { return texts_.Position(i); }
   uint32_t TextEnd(uint32_t i) const { return texts_.Position(i + 1); }
-  bool HasText(uint32_t i) const { return i + 1 < texts_.Count() + 1 && TextStart(i) < TextEnd(i); }
 
   State StateOf(uint32_t i) const { return notes_[i].state; }
   void SetState(uint32_t i, State state) { notes_[i].state = state; }
@@ -105,7 +107,9 @@ class CommentTable {
   uint32_t TextStart(uint32_t i) const { return texts_.Position(i); }
   uint32_t TextEnd(uint32_t i) const { return texts_.Position(i + 1); }
   CommentFacts Facts(uint32_t i) const;
-  RangeMarks& ranges() { return ranges_; }
+  const RangeMarks& ranges() const { return ranges_; }
+  /// The comment whose reference stands at `position`; `Count()` for none.
+  uint32_t At(uint32_t position) const;
   /// The comment that speaks of a range; `Count()` for none.
   uint32_t CommentOfRange(uint32_t range) const {
     return range < ofRange_.size() ? ofRange_[range] : Count();

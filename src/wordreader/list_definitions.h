@@ -19,8 +19,9 @@ struct ListLevel {
   uint8_t alignment = 0;  ///< 0 left, 1 centre, 2 right of where it stands
   uint8_t follow = 0;     ///< behind the number: 0 a tab, 1 a space, 2 nothing
   bool isLegal = false;   ///< all numbers of its text are decimal
-  /// Levels below this one start it anew: the level's own number, unless the list limits it. 0: nothing does.
-  uint8_t restartLimit = 0;
+  /// A paragraph of a level below this one, and above the level itself, starts it anew: 9 if all do, 0 if
+  /// none.
+  uint8_t restartLimit = kLevelsOfList;
   ByteView text;          ///< UTF-16; characters 0 to 8 at the placeholders stand for numbers of levels
   ByteView placeholders;  ///< nine places in the text, from 1, ascending; 0 behind the last
   ByteView papx;          ///< sprms of its paragraphs
@@ -32,6 +33,7 @@ struct UsedLevel {
   const ListLevel* level = nullptr;  ///< null: the list has no such level
   int32_t start = 0;
   bool hasOwnStart = false;  ///< the use begins anew, at `start`
+  uint8_t number = 0;        ///< of the level, from 0: not that of the paragraph in a list with one level
 };
 
 /// The lists of a document: definitions (LSTF) by lsid, and their uses (LFO) by ilfo, which counts from 1.
@@ -61,9 +63,10 @@ class ListDefinitions {
 
   struct List {
     int32_t lsid;
-    uint32_t firstLevel;  ///< in `levels_`; kNone if they could not be read
-    uint8_t levelCount;
-    ByteView styles;  ///< rgistdPara
+    uint32_t firstLevel;  ///< in `levels_`
+    uint8_t levelCount;   ///< those that could be read
+    bool isSimple;        ///< has one level
+    ByteView styles;      ///< rgistdPara
   };
   struct Use {
     int32_t list;  ///< -1 if its definition is missing

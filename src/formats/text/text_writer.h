@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
-#include <vector>
 
 #include "base/utf8_output.h"
 #include "flow/handler.h"
@@ -44,7 +44,6 @@ class TextWriter final : public FlowHandler {
   void BeginRow(const RowProperties&) override;
   void EndRow() override;
   void BeginCell(const CellProperties& cell) override;
-  void EndCell() override;
   void BeginNote(const NoteFacts& note) override;
   void EndNote() override;
   void BeginComment(const CommentFacts& comment) override;
@@ -52,11 +51,11 @@ class TextWriter final : public FlowHandler {
 
  private:
   void Put(std::u16string_view text);
-  void PutByte(char byte);
-  void PutSeparated(char16_t mark);
+  void PutSpace();
   void PutBracketed(std::u16string_view text);
-  void BeginPart(std::u16string_view label);
   void EndLine();
+  void BeginPart(std::u16string_view label);
+  void EndPart();
 
   Utf8Output& out_;
   const TextOptions options_;
@@ -64,12 +63,11 @@ class TextWriter final : public FlowHandler {
   uint32_t muted_ = 0;                    ///< parts around this place that are left out
   uint32_t tables_ = 0;                   ///< that are open, one in the other
   bool isFirstCell_ = true;               ///< of its row
-  bool hasLine_ = false;                  ///< the line has something on it
-  bool hasCellText_ = false;
-  bool owesSpace_ = false;   ///< in a cell, before what follows
-  bool hasParts_ = false;    ///< notes or comments were begun
-  bool beginsPart_ = false;  ///< their label stands, their mark does not
-  std::u16string upper_;     ///< capitals of a run; kept for its memory
+  bool hasText_ = false;                  ///< the line or cell
+  bool owesSpace_ = false;                ///< in a cell, before what follows
+  bool hasParts_ = false;                 ///< notes or comments were begun
+  bool beginsPart_ = false;               ///< its label stands, its text does not
+  std::u16string upper_;                  ///< capitals of a run; kept for its memory
 };
 
 }  // namespace pagerex

@@ -1,0 +1,232 @@
+#include "flow/property_resolver.h"
+
+#include <iterator>
+
+#include "flow/paragraph_sprms.h"
+#include "flow/run_sprms.h"
+#include "flow/style_lists.h"
+
+namespace pagerex {
+namespace {
+
+/// Results are forgotten, when nobody holds them, from so many on.
+constexpr size_t kManyParagraphs = 4096;
+constexpr size_t kManyRunKeys = 16384;
+constexpr size_t kManyRuns = 65536;
+
+constexpr uint16_t kNormal = 0;
+
+/// Calls `visit(list)` for what a table style says for all its cells, then for what it says under the
+/// conditions that hold.
+template <class Visit>
+void forTableStyleLists(const StyleTable& styles, const TableStylePlace& place, StyleGroup group,
+                        uint16_t conditionalSprm, const Visit& visit) {
+  if (!hasShortLists(styles, place.istd, group)) return;
+  styles.ForEachOfChain(place.istd, [&](uint16_t style) { visit((styles.*group)(style)); });
+  for (const uint16_t condition : kConditionsInOrder) {
+    if (place.conditions & condition) {
+      forConditionalLists(styles, place.istd, group, conditionalSprm, condition, visit);
+    }
+  }
+}
+
+constexpr uint16_t kParagraphCondition = 0xC666;  ///< sprmPCnf
+constexpr uint16_t kRunCondition = 0xCA85;        ///< sprmCCnf
+
+}  // namespace
+
+PropertyResolver::PropertyResolver(const StyleTable& styles, ListLevels* lists)
+    : styles_(styles),
+      lists_(lists),
+      styleParagraphs_(styles.Count()),
+      styleRuns_(styles.Count()),
+      paragraphs_(0, PropertyKeyHash{reinterpret_cast<size_t>(this)}),
+      runs_(0, PropertyKeyHash{reinterpret_cast<size_t>(this)}) {}
+
+const ParagraphProperties& PropertyResolver::Paragraph(uint16_t istd, ByteView sprms, ByteView pieceSprms,
+                                                       const TableStylePlace& place) {
+  const PropertyKey key{{sprms, pieceSprms, {}}, place, istd, false};
+  if (lastParagraph_ && key.IsAt(lastParagraphKey_)) return *lastParagraph_;
+  auto found = paragraphs_.find(key);
+  if (found == paragraphs_.end()) found = paragraphs_.emplace(key, ResolveParagraph(key)).first;
+  lastParagraphKey_ = key;
+  lastParagraph_ = &found->second;
+  return found->second;
+}
+
+ParagraphProperties PropertyResolver::ResolveParagraph(const PropertyKey& key) {
+  ParagraphNames names, pieceNames;
+  names.style = key.istd;
+  readParagraphNames(key.lists[0], names);
+  pieceNames.style = names.style;
+  readParagraphNames(key.lists[1], pieceNames);
+
+  ParagraphProperties properties = StyleParagraph(pieceNames.style, key.place);
+  if (!pieceNames.setsStyle) ApplyParagraphList(key.lists[0], properties);
+  ApplyParagraphList(key.lists[1], properties);
+  return properties;
+}
+
+/// The level of a list that is named here stands in front of what else is said here.
+void PropertyResolver::ApplyParagraphList(ByteView sprms, ParagraphProperties& properties) {
+  if (sprms.empty()) return;
+  ParagraphNames names;
+  names.listNumber = static_cast<int16_t>(properties.listNumber);
+  names.listLevel = properties.listLevel;
+  readParagraphNames(sprms, names);
+  if (lists_ && names.setsList && names.listNumber > 0) {
+    applyParagraphSprms(lists_->ParagraphSprms(static_cast<uint16_t>(names.listNumber), names.listLevel),
+                        properties);
+  }
+  applyParagraphSprms(sprms, properties);
+}
+
+/// A style that is none of paragraphs counts as "Normal".
+ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd, const TableStylePlace& place) {
+  if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
+  const bool isInStyledTable =
+      styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Papx);
+  ParagraphProperties properties;
+  if (isInStyledTable) {
+    ApplyTableStyle(place, properties);
+    const Alignment ofTable = properties.alignment;
+    styles_.ForEachOfChain(istd,
+                           [&](uint16_t style) { ApplyParagraphList(styles_.Papx(style), properties); });
+    if (properties.alignment == Alignment::kStart) properties.alignment = ofTable;
+    properties.style = istd;
+    return properties;
+  }
+  styles_.ForEachOfChain(istd, [&](uint16_t style) {
+    if (style >= styleParagraphs_.size()) return;
+    std::unique_ptr<ParagraphProperties>& kept = styleParagraphs_[style];
+    if (!kept) {
+      ApplyParagraphList(styles_.Papx(style), properties);
+      kept = std::make_unique<ParagraphProperties>(properties);
+    } else {
+      properties = *kept;
+    }
+  });
+  properties.style = istd;
+  return properties;
+}
+
+void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, ParagraphProperties& properties) const {
+  forTableStyleLists(styles_, place, &StyleTable::Papx, kParagraphCondition,
+                     [&](ByteView sprms) { applyParagraphSprms(sprms, properties); });
+}
+
+const RunProperties& PropertyResolver::Run(ByteView sprms, ByteView pieceSprms, uint16_t istd,
+                                           const TableStylePlace& place) {
+  return RunOf({{sprms, pieceSprms, {}}, place, istd, false});
+}
+
+const RunProperties& PropertyResolver::Label(ByteView markSprms, ByteView pieceSprms, ByteView levelSprms,
+                                             uint16_t istd, const TableStylePlace& place) {
+  return RunOf({{markSprms, pieceSprms, levelSprms}, place, istd, true});
+}
+
+const RunProperties& PropertyResolver::RunOf(const PropertyKey& key) {
+  if (lastRun_ && key.IsAt(lastRunKey_)) return *lastRun_;
+  const auto found = runs_.find(key);
+  const RunProperties* run = found != runs_.end() ? found->second : nullptr;
+  if (!run) {
+    if (runs_.size() >= kManyRunKeys) runs_.clear();
+    run = &*keptRuns_.insert(ResolveRun(key)).first;
+    runs_.emplace(key, run);
+  }
+  lastRunKey_ = key;
+  lastRun_ = run;
+  return *run;
+}
+
+RunProperties PropertyResolver::ResolveRun(const PropertyKey& key) {
+  RunProperties style = StyleRun(key.istd, key.place);
+  uint16_t characterStyle = style.characterStyle;
+  for (const ByteView sprms : key.lists) characterStyle = characterStyleOf(sprms, characterStyle);
+  ApplyCharacterStyle(characterStyle, style);
+
+  RunProperties properties = style;
+  applyRunSprms(key.lists[0], properties, style);
+  applyRunSprms(key.lists[1], properties, style);
+  if (key.isLabel) {
+    properties.underline = 0;  // numbers are not underlined with the paragraph mark
+    applyRunSprms(key.lists[2], properties, style);
+  }
+  return properties;
+}
+
+RunProperties PropertyResolver::StyleRun(uint16_t istd, const TableStylePlace& place) {
+  if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
+  const bool isInStyledTable =
+      styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Chpx);
+  RunProperties properties = DefaultRun();
+  if (isInStyledTable) {
+    const RunProperties standard = properties;
+    ApplyTableStyle(place, properties);
+    const RunProperties ofTable = properties;
+    clearToggles(properties);
+    styles_.ForEachOfChain(istd, [&](uint16_t style) {
+      const RunProperties base = properties;
+      applyRunSprms(styles_.Chpx(style), properties, base);
+    });
+    turnToggles(properties, ofTable);
+    if (properties.sizeHalfPoints == standard.sizeHalfPoints) {
+      properties.sizeHalfPoints = ofTable.sizeHalfPoints;
+    }
+    return properties;
+  }
+  styles_.ForEachOfChain(istd, [&](uint16_t style) {
+    if (style >= styleRuns_.size()) return;
+    std::unique_ptr<RunProperties>& kept = styleRuns_[style];
+    if (!kept) {
+      const RunProperties base = properties;
+      applyRunSprms(styles_.Chpx(style), properties, base);
+      kept = std::make_unique<RunProperties>(properties);
+    } else {
+      properties = *kept;
+    }
+  });
+  return properties;
+}
+
+RunProperties PropertyResolver::DefaultRun() const {
+  RunProperties properties;
+  properties.fonts = {styles_.AsciiFont(), styles_.EastAsianFont(), styles_.OtherFont(),
+                      styles_.ComplexFont()};
+  return properties;
+}
+
+void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, RunProperties& properties) const {
+  forTableStyleLists(styles_, place, &StyleTable::Chpx, kRunCondition, [&](ByteView sprms) {
+    const RunProperties base = properties;
+    applyRunSprms(sprms, properties, base);
+  });
+}
+
+void PropertyResolver::ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const {
+  properties.characterStyle = istd;
+  if (styles_.Kind(istd) != StyleKind::kCharacter) return;
+  if (!hasShortLists(styles_, istd, &StyleTable::Chpx)) return;
+  const RunProperties paragraph = properties;
+  clearToggles(properties);
+  styles_.ForEachOfChain(istd, [&](uint16_t style) {
+    const RunProperties base = properties;
+    applyRunSprms(styles_.Chpx(style), properties, base);
+  });
+  turnToggles(properties, paragraph);
+  properties.characterStyle = istd;
+}
+
+void PropertyResolver::MayForget() {
+  if (paragraphs_.size() >= kManyParagraphs) {
+    paragraphs_.clear();
+    lastParagraph_ = nullptr;
+  }
+  if (keptRuns_.size() >= kManyRuns) {
+    runs_.clear();
+    keptRuns_.clear();
+    lastRun_ = nullptr;
+  }
+}
+
+}  // namespace pagerex
