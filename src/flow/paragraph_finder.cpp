@@ -1,6 +1,7 @@
 #include "flow/paragraph_finder.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "flow/text_scan.h"
 #include "wordreader/text_marks.h"
@@ -12,14 +13,17 @@ void ParagraphFinder::Read(WordFile& file, PieceList& pieces, TextReader& text) 
   text_ = &text;
   pages_.Read(file, PropertyPages::Kind::kParagraphs);
   file.ReadData(data_, 0);
+  hugeBytesLeft_ = 2 * uint64_t{data_.size()};
 }
 
 FoundParagraph ParagraphFinder::At(uint32_t start, uint32_t limit) {
-  FoundParagraph paragraph;
-  paragraph.start = start;
-  FindEnd(paragraph, limit);
-  FindProperties(paragraph);
-  return paragraph;
+  if (start == last_.start && limit == lastLimit_ && last_.end > start) return last_;
+  last_ = {};
+  last_.start = start;
+  lastLimit_ = limit;
+  FindEnd(last_, limit);
+  FindProperties(last_);
+  return last_;
 }
 
 void ParagraphFinder::FindEnd(FoundParagraph& paragraph, uint32_t limit) {
@@ -60,21 +64,34 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   const PropertyPages::Entry entry = pages_.At(piece.OffsetOf(position));
   paragraph.istd = entry.properties.u16(0);
   paragraph.sprms = entry.properties.part(2);
-  uint32_t offset;
-  if (hugeOffset(paragraph.sprms, offset)) paragraph.sprms = Huge(offset);
   if (piece.prm != 0) paragraph.pieceSprms = pieces_->Modifier(piece.prm);
-  paragraph.place = tablePlaceOf(paragraph.sprms);
+  LookAt(paragraph.sprms);
+  paragraph.place = place_;
+  if (isHuge_) {
+    paragraph.sprms = Huge(hugeOffset_);
+    paragraph.place = tablePlaceOf(paragraph.sprms);
+  }
   if (!paragraph.pieceSprms.empty()) paragraph.place = tablePlaceOf(paragraph.pieceSprms, paragraph.place);
   paragraph.place.depth = std::min(paragraph.place.depth, kDeepest);
 }
 
+void ParagraphFinder::LookAt(ByteView sprms) {
+  const bool isLikeLast = sprms.size() == lookedAt_.size() &&
+                          (sprms.empty() || std::memcmp(sprms.data(), lookedAt_.data(), sprms.size()) == 0);
+  if (isLikeLast) return;
+  lookedAt_.assign(sprms.data(), sprms.data() + sprms.size());
+  place_ = tablePlaceOf(sprms);
+  isHuge_ = hugeOffset(sprms, hugeOffset_);
+}
+
 ByteView ParagraphFinder::Huge(uint32_t offset) {
   const auto [found, isNew] = huge_.try_emplace(offset);
-  if (isNew && data_.good()) {
-    const uint16_t count = data_.Keep(offset, 2).u16(0);
-    found->second = data_.Keep(offset, uint32_t{count} + 2).part(2);
-  }
-  return found->second;
+  if (!isNew || !data_.good()) return found->second;
+  const uint32_t bytes = uint32_t{data_.Keep(offset, 2).u16(0)} + 2;
+  // Those of a sound file do not overlap.
+  if (bytes > hugeBytesLeft_) return {};
+  hugeBytesLeft_ -= bytes;
+  return found->second = data_.Keep(offset, bytes).part(2);
 }
 
 }  // namespace pagerex

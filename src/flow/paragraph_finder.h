@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <unordered_map>
+#include <vector>
 
 #include "base/byte_view.h"
 #include "flow/paragraph_sprms.h"
@@ -48,12 +49,21 @@ class ParagraphFinder {
   bool EndsWithPageBreak(uint32_t position);
   void FindProperties(FoundParagraph& paragraph);
   ByteView Huge(uint32_t offset);
+  void LookAt(ByteView sprms);
 
   PieceList* pieces_ = nullptr;
   TextReader* text_ = nullptr;
   PropertyPages pages_;
   StreamReader data_;
   std::unordered_map<uint32_t, ByteView> huge_;  ///< lists in "Data" by their offset
+  uint64_t hugeBytesLeft_ = 0;
+  FoundParagraph last_;
+  uint32_t lastLimit_ = 0;
+  /// What the last list said that was looked at: neighbours are often alike.
+  std::vector<uint8_t> lookedAt_;
+  TablePlace place_;
+  bool isHuge_ = false;
+  uint32_t hugeOffset_ = 0;
 };
 
 }  // namespace pagerex

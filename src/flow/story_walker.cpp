@@ -32,7 +32,6 @@ void StoryWalker::Tell(const StoryPlace& story, uint32_t end) {
   for (uint32_t at = story.start; at < end && !document_.control.MustStop();) {
     bool endsCell = false;
     at = TellBlock(at, end, 0, {}, endsCell);
-    document_.MayForget();
   }
   if (inline_.isOpen()) inline_.EndParagraph(end, true);
   inline_.EndStory();
@@ -54,6 +53,8 @@ uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, 
 
 uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
                                     bool mustEnd) {
+  // Nothing is held of what was told before.
+  if (!inline_.isOpen()) document_.MayForget();
   const bool isMain = story_.type == mso_word::SUBDOC_MAIN;
   if (document_.progress && isMain) document_.progress->Reached(paragraph.start);
   struct Part {

@@ -53,13 +53,23 @@ void TableScan::Read(uint32_t start, uint32_t limit) {
 void TableScan::EndRow(const FoundParagraph& mark) {
   // Text in front of the mark that belongs to no cell is one.
   if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
+  LookAtRow(mark);
+  if (headerRows_ + 1 == rows_.size() && wasHeader_) ++headerRows_;
+  CloseRow(lastShape_, true);
+}
+
+void TableScan::LookAtRow(const FoundParagraph& mark) {
+  const bool isAlike = !shapeOfRow_.empty() && mark.pieceSprms.empty() &&
+                       mark.sprms.size() == lastSprms_.size() &&
+                       std::equal(lastSprms_.begin(), lastSprms_.end(), mark.sprms.data());
+  if (isAlike) return;
+  lastSprms_.assign(mark.sprms.data(), mark.sprms.data() + mark.sprms.size());
+  wasHeader_ = isHeaderRow(mark.sprms);
   RowGrid grid;
-  const bool isThere = rowGridOf(mark.sprms, grid) || rowGridOf(mark.pieceSprms, grid);
-  if (isThere && (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0))
-    shapes_.push_back(grid);
-  const bool isLeading = headerRows_ + 1 == rows_.size();
-  if (isLeading && isHeaderRow(mark.sprms)) ++headerRows_;
-  CloseRow(isThere ? static_cast<uint32_t>(shapes_.size() - 1) : kNoShape, true);
+  lastShape_ = kNoShape;
+  if (!rowGridOf(mark.sprms, grid) && !rowGridOf(mark.pieceSprms, grid)) return;
+  if (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0) shapes_.push_back(grid);
+  lastShape_ = static_cast<uint32_t>(shapes_.size() - 1);
 }
 
 void TableScan::CloseRow(uint32_t shape, bool hasDefinition) {

@@ -42,6 +42,7 @@ class TableScan {
 
  private:
   void EndRow(const FoundParagraph& mark);
+  void LookAtRow(const FoundParagraph& mark);
   void CloseRow(uint32_t shape, bool hasDefinition);
   void MakeColumns();
   std::vector<ScannedCell> CellsOfShape(const RowGrid& shape) const;
@@ -60,6 +61,9 @@ class TableScan {
   uint16_t cellsOfRow_ = 0;
   uint16_t paragraphsOfCell_ = 0;
   size_t headerRows_ = 0;
+  std::vector<uint8_t> lastSprms_;  ///< of the row before: rows are often alike
+  uint32_t lastShape_ = UINT32_MAX;
+  bool wasHeader_ = false;
   bool hasSingleParagraphs_ = true;
   bool hasMerged_ = false;
   bool isRegular_ = true;

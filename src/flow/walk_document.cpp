@@ -118,8 +118,7 @@ void WalkDocument::Resolve(ByteView sprms, uint16_t prm, uint16_t istd, const Ta
 }
 
 void WalkDocument::MayForget() {
-  last_.properties = nullptr;
-  resolver->MayForget();
+  if (resolver->MayForget()) last_.properties = nullptr;
 }
 
 std::u16string_view WalkDocument::AuthorOf(const Revision& revision) {
