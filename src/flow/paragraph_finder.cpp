@@ -1,7 +1,6 @@
 #include "flow/paragraph_finder.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "flow/text_scan.h"
 #include "wordreader/text_marks.h"
@@ -64,24 +63,16 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   const PropertyPages::Entry entry = pages_.At(piece.OffsetOf(position));
   paragraph.istd = entry.properties.u16(0);
   paragraph.sprms = entry.properties.part(2);
+  paragraph.prm = piece.prm;
   if (piece.prm != 0) paragraph.pieceSprms = pieces_->Modifier(piece.prm);
-  LookAt(paragraph.sprms);
-  paragraph.place = place_;
-  if (isHuge_) {
-    paragraph.sprms = Huge(hugeOffset_);
+  const ParagraphOutline outline = outlineOf(paragraph.sprms);
+  paragraph.place = outline.place;
+  if (outline.isHuge) {
+    paragraph.sprms = Huge(outline.hugeOffset);
     paragraph.place = tablePlaceOf(paragraph.sprms);
   }
   if (!paragraph.pieceSprms.empty()) paragraph.place = tablePlaceOf(paragraph.pieceSprms, paragraph.place);
   paragraph.place.depth = std::min(paragraph.place.depth, kDeepest);
-}
-
-void ParagraphFinder::LookAt(ByteView sprms) {
-  const bool isLikeLast = sprms.size() == lookedAt_.size() &&
-                          (sprms.empty() || std::memcmp(sprms.data(), lookedAt_.data(), sprms.size()) == 0);
-  if (isLikeLast) return;
-  lookedAt_.assign(sprms.data(), sprms.data() + sprms.size());
-  place_ = tablePlaceOf(sprms);
-  isHuge_ = hugeOffset(sprms, hugeOffset_);
 }
 
 ByteView ParagraphFinder::Huge(uint32_t offset) {

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <unordered_map>
-#include <vector>
 
 #include "base/byte_view.h"
 #include "flow/paragraph_sprms.h"
@@ -20,6 +19,7 @@ struct FoundParagraph {
   uint16_t istd = 0;
   ByteView sprms;       ///< its own list; until the next paragraph is looked for
   ByteView pieceSprms;  ///< what the piece adds
+  uint16_t prm = 0;     ///< the piece's modifier, which says that
   TablePlace place;
 
   /// Ends a cell of a table of that depth.
@@ -49,7 +49,6 @@ class ParagraphFinder {
   bool EndsWithPageBreak(uint32_t position);
   void FindProperties(FoundParagraph& paragraph);
   ByteView Huge(uint32_t offset);
-  void LookAt(ByteView sprms);
 
   PieceList* pieces_ = nullptr;
   TextReader* text_ = nullptr;
@@ -59,11 +58,6 @@ class ParagraphFinder {
   uint64_t hugeBytesLeft_ = 0;
   FoundParagraph last_;
   uint32_t lastLimit_ = 0;
-  /// What the last list said that was looked at: neighbours are often alike.
-  std::vector<uint8_t> lookedAt_;
-  TablePlace place_;
-  bool isHuge_ = false;
-  uint32_t hugeOffset_ = 0;
 };
 
 }  // namespace pagerex

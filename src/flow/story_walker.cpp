@@ -11,10 +11,6 @@ namespace {
 
 constexpr unsigned kDeepestBox = 4;
 
-bool isSame(ByteView bytes, const std::vector<uint8_t>& kept) {
-  return std::equal(kept.begin(), kept.end(), bytes.data(), bytes.data() + bytes.size());
-}
-
 }  // namespace
 
 StoryWalker::StoryWalker(WalkDocument& document, NoteCounters& counters, ListLabels& labels,
@@ -62,8 +58,7 @@ uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, co
   };
   std::vector<Part> before;  // of paragraphs whose marks are not there: they are one with the next
   for (;;) {
-    properties_ =
-        &document_.resolver->Paragraph(paragraph.istd, paragraph.sprms, paragraph.pieceSprms, place);
+    properties_ = &document_.PropertiesOf(paragraph, place);
     istd_ = properties_->style;
     markRun_ =
         document_.RunAt(paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start, istd_, place);
@@ -77,7 +72,7 @@ uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, co
     paragraph = next;
     mustEnd = paragraph.place.depth > 0 && paragraph.EndsCell(paragraph.place.depth);
   }
-  if (properties_->listNumber != 0) markSprms_ = document_.LastSprms();
+  markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
   place_ = place;
   paragraphStart_ = before.empty() ? paragraph.start : before.front().start;
   inline_.SetParagraph(*this, istd_, place);
@@ -101,8 +96,8 @@ void StoryWalker::Begin() {
                           labels_.Next(properties_->listNumber, properties_->listLevel, label,
                                        markRun_.properties->language, markRun_.properties->fonts.ascii);
   if (isListItem && !label.text.empty()) {
-    labelProperties = &document_.resolver->Label({markSprms_.data(), markSprms_.size()}, {},
-                                                 label.level->chpx, istd_, place_);
+    labelProperties =
+        &document_.resolver->Label(document_.SprmsAt(markPosition_), {}, label.level->chpx, istd_, place_);
   }
   const uint8_t outline = properties_->outlineLevel;
   handler_.BeginParagraph({.properties = *properties_,
@@ -128,11 +123,11 @@ void StoryWalker::Begin() {
 uint32_t StoryWalker::TellTable(uint32_t start, uint32_t limit, unsigned depth) {
   TableScan table(document_, depth);
   table.Read(start, limit);
-  RowLook look;
+  RowLooks looks;
   bool hasBegun = false;
   for (uint32_t i = 0; i < table.rows().size() && !document_.control.MustStop(); ++i) {
     if (IsRowHidden(table.rows()[i])) continue;
-    FindRowLook(table, i, look);
+    RowLook& look = LookOf(table, i, looks);
     if (!hasBegun) {
       handler_.BeginTable(table.Properties(look.definition));
       if (depth == 1 && story_.type == mso_word::SUBDOC_MAIN) ++document_.written.tables;
@@ -152,29 +147,34 @@ bool StoryWalker::IsRowHidden(const ScannedRow& row) {
          (document_.options.revisions == RevisionView::kOriginal && mark.revision.kind != Revision::kNone);
 }
 
-void StoryWalker::FindRowLook(const TableScan& table, uint32_t index, RowLook& look) {
+StoryWalker::RowLook& StoryWalker::LookOf(const TableScan& table, uint32_t index, RowLooks& looks) {
   const ScannedRow& row = table.rows()[index];
-  const auto rowCount = static_cast<uint32_t>(table.rows().size());
-  const bool isFirst = index == 0, isLast = index + 1 == rowCount;
-  ByteView sprms, pieceSprms;
-  if (row.hasDefinition) {
-    const FoundParagraph mark = document_.paragraphs.At(row.end - 1, row.end);
-    sprms = mark.sprms;
-    pieceSprms = mark.pieceSprms;
+  const bool isFirst = index == 0, isLast = index + 1 == table.rows().size();
+  FoundParagraph mark;
+  if (row.hasDefinition) mark = document_.paragraphs.At(row.end - 1, row.end);
+  for (RowLook& look : looks.looks) {
+    const bool isAlike = look.isThere && mark.pieceSprms.empty() && mark.sprms.size() == look.sprms.size() &&
+                         look.isFirst == isFirst && look.isLast == isLast &&
+                         look.cells.size() >= row.cellCount &&
+                         std::equal(look.sprms.begin(), look.sprms.end(), mark.sprms.data());
+    if (!isAlike) continue;
+    // What a table style says depends on the row.
+    if (look.definition.style != kNoStyle) MakeCells(table, index, look);
+    return look;
   }
-  const bool isAlike = look.row != UINT32_MAX && isSame(sprms, look.sprms) && pieceSprms.empty();
-  const bool hasBands = look.definition.style != kNoStyle;
-  look.row = index;
-  if (isAlike && !hasBands && isFirst == look.isFirst && isLast == look.isLast &&
-      look.cells.size() >= row.cellCount) {
-    return;
-  }
-  if (!isAlike) {
-    look.sprms.assign(sprms.data(), sprms.data() + sprms.size());
-    document_.tableStyles->Row(sprms, pieceSprms, look.definition);
-  }
+  RowLook& look = looks.looks[looks.next++ % RowLooks::kKept];
+  look.isThere = true;
   look.isFirst = isFirst;
   look.isLast = isLast;
+  look.sprms.assign(mark.sprms.data(), mark.sprms.data() + mark.sprms.size());
+  document_.tableStyles->Row(mark.sprms, mark.pieceSprms, look.definition);
+  MakeCells(table, index, look);
+  return look;
+}
+
+void StoryWalker::MakeCells(const TableScan& table, uint32_t index, RowLook& look) {
+  const ScannedRow& row = table.rows()[index];
+  const auto rowCount = static_cast<uint32_t>(table.rows().size());
   look.cells.assign(row.cellCount, {});
   look.conditions.assign(row.cellCount, 0);
   const ScannedCell* const cells = table.CellsOf(row);
@@ -184,9 +184,9 @@ void StoryWalker::FindRowLook(const TableScan& table, uint32_t index, RowLook& l
     while (last + 1 < defined && cells[last + 1].isMergedLeft) ++last;
     look.conditions[i] = conditionsOf(look.definition, index, rowCount, static_cast<uint32_t>(i),
                                       static_cast<uint32_t>(defined));
-    document_.tableStyles->Cell(look.definition,
-                                {static_cast<uint8_t>(i), static_cast<uint8_t>(last), isFirst, isLast},
-                                look.conditions[i], look.cells[i]);
+    document_.tableStyles->Cell(
+        look.definition, {static_cast<uint8_t>(i), static_cast<uint8_t>(last), look.isFirst, look.isLast},
+        look.conditions[i], look.cells[i]);
   }
 }
 

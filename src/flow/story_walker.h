@@ -20,14 +20,20 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   void Tell(const StoryPlace& story, uint32_t end);
 
  private:
-  /// What a row is told with, kept as long as rows are alike.
+  /// What a row is told with, kept for rows that are alike.
   struct RowLook {
     std::vector<uint8_t> sprms;
     RowDefinition definition;
     std::vector<CellProperties> cells;
     std::vector<uint16_t> conditions;
     bool isFirst = false, isLast = false;
-    uint32_t row = UINT32_MAX;
+    bool isThere = false;
+  };
+  /// The looks of the last few kinds of rows of a table.
+  struct RowLooks {
+    static constexpr size_t kKept = 8;
+    RowLook looks[kKept];
+    size_t next = 0;
   };
 
   uint32_t TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
@@ -36,7 +42,8 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
                          bool mustEnd);
   uint32_t TellTable(uint32_t start, uint32_t limit, unsigned depth);
   void TellRow(const TableScan& table, uint32_t index, RowLook& look, unsigned depth);
-  void FindRowLook(const TableScan& table, uint32_t index, RowLook& look);
+  RowLook& LookOf(const TableScan& table, uint32_t index, RowLooks& looks);
+  void MakeCells(const TableScan& table, uint32_t index, RowLook& look);
   void TellCells(const TableScan& table, const ScannedRow& row, RowLook& look, unsigned depth);
   bool IsRowHidden(const ScannedRow& row);
   void TellBoxes();
@@ -57,7 +64,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   uint16_t istd_ = 0;
   const ParagraphProperties* properties_ = nullptr;
   TextRun markRun_;
-  std::vector<uint8_t> markSprms_;
+  uint32_t markPosition_ = 0;
   TableStylePlace place_;
 };
 

@@ -53,23 +53,28 @@ void TableScan::Read(uint32_t start, uint32_t limit) {
 void TableScan::EndRow(const FoundParagraph& mark) {
   // Text in front of the mark that belongs to no cell is one.
   if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
-  LookAtRow(mark);
-  if (headerRows_ + 1 == rows_.size() && wasHeader_) ++headerRows_;
-  CloseRow(lastShape_, true);
+  const KnownRow& row = LookAtRow(mark);
+  if (headerRows_ + 1 == rows_.size() && row.isHeader) ++headerRows_;
+  CloseRow(row.shape, true);
 }
 
-void TableScan::LookAtRow(const FoundParagraph& mark) {
-  const bool isAlike = !shapeOfRow_.empty() && mark.pieceSprms.empty() &&
-                       mark.sprms.size() == lastSprms_.size() &&
-                       std::equal(lastSprms_.begin(), lastSprms_.end(), mark.sprms.data());
-  if (isAlike) return;
-  lastSprms_.assign(mark.sprms.data(), mark.sprms.data() + mark.sprms.size());
-  wasHeader_ = isHeaderRow(mark.sprms);
+const TableScan::KnownRow& TableScan::LookAtRow(const FoundParagraph& mark) {
+  for (const KnownRow& row : known_) {
+    if (row.isThere && mark.pieceSprms.empty() && mark.sprms.size() == row.sprms.size() &&
+        std::equal(row.sprms.begin(), row.sprms.end(), mark.sprms.data())) {
+      return row;
+    }
+  }
+  KnownRow& row = known_[nextKnown_++ % kKnownRows];
+  row.sprms.assign(mark.sprms.data(), mark.sprms.data() + mark.sprms.size());
+  row.isHeader = isHeaderRow(mark.sprms);
+  row.isThere = mark.pieceSprms.empty();
+  row.shape = kNoShape;
   RowGrid grid;
-  lastShape_ = kNoShape;
-  if (!rowGridOf(mark.sprms, grid) && !rowGridOf(mark.pieceSprms, grid)) return;
+  if (!rowGridOf(mark.sprms, grid) && !rowGridOf(mark.pieceSprms, grid)) return row;
   if (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0) shapes_.push_back(grid);
-  lastShape_ = static_cast<uint32_t>(shapes_.size() - 1);
+  row.shape = static_cast<uint32_t>(shapes_.size() - 1);
+  return row;
 }
 
 void TableScan::CloseRow(uint32_t shape, bool hasDefinition) {

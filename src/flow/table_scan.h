@@ -41,8 +41,16 @@ class TableScan {
   TableProperties Properties(const RowDefinition& firstRow) const;
 
  private:
+  /// The last few lists of rows, since rows are often alike.
+  struct KnownRow {
+    std::vector<uint8_t> sprms;
+    uint32_t shape = UINT32_MAX;
+    bool isHeader = false;
+    bool isThere = false;
+  };
+
   void EndRow(const FoundParagraph& mark);
-  void LookAtRow(const FoundParagraph& mark);
+  const KnownRow& LookAtRow(const FoundParagraph& mark);
   void CloseRow(uint32_t shape, bool hasDefinition);
   void MakeColumns();
   std::vector<ScannedCell> CellsOfShape(const RowGrid& shape) const;
@@ -61,9 +69,9 @@ class TableScan {
   uint16_t cellsOfRow_ = 0;
   uint16_t paragraphsOfCell_ = 0;
   size_t headerRows_ = 0;
-  std::vector<uint8_t> lastSprms_;  ///< of the row before: rows are often alike
-  uint32_t lastShape_ = UINT32_MAX;
-  bool wasHeader_ = false;
+  static constexpr size_t kKnownRows = 8;
+  KnownRow known_[kKnownRows];
+  size_t nextKnown_ = 0;
   bool hasSingleParagraphs_ = true;
   bool hasMerged_ = false;
   bool isRegular_ = true;
