@@ -25,6 +25,13 @@ FoundParagraph ParagraphFinder::At(uint32_t start, uint32_t limit) {
   return last_;
 }
 
+FoundParagraph ParagraphFinder::TextAt(uint32_t start, uint32_t limit) {
+  FoundParagraph paragraph;
+  paragraph.start = start;
+  FindEnd(paragraph, limit);
+  return paragraph;
+}
+
 void ParagraphFinder::FindEnd(FoundParagraph& paragraph, uint32_t limit) {
   for (uint32_t at = paragraph.start; at < limit;) {
     const std::u16string_view text = text_->At(at, limit);
@@ -65,7 +72,7 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   paragraph.sprms = entry.properties.part(2);
   paragraph.prm = piece.prm;
   if (piece.prm != 0) paragraph.pieceSprms = pieces_->Modifier(piece.prm);
-  const ParagraphOutline outline = outlineOf(paragraph.sprms);
+  const ParagraphOutline outline = OutlineOf(paragraph.sprms);
   paragraph.place = outline.place;
   if (outline.isHuge) {
     paragraph.sprms = Huge(outline.hugeOffset);
@@ -73,6 +80,13 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   }
   if (!paragraph.pieceSprms.empty()) paragraph.place = tablePlaceOf(paragraph.pieceSprms, paragraph.place);
   paragraph.place.depth = std::min(paragraph.place.depth, kDeepest);
+}
+
+ParagraphOutline ParagraphFinder::OutlineOf(ByteView sprms) {
+  if (const ParagraphOutline* const recent = outlines_.Find(sprms, 0, 0, {})) return *recent;
+  const ParagraphOutline outline = outlineOf(sprms);
+  outlines_.Keep(sprms, 0, 0, {}, outline);
+  return outline;
 }
 
 ByteView ParagraphFinder::Huge(uint32_t offset) {

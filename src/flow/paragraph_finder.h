@@ -5,6 +5,7 @@
 
 #include "base/byte_view.h"
 #include "flow/paragraph_sprms.h"
+#include "flow/recent_lists.h"
 #include "wordreader/property_pages.h"
 #include "wordreader/text_reader.h"
 
@@ -40,6 +41,8 @@ class ParagraphFinder {
 
   void Read(WordFile& file, PieceList& pieces, TextReader& text);
 
+  /// Where a paragraph that begins at `start` ends, without what the pages say of it.
+  FoundParagraph TextAt(uint32_t start, uint32_t limit);
   /// The paragraph that begins at `start`, which is below `limit`, where a section or another part ends.
   FoundParagraph At(uint32_t start, uint32_t limit);
   bool missed() const { return pages_.missed(); }
@@ -48,6 +51,7 @@ class ParagraphFinder {
   void FindEnd(FoundParagraph& paragraph, uint32_t limit);
   bool EndsWithPageBreak(uint32_t position);
   void FindProperties(FoundParagraph& paragraph);
+  ParagraphOutline OutlineOf(ByteView sprms);
   ByteView Huge(uint32_t offset);
 
   PieceList* pieces_ = nullptr;
@@ -57,6 +61,7 @@ class ParagraphFinder {
   std::unordered_map<uint32_t, ByteView> huge_;  ///< lists in "Data" by their offset
   uint64_t hugeBytesLeft_ = 0;
   FoundParagraph last_;
+  RecentLists<ParagraphOutline> outlines_;
   uint32_t lastLimit_ = 0;
 };
 

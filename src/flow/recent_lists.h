@@ -16,17 +16,22 @@ class RecentLists {
  public:
   /// Null for lists that were not kept.
   const Result* Find(ByteView sprms, uint16_t prm, uint16_t istd, const TableStylePlace& place) const {
-    const Entry& entry = entries_[SlotOf(sprms, istd)];
-    const bool isSame = entry.isThere && entry.size == sprms.size() && entry.prm == prm &&
-                        entry.istd == istd && entry.place == place &&
-                        (sprms.empty() || std::memcmp(entry.bytes, sprms.data(), sprms.size()) == 0);
-    return isSame ? &entry.result : nullptr;
+    const Entry* const slot = &entries_[SlotOf(sprms, istd)];
+    for (size_t way = 0; way < kWays; ++way) {
+      const Entry& entry = slot[way];
+      if (entry.isThere && entry.size == sprms.size() && entry.prm == prm && entry.istd == istd &&
+          entry.place == place &&
+          (sprms.empty() || std::memcmp(entry.bytes, sprms.data(), sprms.size()) == 0)) {
+        return &entry.result;
+      }
+    }
+    return nullptr;
   }
 
   /// Long lists are not kept.
   void Keep(ByteView sprms, uint16_t prm, uint16_t istd, const TableStylePlace& place, const Result& result) {
     if (sprms.size() > kLongest) return;
-    Entry& entry = entries_[SlotOf(sprms, istd)];
+    Entry& entry = entries_[SlotOf(sprms, istd) + next_++ % kWays];
     if (!sprms.empty()) std::memcpy(entry.bytes, sprms.data(), sprms.size());
     entry.size = static_cast<uint8_t>(sprms.size());
     entry.prm = prm;
@@ -41,7 +46,7 @@ class RecentLists {
   }
 
  private:
-  static constexpr size_t kSlots = 32;
+  static constexpr size_t kSlots = 32, kWays = 2;
   static constexpr size_t kLongest = 120;
 
   struct Entry {
@@ -57,13 +62,14 @@ class RecentLists {
   /// By the last bytes, which differ most, and the length.
   static size_t SlotOf(ByteView sprms, uint16_t istd) {
     uint64_t last = 0;
-    if (sprms.size() >= sizeof(last))
-      std::memcpy(&last, sprms.data() + sprms.size() - sizeof(last), sizeof(last));
+    const size_t n = sprms.size() < sizeof(last) ? sprms.size() : sizeof(last);
+    if (n > 0) std::memcpy(&last, sprms.data() + sprms.size() - n, n);
     last = (last + sprms.size() + istd) * 0x9E3779B97F4A7C15;
-    return static_cast<size_t>(last >> 59);
+    return static_cast<size_t>(last >> 59) * kWays;
   }
 
-  std::array<Entry, kSlots> entries_;
+  std::array<Entry, kSlots * kWays> entries_;
+  size_t next_ = 0;
 };
 
 }  // namespace pagerex

@@ -123,7 +123,7 @@ void StoryWalker::Begin() {
 uint32_t StoryWalker::TellTable(uint32_t start, uint32_t limit, unsigned depth) {
   TableScan table(document_, depth);
   table.Read(start, limit);
-  RowLooks looks;
+  RowLooks looks(table.kinds().size() + 1);
   bool hasBegun = false;
   for (uint32_t i = 0; i < table.rows().size() && !document_.control.MustStop(); ++i) {
     if (IsRowHidden(table.rows()[i])) continue;
@@ -150,25 +150,24 @@ bool StoryWalker::IsRowHidden(const ScannedRow& row) {
 StoryWalker::RowLook& StoryWalker::LookOf(const TableScan& table, uint32_t index, RowLooks& looks) {
   const ScannedRow& row = table.rows()[index];
   const bool isFirst = index == 0, isLast = index + 1 == table.rows().size();
-  FoundParagraph mark;
-  if (row.hasDefinition) mark = document_.paragraphs.At(row.end - 1, row.end);
-  for (RowLook& look : looks.looks) {
-    const bool isAlike = look.isThere && mark.pieceSprms.empty() && mark.sprms.size() == look.sprms.size() &&
-                         look.isFirst == isFirst && look.isLast == isLast &&
-                         look.cells.size() >= row.cellCount &&
-                         std::equal(look.sprms.begin(), look.sprms.end(), mark.sprms.data());
-    if (!isAlike) continue;
-    // What a table style says depends on the row.
-    if (look.definition.style != kNoStyle) MakeCells(table, index, look);
-    return look;
+  const bool hasKind = row.kind != ScannedRow::kNoKind;
+  RowLook& look = hasKind ? looks[row.kind] : looks.back();
+  const bool isMade = look.isThere && hasKind;
+  if (!isMade && hasKind) {
+    const std::vector<uint8_t>& sprms = table.kinds()[row.kind].sprms;
+    document_.tableStyles->Row({sprms.data(), sprms.size()}, {}, look.definition);
+  } else if (!isMade) {
+    FoundParagraph mark;
+    if (row.hasDefinition) mark = document_.paragraphs.At(row.end - 1, row.end);
+    document_.tableStyles->Row(mark.sprms, mark.pieceSprms, look.definition);
   }
-  RowLook& look = looks.looks[looks.next++ % RowLooks::kKept];
+  // What a table style says depends on the row.
+  const bool hasCells = isMade && look.isFirst == isFirst && look.isLast == isLast &&
+                        look.cells.size() >= row.cellCount && look.definition.style == kNoStyle;
   look.isThere = true;
   look.isFirst = isFirst;
   look.isLast = isLast;
-  look.sprms.assign(mark.sprms.data(), mark.sprms.data() + mark.sprms.size());
-  document_.tableStyles->Row(mark.sprms, mark.pieceSprms, look.definition);
-  MakeCells(table, index, look);
+  if (!hasCells) MakeCells(table, index, look);
   return look;
 }
 

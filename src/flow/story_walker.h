@@ -20,21 +20,15 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   void Tell(const StoryPlace& story, uint32_t end);
 
  private:
-  /// What a row is told with, kept for rows that are alike.
+  /// What a row is told with, kept for rows of one kind.
   struct RowLook {
-    std::vector<uint8_t> sprms;
     RowDefinition definition;
     std::vector<CellProperties> cells;
     std::vector<uint16_t> conditions;
     bool isFirst = false, isLast = false;
     bool isThere = false;
   };
-  /// The looks of the last few kinds of rows of a table.
-  struct RowLooks {
-    static constexpr size_t kKept = 8;
-    RowLook looks[kKept];
-    size_t next = 0;
-  };
+  using RowLooks = std::vector<RowLook>;  ///< by kind; the last is of all that have none
 
   uint32_t TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                      bool& endsCell);
