@@ -116,9 +116,7 @@ bool Line::KeepsAddressWhole(size_t i) const {
   for (const size_t limit = i + kLongestAddress; i < limit; ++i) {
     if (i >= text_.size()) return place_.isLast;
     if (isBlank(text_[i])) return true;
-    if (kHarmful.find(text_[i]) != std::u16string_view::npos && (text_[i] != '_' || !IsWithinWord(i))) {
-      return false;
-    }
+    if (kHarmful.find(text_[i]) != std::u16string_view::npos && IsEscaped(i)) return false;
   }
   return false;
 }

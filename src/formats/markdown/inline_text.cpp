@@ -147,18 +147,21 @@ void InlineText::LookOfBlanks() {
   }
 }
 
+/// Blanks in front of a link stay by themselves: a look may end there.
 void InlineText::Join() {
-  size_t count = 0;
-  for (const Piece& piece : pieces_) {
-    Piece* const last = count > 0 ? &pieces_[count - 1] : nullptr;
-    if (last && last->kind == Piece::kText && piece.kind == Piece::kText && last->look == piece.look &&
-        last->link == piece.link && last->end == piece.begin) {
+  ordered_.clear();
+  for (size_t i = 0; i < pieces_.size(); ++i) {
+    const Piece& piece = pieces_[i];
+    const bool isKept = IsBlank(piece) && i + 1 < pieces_.size() && pieces_[i + 1].link != piece.link;
+    Piece* const last = ordered_.empty() ? nullptr : &ordered_.back();
+    if (!isKept && last && last->kind == Piece::kText && piece.kind == Piece::kText &&
+        last->look == piece.look && last->link == piece.link && last->end == piece.begin) {
       last->end = piece.end;
     } else {
-      pieces_[count++] = piece;
+      ordered_.push_back(piece);
     }
   }
-  pieces_.resize(count);
+  pieces_.swap(ordered_);
 }
 
 void InlineText::TrimEnds() {

@@ -58,6 +58,8 @@ class InlineText {
   /// The looks that all of its text has.
   uint16_t CommonLook() const;
 
+  /// Blanks and breaks only.
+  bool IsBlank(const Piece& piece) const;
   const std::vector<Piece>& pieces() const { return pieces_; }
   std::u16string_view TextOf(const Piece& piece) const {
     return std::u16string_view(text_).substr(piece.begin, piece.end - piece.begin);
@@ -69,7 +71,6 @@ class InlineText {
 
  private:
   void AddStored(Piece::Kind kind, std::string_view markup, uint32_t link);
-  bool IsBlank(const Piece& piece) const;
   void SplitBlanks();
   void LookOfBlanks();
   void Join();

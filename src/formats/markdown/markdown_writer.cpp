@@ -85,7 +85,8 @@ void MarkdownWriter::BeginParagraph(const ParagraphFacts& facts) {
     pipeTable_.Align(facts.properties.alignment, facts.properties.isRightToLeft);
   }
   if (place_ == Place::kBody && facts.properties.pageBreakBefore) ++pageBreaksBefore_;
-  if (!partLabel_.empty()) inline_.Add(partLabel_ + u" ", 0);
+  beginsPart_ = !partLabel_.empty();
+  if (beginsPart_) inline_.Add(partLabel_ + u" ", 0);
   if (!partAuthor_.empty()) inline_.Add(partAuthor_, kBoldLook);
   if (!partTime_.empty()) inline_.Add(partTime_, 0);
   partLabel_.clear();
@@ -233,6 +234,9 @@ void MarkdownWriter::PutRule() {
 
 void MarkdownWriter::Text(std::u16string_view text, const RunProperties& properties) {
   if (muted_) return;
+  // The blank between a note's mark and its text stands already.
+  if (beginsPart_ && !text.empty() && text[0] == ' ') text.remove_prefix(1);
+  beginsPart_ = false;
   if (properties.caps) {
     upper_.resize(text.size());
     std::transform(text.begin(), text.end(), upper_.begin(), upperCase);

@@ -105,6 +105,7 @@ class MarkdownWriter final : public FlowHandler {
   std::u16string upper_;      ///< kept for its memory
   std::string anchors_;       ///< that the next text is to have
   std::u16string partLabel_;  ///< owed to the first paragraph of a note that has no mark of Markdown's
+  bool beginsPart_ = false;   ///< this label stands, its text does not
   std::u16string partAuthor_, partTime_;  ///< owed to the first paragraph of a comment
 
   const RunProperties* lastProperties_ = nullptr;  ///< and their look, without revisions
