@@ -75,6 +75,13 @@ TEST(ResolvedParagraph, TakesStylesWithTheirBases) {
   EXPECT_EQ(resolved.paragraph(0).spaceAfter, 100);
 }
 
+TEST(ResolvedParagraph, HasTheOutlineLevelOfAHeading) {
+  Resolved resolved({Style(), Style().sti(3).basedOn(0), Style().basedOn(1)});
+  EXPECT_EQ(resolved.paragraph(0).outlineLevel, 9);
+  EXPECT_EQ(resolved.paragraph(1).outlineLevel, 2);
+  EXPECT_EQ(resolved.paragraph(2).outlineLevel, 2);
+}
+
 TEST(ResolvedParagraph, TakesItsOwnListAndThenThatOfItsPiece) {
   Resolved resolved({Style().papx({support::spaceAfter(100), support::spaceBefore(10)})});
   const ParagraphProperties& p =
