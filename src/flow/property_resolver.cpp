@@ -1,7 +1,6 @@
 #include "flow/property_resolver.h"
 
 #include <cstring>
-#include <iterator>
 
 #include "flow/paragraph_sprms.h"
 #include "flow/run_sprms.h"
@@ -20,22 +19,14 @@ constexpr size_t kPageBytes = 512;
 
 constexpr uint16_t kNormal = 0;
 
-/// Calls `visit(list)` for what a table style says for all its cells, then for what it says under the
-/// conditions that hold.
-template <class Visit>
-void forTableStyleLists(const StyleTable& styles, const TableStylePlace& place, StyleGroup group,
-                        uint16_t conditionalSprm, const Visit& visit) {
-  if (!hasShortLists(styles, place.istd, group)) return;
-  styles.ForEachOfChain(place.istd, [&](uint16_t style) { visit((styles.*group)(style)); });
-  for (const uint16_t condition : kConditionsInOrder) {
-    if (place.conditions & condition) {
-      forConditionalLists(styles, place.istd, group, conditionalSprm, condition, visit);
-    }
-  }
-}
-
 constexpr uint16_t kParagraphCondition = 0xC666;  ///< sprmPCnf
 constexpr uint16_t kRunCondition = 0xCA85;        ///< sprmCCnf
+
+/// A list of a style, whose toggles are judged by what is there so far.
+void applyStyleList(ByteView sprms, RunProperties& properties) {
+  const RunProperties base = properties;
+  applyRunSprms(sprms, properties, base);
+}
 
 }  // namespace
 
@@ -91,33 +82,38 @@ ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd, const TableS
   if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
   const bool isInStyledTable =
       styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Papx);
+  if (!isInStyledTable) return StyleParagraph(istd);
+
   ParagraphProperties properties;
-  if (isInStyledTable) {
-    ApplyTableStyle(place, properties);
-    const Alignment ofTable = properties.alignment;
-    styles_.ForEachOfChain(istd,
-                           [&](uint16_t style) { ApplyParagraphList(styles_.Papx(style), properties); });
-    if (properties.alignment == Alignment::kStart) properties.alignment = ofTable;
-    properties.style = istd;
-    return properties;
+  for (const ByteView sprms : tableStyleLists(styles_, place, &StyleTable::Papx, kParagraphCondition)) {
+    applyParagraphSprms(sprms, properties);
   }
-  styles_.ForEachOfChain(istd, [&](uint16_t style) {
-    if (style >= styleParagraphs_.size()) return;
+  const Alignment ofTable = properties.alignment;
+  for (const uint16_t style : styles_.Chain(istd)) ApplyStyle(style, properties);
+  if (properties.alignment == Alignment::kStart) properties.alignment = ofTable;
+  return properties;
+}
+
+ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd) {
+  ParagraphProperties properties;
+  for (const uint16_t style : styles_.Chain(istd)) {
+    if (style >= styleParagraphs_.size()) continue;
     std::unique_ptr<ParagraphProperties>& kept = styleParagraphs_[style];
     if (!kept) {
-      ApplyParagraphList(styles_.Papx(style), properties);
+      ApplyStyle(style, properties);
       kept = std::make_unique<ParagraphProperties>(properties);
     } else {
       properties = *kept;
     }
-  });
-  properties.style = istd;
+  }
   return properties;
 }
 
-void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, ParagraphProperties& properties) const {
-  forTableStyleLists(styles_, place, &StyleTable::Papx, kParagraphCondition,
-                     [&](ByteView sprms) { applyParagraphSprms(sprms, properties); });
+void PropertyResolver::ApplyStyle(uint16_t istd, ParagraphProperties& properties) {
+  const uint16_t sti = styles_.Sti(istd);
+  if (sti >= 1 && sti <= 9) properties.outlineLevel = static_cast<uint8_t>(sti - 1);
+  ApplyParagraphList(styles_.Papx(istd), properties);
+  properties.style = istd;
 }
 
 const RunProperties& PropertyResolver::Run(ByteView sprms, ByteView pieceSprms, uint16_t istd,
@@ -177,33 +173,35 @@ RunProperties PropertyResolver::StyleRun(uint16_t istd, const TableStylePlace& p
   if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
   const bool isInStyledTable =
       styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Chpx);
-  RunProperties properties = DefaultRun();
-  if (isInStyledTable) {
-    const RunProperties standard = properties;
-    ApplyTableStyle(place, properties);
-    const RunProperties ofTable = properties;
-    clearToggles(properties);
-    styles_.ForEachOfChain(istd, [&](uint16_t style) {
-      const RunProperties base = properties;
-      applyRunSprms(styles_.Chpx(style), properties, base);
-    });
-    turnToggles(properties, ofTable);
-    if (properties.sizeHalfPoints == standard.sizeHalfPoints) {
-      properties.sizeHalfPoints = ofTable.sizeHalfPoints;
-    }
-    return properties;
+  if (!isInStyledTable) return StyleRun(istd);
+
+  const RunProperties standard = DefaultRun();
+  RunProperties ofTable = standard;
+  for (const ByteView sprms : tableStyleLists(styles_, place, &StyleTable::Chpx, kRunCondition)) {
+    applyStyleList(sprms, ofTable);
   }
-  styles_.ForEachOfChain(istd, [&](uint16_t style) {
-    if (style >= styleRuns_.size()) return;
+  RunProperties properties = ofTable;
+  clearToggles(properties);
+  for (const uint16_t style : styles_.Chain(istd)) applyStyleList(styles_.Chpx(style), properties);
+  turnToggles(properties, ofTable);
+  if (properties.sizeHalfPoints == standard.sizeHalfPoints) {
+    properties.sizeHalfPoints = ofTable.sizeHalfPoints;
+  }
+  return properties;
+}
+
+RunProperties PropertyResolver::StyleRun(uint16_t istd) {
+  RunProperties properties = DefaultRun();
+  for (const uint16_t style : styles_.Chain(istd)) {
+    if (style >= styleRuns_.size()) continue;
     std::unique_ptr<RunProperties>& kept = styleRuns_[style];
     if (!kept) {
-      const RunProperties base = properties;
-      applyRunSprms(styles_.Chpx(style), properties, base);
+      applyStyleList(styles_.Chpx(style), properties);
       kept = std::make_unique<RunProperties>(properties);
     } else {
       properties = *kept;
     }
-  });
+  }
   return properties;
 }
 
@@ -214,24 +212,16 @@ RunProperties PropertyResolver::DefaultRun() const {
   return properties;
 }
 
-void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, RunProperties& properties) const {
-  forTableStyleLists(styles_, place, &StyleTable::Chpx, kRunCondition, [&](ByteView sprms) {
-    const RunProperties base = properties;
-    applyRunSprms(sprms, properties, base);
-  });
-}
-
+/// Toggles of the style turn those of the paragraph.
 void PropertyResolver::ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const {
-  properties.characterStyle = istd;
-  if (styles_.Kind(istd) != StyleKind::kCharacter) return;
-  if (!hasShortLists(styles_, istd, &StyleTable::Chpx)) return;
-  const RunProperties paragraph = properties;
-  clearToggles(properties);
-  styles_.ForEachOfChain(istd, [&](uint16_t style) {
-    const RunProperties base = properties;
-    applyRunSprms(styles_.Chpx(style), properties, base);
-  });
-  turnToggles(properties, paragraph);
+  const bool isThere =
+      styles_.Kind(istd) == StyleKind::kCharacter && hasShortLists(styles_, istd, &StyleTable::Chpx);
+  if (isThere) {
+    const RunProperties paragraph = properties;
+    clearToggles(properties);
+    for (const uint16_t style : styles_.Chain(istd)) applyStyleList(styles_.Chpx(style), properties);
+    turnToggles(properties, paragraph);
+  }
   properties.characterStyle = istd;
 }
 

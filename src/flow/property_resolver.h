@@ -55,13 +55,14 @@ class PropertyResolver {
 
   ParagraphProperties ResolveParagraph(const PropertyKey& key);
   ParagraphProperties StyleParagraph(uint16_t istd, const TableStylePlace& place);
+  ParagraphProperties StyleParagraph(uint16_t istd);
+  void ApplyStyle(uint16_t istd, ParagraphProperties& properties);
   void ApplyParagraphList(ByteView sprms, ParagraphProperties& properties);
-  void ApplyTableStyle(const TableStylePlace& place, ParagraphProperties& properties) const;
 
   RunProperties ResolveRun(const PropertyKey& key);
   RunProperties StyleRun(uint16_t istd, const TableStylePlace& place);
+  RunProperties StyleRun(uint16_t istd);
   RunProperties DefaultRun() const;
-  void ApplyTableStyle(const TableStylePlace& place, RunProperties& properties) const;
   void ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const;
 
   static PropertyKey Kept(const PropertyKey& key, ChainAllocator& bytes);
