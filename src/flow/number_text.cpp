@@ -67,74 +67,71 @@ constexpr Text kStems = u"甲乙丙丁戊己庚辛壬癸", kBranches = u"子丑�
 constexpr Text kCircled = u"①②③④⑤⑥⑦⑧⑨⑩⑪⑫⑬⑭⑮⑯⑰⑱⑲⑳", kFullWidthDigits = u"０１２３４５６７８９";
 
 /// By nfc.
-constexpr Format
-    kFormats[] =
-        {
-            {Way::kDecimal},                                                        // 0
-            {Way::kUpperRoman, {}, nullptr, nullptr, 32767},                        // 1
-            {Way::kLowerRoman, {}, nullptr, nullptr, 32767},                        // 2
-            {Way::kRepeated, u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"},                        // 3
-            {Way::kRepeated, u"abcdefghijklmnopqrstuvwxyz"},                        // 4
-            {Way::kOrdinal},                                                        // 5
-            {Way::kCardinalWords},                                                  // 6
-            {Way::kOrdinalWords},                                                   // 7
-            {Way::kHex},                                                            // 8
-            {Way::kRepeated, u"*†‡§"},                                              // 9
-            {Way::kDigits, u"〇一二三四五六七八九"},                                // 10
-            {Way::kCounting, {}, &kJapanese},                                       // 11
-            {Way::kCycled, u"ｱｲｳｴｵｶｷｸｹｺｻｼｽｾｿﾀﾁﾂﾃﾄﾅﾆﾇﾈﾉﾊﾋﾌﾍﾎﾏﾐﾑﾒﾓﾔﾕﾖﾗﾘﾙﾚﾛﾜｦﾝ"},      // 12
-            {Way::kCycled, u"ｲﾛﾊﾆﾎﾍﾄﾁﾘﾇﾙｦﾜｶﾖﾀﾚｿﾂﾈﾅﾗﾑｳヰﾉｵｸﾔﾏｹﾌｺｴﾃｱｻｷﾕﾒﾐｼヱﾋﾓｾｽﾝ"},  // 13
-            {Way::kDigits, kFullWidthDigits},                                       // 14
-            {Way::kDecimal},                                                        // 15
-            {Way::kCounting, {}, &kJapaneseLegal},                                  // 16
-            {Way::kDigits, u"〇一二三四五六七八九"},                                // 17
-            {Way::kOnce, kCircled},                                                 // 18
-            {Way::kDigits, kFullWidthDigits},                                       // 19
-            {
-                Way::kCycled,
-                u"アイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤユヨラリルレロワヲ"
-                u"ン"},  // 20
-            {Way::kCycled,
-             u"イロハニホヘトチリヌルヲワカヨタレソツネナラムウヰノオクヤマケフコエテアサキユメミシヱヒモセス"
-             u"ン"},                                                         // 21
-            {Way::kLeadingZero},                                             // 22
-            {Way::kNothing},                                                 // 23
-            {Way::kCycled, u"가나다라마바사아자차카타파하"},                 // 24
-            {Way::kCycled, u"ㄱㄴㄷㄹㅁㅂㅅㅇㅈㅊㅋㅌㅍㅎ"},                 // 25
-            {Way::kOnce, u"⒈⒉⒊⒋⒌⒍⒎⒏⒐⒑⒒⒓⒔⒕⒖⒗⒘⒙⒚⒛"},                           // 26
-            {Way::kOnce, u"⑴⑵⑶⑷⑸⑹⑺⑻⑼⑽⑾⑿⒀⒁⒂⒃⒄⒅⒆⒇"},                           // 27
-            {Way::kOnce, kCircled},                                          // 28
-            {Way::kOnce, u"㈠㈡㈢㈣㈤㈥㈦㈧㈨㈩"},                           // 29
-            {Way::kOnce, kStems},                                            // 30
-            {Way::kOnce, kBranches},                                         // 31
-            {Way::kPairs},                                                   // 32
-            {Way::kShortCounting, {}, &kTaiwanese},                          // 33
-            {Way::kCounting, {}, &kTraditionalLegal},                        // 34
-            {Way::kCounting, {}, &kTaiwanese},                               // 35
-            {Way::kDigits, u"○一二三四五六七八九"},                          // 36
-            {Way::kShortCounting, {}, &kChinese},                            // 37
-            {Way::kCounting, {}, &kSimplifiedLegal},                         // 38
-            {Way::kCounting, {}, &kChinese},                                 // 39
-            {Way::kDecimal},                                                 // 40
-            {Way::kDigits, u"영일이삼사오육칠팔구"},                         // 41
-            {Way::kCounting, {}, &kKorean},                                  // 42
-            {Way::kWords, {}, nullptr, appendKoreanWords, 99},               // 43
-            {Way::kDigits, u"零一二三四五六七八九"},                         // 44
-            {Way::kHebrew, {}, nullptr, nullptr, 999},                       // 45
-            {Way::kRepeated, u"أبتثجحخدذرزسشصضطظعغفقكلمنهوي"},               // 46
-            {Way::kLastSignAndOthers, u"אבגדהוזחטיכלמנסעפצקרשת"},            // 47
-            {Way::kRepeated, u"أبجدهوزحطيكلمنسعفصقرشتثخذضظغ"},               // 48
-            {Way::kRepeated, u"कखगघङचछजझञटठडढणतथदधनऩपफबभमयरऱलळऴवशषसह"},      // 49
-            {Way::kRepeated, u"अआइईउऊऋऌऍऎएऐऑऒओऔ"},                           // 50
-            {Way::kDigits, u"०१२३४५६७८९"},                                   // 51
-            {Way::kWords, {}, nullptr, appendHindiWords},                    // 52
-            {Way::kRepeated, u"กขคงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟภมยรลวศษสหฬอฮ"},  // 53
-            {Way::kDigits, u"๐๑๒๓๔๕๖๗๘๙"},                                   // 54
-            {Way::kWords, {}, nullptr, appendThaiWords},                     // 55
-            {Way::kWords, {}, nullptr, appendVietnameseWords},               // 56
-            {Way::kDashes},                                                  // 57
-            {Way::kRepeated, u"абвгдежзиклмнопрстуфхцчшщыэюя"},              // 58
-            {Way::kRepeated, u"АБВГДЕЖЗИКЛМНОПРСТУФХЦЧШЩЫЭЮЯ"},              // 59
+constexpr Format kFormats[] = {
+    {Way::kDecimal},                                                        // 0
+    {Way::kUpperRoman, {}, nullptr, nullptr, 32767},                        // 1
+    {Way::kLowerRoman, {}, nullptr, nullptr, 32767},                        // 2
+    {Way::kRepeated, u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"},                        // 3
+    {Way::kRepeated, u"abcdefghijklmnopqrstuvwxyz"},                        // 4
+    {Way::kOrdinal},                                                        // 5
+    {Way::kCardinalWords},                                                  // 6
+    {Way::kOrdinalWords},                                                   // 7
+    {Way::kHex},                                                            // 8
+    {Way::kRepeated, u"*†‡§"},                                              // 9
+    {Way::kDigits, u"〇一二三四五六七八九"},                                // 10
+    {Way::kCounting, {}, &kJapanese},                                       // 11
+    {Way::kCycled, u"ｱｲｳｴｵｶｷｸｹｺｻｼｽｾｿﾀﾁﾂﾃﾄﾅﾆﾇﾈﾉﾊﾋﾌﾍﾎﾏﾐﾑﾒﾓﾔﾕﾖﾗﾘﾙﾚﾛﾜｦﾝ"},      // 12
+    {Way::kCycled, u"ｲﾛﾊﾆﾎﾍﾄﾁﾘﾇﾙｦﾜｶﾖﾀﾚｿﾂﾈﾅﾗﾑｳヰﾉｵｸﾔﾏｹﾌｺｴﾃｱｻｷﾕﾒﾐｼヱﾋﾓｾｽﾝ"},  // 13
+    {Way::kDigits, kFullWidthDigits},                                       // 14
+    {Way::kDecimal},                                                        // 15
+    {Way::kCounting, {}, &kJapaneseLegal},                                  // 16
+    {Way::kDigits, u"〇一二三四五六七八九"},                                // 17
+    {Way::kOnce, kCircled},                                                 // 18
+    {Way::kDigits, kFullWidthDigits},                                       // 19
+    {Way::kCycled,
+     u"アイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤユヨラリルレロワヲ"
+     u"ン"},  // 20
+    {Way::kCycled,
+     u"イロハニホヘトチリヌルヲワカヨタレソツネナラムウヰノオクヤマケフコエテアサキユメミシヱヒモセス"
+     u"ン"},                                                         // 21
+    {Way::kLeadingZero},                                             // 22
+    {Way::kNothing},                                                 // 23
+    {Way::kCycled, u"가나다라마바사아자차카타파하"},                 // 24
+    {Way::kCycled, u"ㄱㄴㄷㄹㅁㅂㅅㅇㅈㅊㅋㅌㅍㅎ"},                 // 25
+    {Way::kOnce, u"⒈⒉⒊⒋⒌⒍⒎⒏⒐⒑⒒⒓⒔⒕⒖⒗⒘⒙⒚⒛"},                           // 26
+    {Way::kOnce, u"⑴⑵⑶⑷⑸⑹⑺⑻⑼⑽⑾⑿⒀⒁⒂⒃⒄⒅⒆⒇"},                           // 27
+    {Way::kOnce, kCircled},                                          // 28
+    {Way::kOnce, u"㈠㈡㈢㈣㈤㈥㈦㈧㈨㈩"},                           // 29
+    {Way::kOnce, kStems},                                            // 30
+    {Way::kOnce, kBranches},                                         // 31
+    {Way::kPairs},                                                   // 32
+    {Way::kShortCounting, {}, &kTaiwanese},                          // 33
+    {Way::kCounting, {}, &kTraditionalLegal},                        // 34
+    {Way::kCounting, {}, &kTaiwanese},                               // 35
+    {Way::kDigits, u"○一二三四五六七八九"},                          // 36
+    {Way::kShortCounting, {}, &kChinese},                            // 37
+    {Way::kCounting, {}, &kSimplifiedLegal},                         // 38
+    {Way::kCounting, {}, &kChinese},                                 // 39
+    {Way::kDecimal},                                                 // 40
+    {Way::kDigits, u"영일이삼사오육칠팔구"},                         // 41
+    {Way::kCounting, {}, &kKorean},                                  // 42
+    {Way::kWords, {}, nullptr, appendKoreanWords, 99},               // 43
+    {Way::kDigits, u"零一二三四五六七八九"},                         // 44
+    {Way::kHebrew, {}, nullptr, nullptr, 999},                       // 45
+    {Way::kRepeated, u"أبتثجحخدذرزسشصضطظعغفقكلمنهوي"},               // 46
+    {Way::kLastSignAndOthers, u"אבגדהוזחטיכלמנסעפצקרשת"},            // 47
+    {Way::kRepeated, u"أبجدهوزحطيكلمنسعفصقرشتثخذضظغ"},               // 48
+    {Way::kRepeated, u"कखगघङचछजझञटठडढणतथदधनऩपफबभमयरऱलळऴवशषसह"},      // 49
+    {Way::kRepeated, u"अआइईउऊऋऌऍऎएऐऑऒओऔ"},                           // 50
+    {Way::kDigits, u"०१२३४५६७८९"},                                   // 51
+    {Way::kWords, {}, nullptr, appendHindiWords},                    // 52
+    {Way::kRepeated, u"กขคงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟภมยรลวศษสหฬอฮ"},  // 53
+    {Way::kDigits, u"๐๑๒๓๔๕๖๗๘๙"},                                   // 54
+    {Way::kWords, {}, nullptr, appendThaiWords},                     // 55
+    {Way::kWords, {}, nullptr, appendVietnameseWords},               // 56
+    {Way::kDashes},                                                  // 57
+    {Way::kRepeated, u"абвгдежзиклмнопрстуфхцчшщыэюя"},              // 58
+    {Way::kRepeated, u"АБВГДЕЖЗИКЛМНОПРСТУФХЦЧШЩЫЭЮЯ"},              // 59
 };
 
 /// Signs are repeated up to so many times, then it begins with one of them again.

@@ -54,8 +54,8 @@ uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, 
 
 uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
                                     bool mustEnd) {
-  if (document_.progress && story_.type == mso_word::SUBDOC_MAIN && depth_ == 0)
-    document_.progress->Reached(paragraph.start);
+  const bool isMain = story_.type == mso_word::SUBDOC_MAIN;
+  if (document_.progress && isMain) document_.progress->Reached(paragraph.start);
   struct Part {
     uint32_t start, end;
   };
@@ -84,6 +84,10 @@ uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, co
   inline_.Tell(paragraph.start, paragraph.textEnd);
   const bool isNothing = !markRun_.isShown && !inline_.isOpen() && !mustEnd;
   if (!isNothing) inline_.EndParagraph(paragraph.textEnd, mustEnd);
+  if (isMain) {
+    ++document_.written.paragraphs;
+    document_.written.characters += paragraph.end - paragraphStart_;
+  }
   if (!inline_.isOpen()) TellBoxes();
   return std::max(paragraph.end, paragraphStart_ + 1);
 }
@@ -128,7 +132,10 @@ uint32_t StoryWalker::TellTable(uint32_t start, uint32_t limit, unsigned depth) 
   for (uint32_t i = 0; i < table.rows().size() && !document_.control.MustStop(); ++i) {
     if (IsRowHidden(table.rows()[i])) continue;
     FindRowLook(table, i, look);
-    if (!hasBegun) handler_.BeginTable(table.Properties(look.definition));
+    if (!hasBegun) {
+      handler_.BeginTable(table.Properties(look.definition));
+      if (depth == 1 && story_.type == mso_word::SUBDOC_MAIN) ++document_.written.tables;
+    }
     hasBegun = true;
     TellRow(table, i, look, depth);
   }
@@ -177,8 +184,8 @@ void StoryWalker::FindRowLook(const TableScan& table, uint32_t index, RowLook& l
     look.conditions[i] = conditionsOf(look.definition, index, rowCount, static_cast<uint32_t>(i),
                                       static_cast<uint32_t>(defined));
     document_.tableStyles->Cell(look.definition,
-                             {static_cast<uint8_t>(i), static_cast<uint8_t>(last), isFirst, isLast},
-                             look.conditions[i], look.cells[i]);
+                                {static_cast<uint8_t>(i), static_cast<uint8_t>(last), isFirst, isLast},
+                                look.conditions[i], look.cells[i]);
   }
 }
 

@@ -27,7 +27,7 @@ class Walk {
        FlowHandler& handler)
       : document_(file, options, control, progress, handler), handler_(handler) {}
 
-  void Run();
+  WrittenCounts Run();
 
  private:
   void TellSections();
@@ -50,7 +50,7 @@ class Walk {
   NoteCounters counters_;
 };
 
-void Walk::Run() {
+WrittenCounts Walk::Run() {
   constexpr uint32_t kMostSummary = 1 << 20;
   WordFile& file = document_.file;
   const DocumentSummary summary =
@@ -70,6 +70,7 @@ void Walk::Run() {
   TellComments();
   handler_.EndDocument();
   document_.WarnOfDamage();
+  return document_.written;
 }
 
 void Walk::TellSections() {
@@ -156,9 +157,9 @@ void Walk::TellComments() {
 
 }  // namespace
 
-void walk(WordFile& file, const WalkOptions& options, RunControl& control, ProgressListener* progress,
-          FlowHandler& handler) {
-  Walk(file, options, control, progress, handler).Run();
+WrittenCounts walk(WordFile& file, const WalkOptions& options, RunControl& control,
+                   ProgressListener* progress, FlowHandler& handler) {
+  return Walk(file, options, control, progress, handler).Run();
 }
 
 }  // namespace pagerex

@@ -24,12 +24,9 @@ struct WalkOptions {
 
 /// Tells `handler` what the document says, in the order of reading. Asks `control` at each paragraph, and
 /// ends early, with every `End` told, when it says so. `progress` may be null. Damage leaves text out only
-/// where its bytes are not there; warnings go where the file's go. Throws std::bad_alloc, and whatever the
-/// handler throws.
-void walk(WordFile& file, const WalkOptions& options, RunControl& control, ProgressListener* progress,
-          FlowHandler& handler);
-
-/// How often what occurs in the main text, for those who only want to know.
-WrittenCounts countFlow(WordFile& file, RunControl& control);
+/// where its bytes are not there; warnings go where the file's go. Returns what there was in the main text,
+/// without pictures and pages. Throws std::bad_alloc, and whatever the handler throws.
+WrittenCounts walk(WordFile& file, const WalkOptions& options, RunControl& control,
+                   ProgressListener* progress, FlowHandler& handler);
 
 }  // namespace pagerex

@@ -100,6 +100,7 @@ struct WalkDocument {
   StringTable authors;
   Drawings drawings{file};
   uint32_t textBoxCount = 0;
+  WrittenCounts written;  ///< of the main text
 
  private:
   /// What the last run came from: neighbours are often alike.
