@@ -199,8 +199,10 @@ void StoryWalker::TellRow(const TableScan& table, uint32_t index, RowLook& look,
     const size_t end = size_t{last.column} + last.columnSpan;
     properties.columnsAfter = static_cast<uint16_t>(table.ColumnCount() - std::min(end, table.ColumnCount()));
   }
-  if (row.hasDefinition && document_.authors.Count() > 0)
-    properties.revision = document_.RunAt(row.end - 1, 0, {}).properties->revision;
+  if (row.hasDefinition && document_.authors.Count() > 0) {
+    const RunProperties& mark = *document_.RunAt(row.end - 1, 0, {}).properties;
+    properties.revision = mark.deletion.kind != Revision::kNone ? mark.deletion : mark.revision;
+  }
   handler_.BeginRow(properties);
   TellCells(table, row, look, depth);
   handler_.EndRow();

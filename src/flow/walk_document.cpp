@@ -171,6 +171,8 @@ void WalkDocument::WarnOfDamage() {
   Warnings* const warnings = file.warnings();
   if (paragraphs.missed()) warn(warnings, WarningCode::kTableDamaged, "paragraph properties");
   if (runs.missed()) warn(warnings, WarningCode::kTableDamaged, "character properties");
+  if (text.wentBeyondClaim() || file.wentBeyondClaim())
+    warn(warnings, WarningCode::kTableDamaged, "length of a stream");
   if (text.missed()) warn(warnings, WarningCode::kOutside, "text");
   if (file.storyStarts().back() > pieces.end()) warn(warnings, WarningCode::kEndedEarly);
 }
