@@ -11,6 +11,11 @@ namespace {
 
 constexpr unsigned kDeepestBox = 4;
 
+/// Not changed as well.
+bool isOnlyHidden(const RunProperties& mark) {
+  return mark.hidden && mark.revision.kind == Revision::kNone && mark.deletion.kind == Revision::kNone;
+}
+
 }  // namespace
 
 StoryWalker::StoryWalker(WalkDocument& document, NoteCounters& counters, ListLabels& labels,
@@ -47,45 +52,66 @@ uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, 
 
 // Paragraphs
 
-uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
+uint32_t StoryWalker::TellParagraph(const FoundParagraph& first, uint32_t limit, const TableStylePlace& place,
                                     bool mustEnd) {
   // Nothing is held of what was told before.
   if (!inline_.isOpen()) document_.MayForget();
   const bool isMain = story_.type == mso_word::SUBDOC_MAIN;
-  if (document_.progress && isMain) document_.progress->Reached(paragraph.start);
-  struct Part {
-    uint32_t start, end;
-  };
-  std::vector<Part> before;  // of paragraphs whose marks are not there: they are one with the next
-  for (;;) {
-    properties_ = &document_.PropertiesOf(paragraph, place);
-    istd_ = properties_->style;
-    markRun_ =
-        document_.RunAt(paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start, istd_, place);
-    if (markRun_.isShown || paragraph.mark != text_mark::kParagraphEnd || paragraph.end >= limit) break;
+  if (document_.progress && isMain) document_.progress->Reached(first.start);
+  place_ = place;
+  paragraphStart_ = first.start;
+  const FoundParagraph last = Join(first, limit);
+  if (parts_.size() > 1) mustEnd = last.place.depth > 0 && last.EndsCell(last.place.depth);
+  for (const Part& part : parts_) {
+    inline_.SetParagraph(*this, part.istd, place);
+    inline_.Tell(part.start, part.end);
+  }
+  const bool isNothing = !isMarkShown_ && !inline_.isOpen() && !mustEnd;
+  if (!isNothing) inline_.EndParagraph(last.textEnd, mustEnd);
+  if (isMain) {
+    ++document_.written.paragraphs;
+    document_.written.characters += last.end - paragraphStart_;
+  }
+  if (!inline_.isOpen()) TellBoxes();
+  return std::max(last.end, paragraphStart_ + 1);
+}
+
+/// Paragraphs whose marks are not there are one with the next. The last of them says what the whole is like,
+/// but a mark that is only hidden says it of what stands in front and is shown.
+FoundParagraph StoryWalker::Join(FoundParagraph paragraph, uint32_t limit) {
+  parts_.clear();
+  for (bool isSettled = false;;) {
+    const ParagraphProperties& properties = document_.PropertiesOf(paragraph, place_);
+    const uint32_t markPosition = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
+    const TextRun mark = document_.RunAt(markPosition, properties.style, place_);
+    isMarkShown_ = mark.isShown;
+    const Part part{paragraph.start, paragraph.textEnd, properties.style};
+    parts_.push_back(part);
+    if (!isSettled) {
+      properties_ = &properties;
+      istd_ = properties.style;
+      markRun_ = mark;
+      markPosition_ = markPosition;
+    }
+    if (isMarkShown_ || paragraph.mark != text_mark::kParagraphEnd || paragraph.end >= limit) break;
     const FoundParagraph next = document_.paragraphs.At(paragraph.end, limit);
     if (next.place.depth != paragraph.place.depth || next.place.isRowEnd || next.place.isInnerRowEnd ||
         paragraph.place.isInnerCellEnd || document_.control.MustStop()) {
       break;
     }
-    before.push_back({paragraph.start, paragraph.textEnd});
+    isSettled = isSettled || (isOnlyHidden(*mark.properties) && ShowsText(part));
     paragraph = next;
-    mustEnd = paragraph.place.depth > 0 && paragraph.EndsCell(paragraph.place.depth);
   }
-  markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
-  place_ = place;
-  paragraphStart_ = before.empty() ? paragraph.start : before.front().start;
-  inline_.SetParagraph(*this, istd_, place);
-  for (const Part& part : before) inline_.Tell(part.start, part.end);
-  inline_.Tell(paragraph.start, paragraph.textEnd);
-  const bool isNothing = !markRun_.isShown && !inline_.isOpen() && !mustEnd;
-  if (!isNothing) inline_.EndParagraph(paragraph.textEnd, mustEnd);
-  if (isMain) {
-    ++document_.written.paragraphs;
-    document_.written.characters += paragraph.end - paragraphStart_;
+  return paragraph;
+}
+
+bool StoryWalker::ShowsText(const Part& part) {
+  for (uint32_t at = part.start; at < part.end;) {
+    const TextRun& run = document_.RunAt(at, part.istd, place_);
+    if (run.isShown) return true;
+    at = run.end;
   }
-  if (!inline_.isOpen()) TellBoxes();
-  return std::max(paragraph.end, paragraphStart_ + 1);
+  return false;
 }
 
 void StoryWalker::Begin() {
