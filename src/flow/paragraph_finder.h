@@ -66,7 +66,7 @@ class ParagraphFinder {
   std::unordered_map<uint32_t, ByteView> huge_;  ///< lists in "Data" by their offset
   uint64_t hugeBytesLeft_ = 0;
   FoundParagraph last_;
-  RecentLists<ParagraphOutline> outlines_;
+  RecentLists<ParagraphOutline, 504> outlines_;
   uint32_t lastLimit_ = 0;
 };
 

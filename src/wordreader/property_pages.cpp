@@ -40,11 +40,15 @@ PropertyPages::Entry PropertyPages::Missing(uint32_t offset) {
 }
 
 bool PropertyPages::LoadPageOf(uint32_t offset) {
-  if (pageNumber_ != UINT32_MAX && pageNumber_ + 1 < bins_.Count() && LoadPage(pageNumber_ + 1) &&
-      IsInPage(offset))
-    return true;
-  // Where the places do not rise, nothing can be found but what comes next.
-  const uint32_t index = rises_ ? bins_.Find(offset) : bins_.Count();
+  // The one that is looked for is mostly among the next few.
+  constexpr uint32_t kNear = 4;
+  uint32_t index = pageNumber_;
+  const uint32_t last = pageNumber_ < bins_.Count() ? std::min(pageNumber_ + kNear, bins_.Count()) : 0;
+  while (index < last && offset >= bins_.Position(index + 1)) ++index;
+  if (index >= last || offset < bins_.Position(index)) {
+    // Where the places do not rise, nothing can be found but what is near.
+    index = rises_ ? bins_.Find(offset) : bins_.Count();
+  }
   return index < bins_.Count() && LoadPage(index) && IsInPage(offset);
 }
 
