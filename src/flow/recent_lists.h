@@ -46,7 +46,7 @@ class RecentLists {
   }
 
  private:
-  static constexpr size_t kSlots = 32, kWays = 2;
+  static constexpr size_t kSlots = 16, kWays = 4;
 
   struct Entry {
     bool isThere = false;
@@ -64,7 +64,7 @@ class RecentLists {
     const size_t n = sprms.size() < sizeof(last) ? sprms.size() : sizeof(last);
     if (n > 0) std::memcpy(&last, sprms.data() + sprms.size() - n, n);
     last = (last + sprms.size() + istd) * 0x9E3779B97F4A7C15;
-    return static_cast<size_t>(last >> 59) * kWays;
+    return static_cast<size_t>(last >> 60) * kWays;
   }
 
   std::array<Entry, kSlots * kWays> entries_;
