@@ -36,7 +36,7 @@ void StoryWalker::Tell(const StoryPlace& story, uint32_t end) {
 /// A paragraph, or a table of the next depth. The position behind it.
 uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                                 bool& endsCell) {
-  const FoundParagraph paragraph = document_.paragraphs.At(start, limit);
+  const FoundParagraph& paragraph = document_.paragraphs.At(start, limit);
   if (paragraph.place.depth > depth) {
     if (inline_.isOpen()) inline_.EndParagraph(start, true);
     return TellTable(start, limit, depth + 1);
@@ -56,14 +56,17 @@ uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, co
   struct Part {
     uint32_t start, end;
   };
+  bool isMarkShown = true;
   std::vector<Part> before;  // of paragraphs whose marks are not there: they are one with the next
   for (;;) {
     properties_ = &document_.PropertiesOf(paragraph, place);
     istd_ = properties_->style;
-    markRun_ =
+    const TextRun& mark =
         document_.RunAt(paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start, istd_, place);
-    if (markRun_.isShown || paragraph.mark != text_mark::kParagraphEnd || paragraph.end >= limit) break;
-    const FoundParagraph next = document_.paragraphs.At(paragraph.end, limit);
+    markProperties_ = mark.properties;
+    isMarkShown = mark.isShown;
+    if (isMarkShown || paragraph.mark != text_mark::kParagraphEnd || paragraph.end >= limit) break;
+    const FoundParagraph& next = document_.paragraphs.At(paragraph.end, limit);
     if (next.place.depth != paragraph.place.depth || next.place.isRowEnd || next.place.isInnerRowEnd ||
         paragraph.place.isInnerCellEnd || document_.control.MustStop()) {
       break;
@@ -78,7 +81,7 @@ uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, co
   inline_.SetParagraph(*this, istd_, place);
   for (const Part& part : before) inline_.Tell(part.start, part.end);
   inline_.Tell(paragraph.start, paragraph.textEnd);
-  const bool isNothing = !markRun_.isShown && !inline_.isOpen() && !mustEnd;
+  const bool isNothing = !isMarkShown && !inline_.isOpen() && !mustEnd;
   if (!isNothing) inline_.EndParagraph(paragraph.textEnd, mustEnd);
   if (isMain) {
     ++document_.written.paragraphs;
@@ -92,9 +95,9 @@ void StoryWalker::Begin() {
   constexpr uint8_t kBodyText = 9;
   LabelFacts label;
   const RunProperties* labelProperties = nullptr;
-  const bool isListItem = properties_->listNumber != 0 &&
-                          labels_.Next(properties_->listNumber, properties_->listLevel, label,
-                                       markRun_.properties->language, markRun_.properties->fonts.ascii);
+  const bool isListItem =
+      properties_->listNumber != 0 && labels_.Next(properties_->listNumber, properties_->listLevel, label,
+                                                   markProperties_->language, markProperties_->fonts.ascii);
   if (isListItem && !label.text.empty()) {
     labelProperties =
         &document_.resolver->Label(document_.SprmsAt(markPosition_), {}, label.level->chpx, istd_, place_);
@@ -114,7 +117,7 @@ void StoryWalker::Begin() {
                            .listId = label.listId,
                            .number = label.number,
                            .numberFormat = label.nfc,
-                           .markProperties = *markRun_.properties,
+                           .markProperties = *markProperties_,
                            .position = paragraphStart_ - story_.base});
 }
 
@@ -227,7 +230,7 @@ void StoryWalker::TellCells(const TableScan& table, const ScannedRow& row, RowLo
       isInCell = true;
     }
     // What is merged into the cell at its left has mostly no text, and then no paragraph.
-    const FoundParagraph next = document_.paragraphs.At(at, textEnd);
+    const FoundParagraph& next = document_.paragraphs.At(at, textEnd);
     const bool isEmptyRest =
         isFirstBlock && cells[known].isMergedLeft && next.EndsCell(depth) && next.textEnd == next.start;
     bool endsCell = isEmptyRest;

@@ -57,7 +57,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   uint32_t paragraphStart_ = 0;
   uint16_t istd_ = 0;
   const ParagraphProperties* properties_ = nullptr;
-  TextRun markRun_;
+  const RunProperties* markProperties_ = nullptr;
   uint32_t markPosition_ = 0;
   TableStylePlace place_;
 };
