@@ -66,7 +66,7 @@ FoundParagraph TableScan::Next(uint32_t limit) {
 
 void TableScan::EndRow(const FoundParagraph& mark) {
   // Text in front of the mark that belongs to no cell is one.
-  if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
+  if ((paragraphsOfCell_ > 0 || mark.textEnd > mark.start) && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
   rows_.back().hasDefinition = true;
   const uint32_t kind = FindKind(mark);
   const RowKind& row = kind != ScannedRow::kNoKind ? kinds_[kind] : unkept_;

@@ -103,6 +103,7 @@ ByteView WordFile::Table(mso_word::FIBFCLCB index) {
     warn(warnings_, WarningCode::kTableDamaged, nameOfTable(index));
   if (there > tableBytesLeft_) return {};
   tableBytesLeft_ -= there;
+  wentBeyondClaim_ |= uint64_t{place.fc} + there > tables_.claimed();
   return tables_.Keep(place.fc, there);
 }
 

@@ -52,7 +52,7 @@ class WordFile {
   ByteView WholeStream(const wchar_t* name, uint32_t most);
 
   /// Whether tables lie behind what the entry of their stream claims.
-  bool wentBeyondClaim() const { return tables_.wentBeyondClaim(); }
+  bool wentBeyondClaim() const { return wentBeyondClaim_; }
 
   ChainAllocator& allocator() { return allocator_; }
   Warnings* warnings() const { return warnings_; }
@@ -78,6 +78,7 @@ class WordFile {
   StoryStarts storyStarts_{};
   uint32_t textStart_ = 0, textEnd_ = 0;
   uint64_t tableBytesLeft_ = 0;  ///< that may still be copied
+  bool wentBeyondClaim_ = false;
 };
 
 }  // namespace pagerex
