@@ -82,18 +82,10 @@ enum {
 
 /* --- The document -------------------------------------------------------------------------------------- */
 
-enum {
-  PAGEREX_PROPERTY_TEXT = 0,
-  PAGEREX_PROPERTY_INTEGER = 1,
-  PAGEREX_PROPERTY_REAL = 2,
-  PAGEREX_PROPERTY_BOOLEAN = 3,
-  PAGEREX_PROPERTY_TIME = 4
-};
-
 /* A property that someone gave a name. */
 typedef struct pagerex_custom_property {
   pagerex_text name;
-  int64_t kind; /* PAGEREX_PROPERTY_...: which of the others counts */
+  int64_t kind; /* 0 text, 1 integer, 2 real, 3 boolean, 4 time: which of the others counts */
   pagerex_text text;
   int64_t integer; /* and of a boolean: 0 or 1 */
   double real;
@@ -363,7 +355,7 @@ typedef struct pagerex_picture_data {
 
 /* Reads the picture that a function was handed, before that returns. `data` has its size set. Returns
  * PAGEREX_RESULT_OK, _INVALID_ARGUMENT, _UNREADABLE where there is no picture or it cannot be read, and
- * _OUT_OF_MEMORY or _MEMORY_LIMIT, which end the walk too. */
+ * _OUT_OF_MEMORY, which ends the walk too. */
 PAGEREX_API int pagerex_picture_read(const pagerex_picture* picture, pagerex_picture_data* data);
 
 typedef struct pagerex_text_box {
