@@ -415,7 +415,7 @@ typedef struct pagerex_cell {
 
 /* Functions of the host, called on the thread of the call; null ones are not. Each gets the `user` of the
  * call and returns 0 to go on; anything else ends the walk as PAGEREX_RESULT_CANCELED, and nothing is called
- * any more. Whatever else ends it: what has begun is told to end.
+ * any more. Where a flag, a deadline or the input ends it, what has begun is told to end; not where memory ends.
  *
  *     document  = begin_document section* notes comments end_document
  *     section   = begin_section header* block* end_section
