@@ -51,6 +51,9 @@ class WordFile {
   /// All bytes of a stream, `most` at most; empty without.
   ByteView WholeStream(const wchar_t* name, uint32_t most);
 
+  /// Whether tables lie behind what the entry of their stream claims.
+  bool wentBeyondClaim() const { return tables_.wentBeyondClaim(); }
+
   ChainAllocator& allocator() { return allocator_; }
   Warnings* warnings() const { return warnings_; }
   /// Bytes that the two main streams hold together: what limits are measured by.
