@@ -320,7 +320,7 @@ typedef struct pagerex_options {
   /* Of the formats "text" and "markdown"; the others take no notice. What is not 0 is wanted. */
   int32_t revisions;    /* PAGEREX_REVISIONS_... */
   int32_t hidden_text;  /* text that Word hides */
-  int32_t comments;     /* with their authors, behind the text */
+  int32_t no_comments;  /* leaves out comments, which otherwise stand behind the text, with their authors */
   int32_t headers;      /* headers and footers, each in front of its section; "text" alone */
   int32_t front_matter; /* the document's properties in front of it; "markdown" alone */
   int32_t page_breaks;  /* as comments; "markdown" alone */

@@ -104,7 +104,7 @@ bool Request::TakeChoices() {
   if (options.width < 0) return false;
   choices.revisions = options.revisions;
   choices.hiddenText = options.hidden_text != 0;
-  choices.comments = options.comments != 0;
+  choices.comments = options.no_comments == 0;
   choices.headers = options.headers != 0;
   choices.frontMatter = options.front_matter != 0;
   choices.pageBreaks = options.page_breaks != 0;

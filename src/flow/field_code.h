@@ -1,11 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "flow/font_names.h"
+#include "flow/symbol_characters.h"
 
 namespace pagerex {
 
@@ -58,18 +58,19 @@ enum class FieldDisplay : uint8_t {
   kAutoNumber,    ///< a number of paragraphs
 };
 
-/// The number of the field whose name stands first in its code: by `flt` if the file tells it, else by the
-/// name. Text that is no name of a field is a bookmark (kBareRef).
+/// The number of a field: `flt` if that is one, else by the name that its code begins with. What is no name
+/// of a field is that of a bookmark (kBareRef); kUnknown for a code without text.
 FieldType fieldTypeOf(std::u16string_view code, uint8_t flt);
-/// The number of a field by its name in any case of letters; kUnknown for none.
-FieldType fieldTypeNamed(std::u16string_view name);
-FieldDisplay fieldDisplay(uint8_t flt, std::u16string_view code);
+FieldDisplay fieldDisplay(FieldType type);
+inline FieldDisplay fieldDisplay(uint8_t flt, std::u16string_view code) {
+  return fieldDisplay(fieldTypeOf(code, flt));
+}
 
-/// A part of a field code.
+/// A part of a field code: its name, an argument or a switch. `\* Upper` is a switch '*' and an argument.
 struct FieldWord {
-  std::u16string text;    ///< without quotes and escapes
-  char16_t switchLetter;  ///< in small letters; 0 for an argument. `\* Upper` is a switch '*' and an argument
-  uint32_t begin, end;    ///< where it stands in the code, with quotes
+  std::u16string text;        ///< of a name or an argument, without quotes and escapes
+  char16_t switchLetter = 0;  ///< in small letters; 0 for a name or an argument
+  size_t end = 0;             ///< where it ends in the code
 };
 
 /// Reads a field code part by part. The first is the field's name.
@@ -94,16 +95,16 @@ struct FieldLink {
   std::u16string target;
 };
 
-/// Where a field leads: HYPERLINK always, references to bookmarks (REF, PAGEREF, NOTEREF, FTNREF) if they
-/// are made to be followed (`\h`). False for all others.
+/// Where a field leads: HYPERLINK always, references to bookmarks (REF, PAGEREF, NOTEREF, FTNREF, or a name
+/// alone) if they are made to be followed (`\h`). False for all others.
 bool linkOf(std::u16string_view code, uint8_t flt, FieldLink& out);
 
-/// What a SYMBOL field shows; `font` is the one of its `\f`, as the text that stands in for it is Unicode all
-/// the same. Empty if it has no code.
-std::u16string symbolFieldText(std::u16string_view code, SymbolFont runSymbols = SymbolFont::kNone);
+/// What a SYMBOL field shows, as Unicode; empty if it has no code. `font` is that of its run, which holds if
+/// the field names none.
+std::u16string symbolFieldText(std::u16string_view code, SymbolFont font = SymbolFont::kNone);
 
 /// Where in the code the text of a button (MACROBUTTON, GOTOBUTTON) begins: behind the first argument and
-/// one space. The code's length if there is none.
+/// spaces. The code's length if there is none.
 size_t buttonTextStart(std::u16string_view code);
 
 }  // namespace pagerex

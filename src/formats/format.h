@@ -29,7 +29,7 @@ class FormatListener : public ProgressListener {
 struct FlowChoices {
   int32_t revisions = PAGEREX_REVISIONS_FINAL;
   bool hiddenText = false;
-  bool comments = false;
+  bool comments = true;
   bool headers = false;
   bool frontMatter = false;
   bool pageBreaks = false;

@@ -201,7 +201,8 @@ void FlowTranscript::BeginDocument(const DocumentFacts& facts) {
 
 void FlowTranscript::EndDocument() {
   FlushText();
-  if (!open_.empty()) hasWrongEnd_ = true;
+  hasWrongEnd_ |= hasEnded_ || !open_.empty();
+  hasEnded_ = true;
 }
 
 void FlowTranscript::BeginSection(const SectionFacts& facts) {

@@ -34,7 +34,7 @@ class FlowTranscript : public pagerex::FlowHandler {
   /// The characters alone, with "\n" behind each paragraph, and marks as characters.
   const std::u16string& characters() const { return characters_; }
   /// Whether each thing that began has ended, in its order.
-  bool isBalanced() const { return open_.empty() && !hasWrongEnd_; }
+  bool isBalanced() const { return hasEnded_ && open_.empty() && !hasWrongEnd_; }
 
   void BeginDocument(const pagerex::DocumentFacts&) override;
   void EndDocument() override;
@@ -97,7 +97,7 @@ class FlowTranscript : public pagerex::FlowHandler {
   std::string lines_;
   std::u16string characters_;
   std::vector<Open> open_;
-  bool hasWrongEnd_ = false;
+  bool hasWrongEnd_ = false, hasEnded_ = false;
   std::u16string pendingText_;
   std::string pendingLook_;
 };
