@@ -51,19 +51,13 @@ class Walk {
 };
 
 WrittenCounts Walk::Run() {
-  constexpr uint32_t kMostSummary = 1 << 20;
   WordFile& file = document_.file;
-  const DocumentSummary summary =
-      readDocumentSummary(file.WholeStream(L"\x05SummaryInformation", kMostSummary),
-                          file.WholeStream(L"\x05"
-                                           L"DocumentSummaryInformation",
-                                           kMostSummary),
-                          file.warnings());
   const NamesOfStyles names(document_.styles);
   const DocumentSettings& settings = document_.settings;
   sections_.Read(file);
-  handler_.BeginDocument({summary, document_.resolver->ParagraphStyleRun(0).language, settings.defaultTabStop,
-                          settings.hasOddAndEvenHeaders, settings.pageCount, &names});
+  handler_.BeginDocument({file.Summary(), document_.resolver->ParagraphStyleRun(0).language,
+                          settings.defaultTabStop, settings.hasOddAndEvenHeaders, settings.pageCount,
+                          &names});
   TellSections();
   TellNotes(NoteKind::kFootnote);
   TellNotes(NoteKind::kEndnote);

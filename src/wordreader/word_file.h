@@ -2,11 +2,13 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "base/byte_view.h"
 #include "base/chain_allocator.h"
 #include "base/status.h"
 #include "base/warnings.h"
+#include "wordreader/document_summary.h"
 #include "wordreader/mso_word.h"
 #include "wordreader/stream_reader.h"
 
@@ -50,6 +52,8 @@ class WordFile {
   void ShareData(DsMemReadArchive& archive);
   /// All bytes of a stream, `most` at most; empty without.
   ByteView WholeStream(const wchar_t* name, uint32_t most);
+  /// What the streams of its summary say; read when first asked for.
+  const DocumentSummary& Summary();
 
   ChainAllocator& allocator() { return allocator_; }
   Warnings* warnings() const { return warnings_; }
@@ -75,6 +79,7 @@ class WordFile {
   StoryStarts storyStarts_{};
   uint32_t textStart_ = 0, textEnd_ = 0;
   uint64_t tableBytesLeft_ = 0;  ///< that may still be copied
+  std::optional<DocumentSummary> summary_;
 };
 
 }  // namespace pagerex

@@ -218,7 +218,8 @@ void FlowScript::Header(const Inside& inside) {
 }
 
 void FlowScript::TextBox(const Inside& inside) {
-  const PictureFacts shape{{}, {}, 0, 0, false, 0, false, 0, 0, PictureType::kNone, nullptr, false, 0, 0, {}};
+  PictureFacts shape;
+  shape.isInline = false;
   to.BeginTextBox({shape, 0});
   inside();
   to.EndTextBox();

@@ -77,17 +77,6 @@ std::string whyNotThere(const Request& request, const pagerex_format* format) {
   return "";
 }
 
-pagerex_options optionsOf(const Request& request, const pagerex_format& format) {
-  auto options = sized<pagerex_options>();
-  options.format = format.name;
-  options.page_size = request.pageSize;
-  // A preview that is shown at once is of the whole document.
-  if (request.output.empty() && request.pageSize == 0 && format.has_page_size) options.page_size = INT_MAX;
-  options.links = request.links;
-  options.pictures = request.pictures;
-  return options;
-}
-
 int stopFlag = 0;
 volatile sig_atomic_t stoppedBy = 0;
 
@@ -128,7 +117,9 @@ int convert(const Request& request, const pagerex_format& format) {
   limits.memory = request.memory;
   limits.deadline_ms = request.timeoutMs;
   limits.cancel = &stopFlag;
-  const pagerex_options options = optionsOf(request, format);
+  pagerex_options options = optionsOf(request, format);
+  // A preview that is shown at once is of the whole document.
+  if (request.output.empty() && request.pageSize == 0 && format.has_page_size) options.page_size = INT_MAX;
   auto result = sized<pagerex_result>();
   const int code = pagerex_convert(&input, &limits, &options, &output, &result);
   return code == PAGEREX_RESULT_OK ? kSuccess : explain(request, result, standardOutput.error());
