@@ -57,11 +57,15 @@ void InlineWalker::Tell(uint32_t start, uint32_t end) {
         at = document_.text.NextText(at, stop);
         continue;
       }
-      size_t told = 0;
-      if (NextNotePosition() == at) told = TellNoteReference(text, at, run);
+      // What follows a mark may begin with the next event.
+      const bool isReference = NextNotePosition() == at;
+      size_t told = isReference ? TellNoteReference(text, at, run) : 0;
       if (at == story_.start && story_.note && story_.note->isCustom) told = TellOwnMark(text, run);
-      TellStretch(text.substr(told), at + static_cast<uint32_t>(told), run);
-      at += static_cast<uint32_t>(text.size());
+      if (!isReference && told == 0) {
+        TellStretch(text, at, run);
+        told = text.size();
+      }
+      at += static_cast<uint32_t>(told);
     }
   }
 }
@@ -402,7 +406,7 @@ size_t InlineWalker::TellNoteReference(std::u16string_view text, uint32_t positi
   const bool isNumbered = notes.IsNumbered(index);
   size_t length = isNumbered && text.front() == text_mark::kNoteReference ? 1 : 0;
   if (!isNumbered) {
-    const size_t most = std::min(text.size(), kLongestMark);
+    const size_t most = std::min<size_t>({text.size(), kLongestMark, nextEvent_ - position});
     while (length < most && text[length] > u' ') ++length;
   }
   if (!IsShown(run)) {

@@ -12,13 +12,23 @@ void ParagraphFinder::Read(WordFile& file, PieceList& pieces, TextReader& text) 
   text_ = &text;
   pages_.Read(file, PropertyPages::Kind::kParagraphs);
   file.ReadData(data_, 0);
+  hugeBytesLeft_ = 2 * uint64_t{data_.size()};
 }
 
 FoundParagraph ParagraphFinder::At(uint32_t start, uint32_t limit) {
+  if (start == last_.start && limit == lastLimit_ && last_.end > start) return last_;
+  last_ = {};
+  last_.start = start;
+  lastLimit_ = limit;
+  FindEnd(last_, limit);
+  FindProperties(last_);
+  return last_;
+}
+
+FoundParagraph ParagraphFinder::TextAt(uint32_t start, uint32_t limit) {
   FoundParagraph paragraph;
   paragraph.start = start;
   FindEnd(paragraph, limit);
-  FindProperties(paragraph);
   return paragraph;
 }
 
@@ -60,21 +70,33 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   const PropertyPages::Entry entry = pages_.At(piece.OffsetOf(position));
   paragraph.istd = entry.properties.u16(0);
   paragraph.sprms = entry.properties.part(2);
-  uint32_t offset;
-  if (hugeOffset(paragraph.sprms, offset)) paragraph.sprms = Huge(offset);
+  paragraph.prm = piece.prm;
   if (piece.prm != 0) paragraph.pieceSprms = pieces_->Modifier(piece.prm);
-  paragraph.place = tablePlaceOf(paragraph.sprms);
+  const ParagraphOutline outline = OutlineOf(paragraph.sprms);
+  paragraph.place = outline.place;
+  if (outline.isHuge) {
+    paragraph.sprms = Huge(outline.hugeOffset);
+    paragraph.place = tablePlaceOf(paragraph.sprms);
+  }
   if (!paragraph.pieceSprms.empty()) paragraph.place = tablePlaceOf(paragraph.pieceSprms, paragraph.place);
   paragraph.place.depth = std::min(paragraph.place.depth, kDeepest);
 }
 
+ParagraphOutline ParagraphFinder::OutlineOf(ByteView sprms) {
+  if (const ParagraphOutline* const recent = outlines_.Find(sprms, 0, 0, {})) return *recent;
+  const ParagraphOutline outline = outlineOf(sprms);
+  outlines_.Keep(sprms, 0, 0, {}, outline);
+  return outline;
+}
+
 ByteView ParagraphFinder::Huge(uint32_t offset) {
   const auto [found, isNew] = huge_.try_emplace(offset);
-  if (isNew && data_.good()) {
-    const uint16_t count = data_.Keep(offset, 2).u16(0);
-    found->second = data_.Keep(offset, uint32_t{count} + 2).part(2);
-  }
-  return found->second;
+  if (!isNew || !data_.good()) return found->second;
+  const uint32_t bytes = uint32_t{data_.Keep(offset, 2).u16(0)} + 2;
+  // Those of a sound file do not overlap.
+  if (bytes > hugeBytesLeft_) return {};
+  hugeBytesLeft_ -= bytes;
+  return found->second = data_.Keep(offset, bytes).part(2);
 }
 
 }  // namespace pagerex

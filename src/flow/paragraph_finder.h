@@ -5,6 +5,7 @@
 
 #include "base/byte_view.h"
 #include "flow/paragraph_sprms.h"
+#include "flow/recent_lists.h"
 #include "wordreader/property_pages.h"
 #include "wordreader/text_reader.h"
 
@@ -19,6 +20,7 @@ struct FoundParagraph {
   uint16_t istd = 0;
   ByteView sprms;       ///< its own list; until the next paragraph is looked for
   ByteView pieceSprms;  ///< what the piece adds
+  uint16_t prm = 0;     ///< the piece's modifier, which says that
   TablePlace place;
 
   /// Ends a cell of a table of that depth.
@@ -39,6 +41,8 @@ class ParagraphFinder {
 
   void Read(WordFile& file, PieceList& pieces, TextReader& text);
 
+  /// Where a paragraph that begins at `start` ends, without what the pages say of it.
+  FoundParagraph TextAt(uint32_t start, uint32_t limit);
   /// The paragraph that begins at `start`, which is below `limit`, where a section or another part ends.
   FoundParagraph At(uint32_t start, uint32_t limit);
   bool missed() const { return pages_.missed(); }
@@ -47,6 +51,7 @@ class ParagraphFinder {
   void FindEnd(FoundParagraph& paragraph, uint32_t limit);
   bool EndsWithPageBreak(uint32_t position);
   void FindProperties(FoundParagraph& paragraph);
+  ParagraphOutline OutlineOf(ByteView sprms);
   ByteView Huge(uint32_t offset);
 
   PieceList* pieces_ = nullptr;
@@ -54,6 +59,10 @@ class ParagraphFinder {
   PropertyPages pages_;
   StreamReader data_;
   std::unordered_map<uint32_t, ByteView> huge_;  ///< lists in "Data" by their offset
+  uint64_t hugeBytesLeft_ = 0;
+  FoundParagraph last_;
+  RecentLists<ParagraphOutline> outlines_;
+  uint32_t lastLimit_ = 0;
 };
 
 }  // namespace pagerex

@@ -1,6 +1,6 @@
 #include "flow/property_resolver.h"
 
-#include <iterator>
+#include <cstring>
 
 #include "flow/paragraph_sprms.h"
 #include "flow/run_sprms.h"
@@ -10,28 +10,23 @@ namespace pagerex {
 namespace {
 
 /// Results are forgotten, when nobody holds them, from so many on.
-constexpr size_t kManyParagraphs = 4096;
-constexpr size_t kManyRunKeys = 16384;
-constexpr size_t kManyRuns = 65536;
+constexpr size_t kManyParagraphs = 1024;
+constexpr size_t kManyRunKeys = 4096;
+constexpr size_t kManyRuns = 2048;
+
+/// Lists that lie in a page of properties are shorter; longer ones lie elsewhere, and stay.
+constexpr size_t kPageBytes = 512;
 
 constexpr uint16_t kNormal = 0;
 
-/// Calls `visit(list)` for what a table style says for all its cells, then for what it says under the
-/// conditions that hold.
-template <class Visit>
-void forTableStyleLists(const StyleTable& styles, const TableStylePlace& place, StyleGroup group,
-                        uint16_t conditionalSprm, const Visit& visit) {
-  if (!hasShortLists(styles, place.istd, group)) return;
-  styles.ForEachOfChain(place.istd, [&](uint16_t style) { visit((styles.*group)(style)); });
-  for (const uint16_t condition : kConditionsInOrder) {
-    if (place.conditions & condition) {
-      forConditionalLists(styles, place.istd, group, conditionalSprm, condition, visit);
-    }
-  }
-}
-
 constexpr uint16_t kParagraphCondition = 0xC666;  ///< sprmPCnf
 constexpr uint16_t kRunCondition = 0xCA85;        ///< sprmCCnf
+
+/// A list of a style, whose toggles are judged by what is there so far.
+void applyStyleList(ByteView sprms, RunProperties& properties) {
+  const RunProperties base = properties;
+  applyRunSprms(sprms, properties, base);
+}
 
 }  // namespace
 
@@ -46,10 +41,11 @@ PropertyResolver::PropertyResolver(const StyleTable& styles, ListLevels* lists)
 const ParagraphProperties& PropertyResolver::Paragraph(uint16_t istd, ByteView sprms, ByteView pieceSprms,
                                                        const TableStylePlace& place) {
   const PropertyKey key{{sprms, pieceSprms, {}}, place, istd, false};
-  if (lastParagraph_ && key.IsAt(lastParagraphKey_)) return *lastParagraph_;
+  if (lastParagraph_ && key == lastParagraphKey_) return *lastParagraph_;
   auto found = paragraphs_.find(key);
-  if (found == paragraphs_.end()) found = paragraphs_.emplace(key, ResolveParagraph(key)).first;
-  lastParagraphKey_ = key;
+  if (found == paragraphs_.end())
+    found = paragraphs_.emplace(Kept(key, paragraphBytes_), ResolveParagraph(key)).first;
+  lastParagraphKey_ = found->first;
   lastParagraph_ = &found->second;
   return found->second;
 }
@@ -86,33 +82,38 @@ ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd, const TableS
   if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
   const bool isInStyledTable =
       styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Papx);
+  if (!isInStyledTable) return StyleParagraph(istd);
+
   ParagraphProperties properties;
-  if (isInStyledTable) {
-    ApplyTableStyle(place, properties);
-    const Alignment ofTable = properties.alignment;
-    styles_.ForEachOfChain(istd,
-                           [&](uint16_t style) { ApplyParagraphList(styles_.Papx(style), properties); });
-    if (properties.alignment == Alignment::kStart) properties.alignment = ofTable;
-    properties.style = istd;
-    return properties;
+  for (const ByteView sprms : tableStyleLists(styles_, place, &StyleTable::Papx, kParagraphCondition)) {
+    applyParagraphSprms(sprms, properties);
   }
-  styles_.ForEachOfChain(istd, [&](uint16_t style) {
-    if (style >= styleParagraphs_.size()) return;
+  const Alignment ofTable = properties.alignment;
+  for (const uint16_t style : styles_.Chain(istd)) ApplyStyle(style, properties);
+  if (properties.alignment == Alignment::kStart) properties.alignment = ofTable;
+  return properties;
+}
+
+ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd) {
+  ParagraphProperties properties;
+  for (const uint16_t style : styles_.Chain(istd)) {
+    if (style >= styleParagraphs_.size()) continue;
     std::unique_ptr<ParagraphProperties>& kept = styleParagraphs_[style];
     if (!kept) {
-      ApplyParagraphList(styles_.Papx(style), properties);
+      ApplyStyle(style, properties);
       kept = std::make_unique<ParagraphProperties>(properties);
     } else {
       properties = *kept;
     }
-  });
-  properties.style = istd;
+  }
   return properties;
 }
 
-void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, ParagraphProperties& properties) const {
-  forTableStyleLists(styles_, place, &StyleTable::Papx, kParagraphCondition,
-                     [&](ByteView sprms) { applyParagraphSprms(sprms, properties); });
+void PropertyResolver::ApplyStyle(uint16_t istd, ParagraphProperties& properties) {
+  const uint16_t sti = styles_.Sti(istd);
+  if (sti >= 1 && sti <= 9) properties.outlineLevel = static_cast<uint8_t>(sti - 1);
+  ApplyParagraphList(styles_.Papx(istd), properties);
+  properties.style = istd;
 }
 
 const RunProperties& PropertyResolver::Run(ByteView sprms, ByteView pieceSprms, uint16_t istd,
@@ -126,17 +127,30 @@ const RunProperties& PropertyResolver::Label(ByteView markSprms, ByteView pieceS
 }
 
 const RunProperties& PropertyResolver::RunOf(const PropertyKey& key) {
-  if (lastRun_ && key.IsAt(lastRunKey_)) return *lastRun_;
-  const auto found = runs_.find(key);
-  const RunProperties* run = found != runs_.end() ? found->second : nullptr;
-  if (!run) {
-    if (runs_.size() >= kManyRunKeys) runs_.clear();
-    run = &*keptRuns_.insert(ResolveRun(key)).first;
-    runs_.emplace(key, run);
+  if (lastRun_ && key == lastRunKey_) return *lastRun_;
+  auto found = runs_.find(key);
+  if (found == runs_.end()) {
+    if (runs_.size() >= kManyRunKeys) {
+      runs_.clear();
+      runBytes_.Clear();
+    }
+    found = runs_.emplace(Kept(key, runBytes_), &*keptRuns_.insert(ResolveRun(key)).first).first;
   }
-  lastRunKey_ = key;
-  lastRun_ = run;
-  return *run;
+  lastRunKey_ = found->first;
+  lastRun_ = found->second;
+  return *lastRun_;
+}
+
+/// With lists that stay.
+PropertyKey PropertyResolver::Kept(const PropertyKey& key, ChainAllocator& bytes) {
+  PropertyKey kept = key;
+  for (ByteView& list : kept.lists) {
+    if (list.empty() || list.size() > kPageBytes) continue;
+    void* const copy = bytes.Alloc(list.size());
+    std::memcpy(copy, list.data(), list.size());
+    list = ByteView(copy, list.size());
+  }
+  return kept;
 }
 
 RunProperties PropertyResolver::ResolveRun(const PropertyKey& key) {
@@ -159,33 +173,35 @@ RunProperties PropertyResolver::StyleRun(uint16_t istd, const TableStylePlace& p
   if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
   const bool isInStyledTable =
       styles_.Kind(place.istd) == StyleKind::kTable && hasShortLists(styles_, istd, &StyleTable::Chpx);
-  RunProperties properties = DefaultRun();
-  if (isInStyledTable) {
-    const RunProperties standard = properties;
-    ApplyTableStyle(place, properties);
-    const RunProperties ofTable = properties;
-    clearToggles(properties);
-    styles_.ForEachOfChain(istd, [&](uint16_t style) {
-      const RunProperties base = properties;
-      applyRunSprms(styles_.Chpx(style), properties, base);
-    });
-    turnToggles(properties, ofTable);
-    if (properties.sizeHalfPoints == standard.sizeHalfPoints) {
-      properties.sizeHalfPoints = ofTable.sizeHalfPoints;
-    }
-    return properties;
+  if (!isInStyledTable) return StyleRun(istd);
+
+  const RunProperties standard = DefaultRun();
+  RunProperties ofTable = standard;
+  for (const ByteView sprms : tableStyleLists(styles_, place, &StyleTable::Chpx, kRunCondition)) {
+    applyStyleList(sprms, ofTable);
   }
-  styles_.ForEachOfChain(istd, [&](uint16_t style) {
-    if (style >= styleRuns_.size()) return;
+  RunProperties properties = ofTable;
+  clearToggles(properties);
+  for (const uint16_t style : styles_.Chain(istd)) applyStyleList(styles_.Chpx(style), properties);
+  turnToggles(properties, ofTable);
+  if (properties.sizeHalfPoints == standard.sizeHalfPoints) {
+    properties.sizeHalfPoints = ofTable.sizeHalfPoints;
+  }
+  return properties;
+}
+
+RunProperties PropertyResolver::StyleRun(uint16_t istd) {
+  RunProperties properties = DefaultRun();
+  for (const uint16_t style : styles_.Chain(istd)) {
+    if (style >= styleRuns_.size()) continue;
     std::unique_ptr<RunProperties>& kept = styleRuns_[style];
     if (!kept) {
-      const RunProperties base = properties;
-      applyRunSprms(styles_.Chpx(style), properties, base);
+      applyStyleList(styles_.Chpx(style), properties);
       kept = std::make_unique<RunProperties>(properties);
     } else {
       properties = *kept;
     }
-  });
+  }
   return properties;
 }
 
@@ -196,37 +212,34 @@ RunProperties PropertyResolver::DefaultRun() const {
   return properties;
 }
 
-void PropertyResolver::ApplyTableStyle(const TableStylePlace& place, RunProperties& properties) const {
-  forTableStyleLists(styles_, place, &StyleTable::Chpx, kRunCondition, [&](ByteView sprms) {
-    const RunProperties base = properties;
-    applyRunSprms(sprms, properties, base);
-  });
-}
-
+/// Toggles of the style turn those of the paragraph.
 void PropertyResolver::ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const {
-  properties.characterStyle = istd;
-  if (styles_.Kind(istd) != StyleKind::kCharacter) return;
-  if (!hasShortLists(styles_, istd, &StyleTable::Chpx)) return;
-  const RunProperties paragraph = properties;
-  clearToggles(properties);
-  styles_.ForEachOfChain(istd, [&](uint16_t style) {
-    const RunProperties base = properties;
-    applyRunSprms(styles_.Chpx(style), properties, base);
-  });
-  turnToggles(properties, paragraph);
+  const bool isThere =
+      styles_.Kind(istd) == StyleKind::kCharacter && hasShortLists(styles_, istd, &StyleTable::Chpx);
+  if (isThere) {
+    const RunProperties paragraph = properties;
+    clearToggles(properties);
+    for (const uint16_t style : styles_.Chain(istd)) applyStyleList(styles_.Chpx(style), properties);
+    turnToggles(properties, paragraph);
+  }
   properties.characterStyle = istd;
 }
 
-void PropertyResolver::MayForget() {
-  if (paragraphs_.size() >= kManyParagraphs) {
+bool PropertyResolver::MayForget() {
+  const bool hasManyParagraphs = paragraphs_.size() >= kManyParagraphs;
+  const bool hasManyRuns = keptRuns_.size() >= kManyRuns;
+  if (hasManyParagraphs) {
     paragraphs_.clear();
+    paragraphBytes_.Clear();
     lastParagraph_ = nullptr;
   }
-  if (keptRuns_.size() >= kManyRuns) {
+  if (hasManyRuns) {
     runs_.clear();
     keptRuns_.clear();
+    runBytes_.Clear();
     lastRun_ = nullptr;
   }
+  return hasManyParagraphs || hasManyRuns;
 }
 
 }  // namespace pagerex

@@ -1,7 +1,5 @@
 #include "flow/section_list.h"
 
-#include <cstring>
-
 #include "flow/section_sprms.h"
 
 namespace pagerex {
@@ -30,7 +28,8 @@ SectionProperties SectionList::Properties(uint32_t section) {
   return properties;
 }
 
-KDWRange SectionList::Header(uint32_t section, unsigned slot) const {
+/// Empty for one that is linked to the section before.
+KDWRange SectionList::OwnHeader(uint32_t section, unsigned slot) const {
   const uint64_t index = kFirstSlot + uint64_t{section} * kSlots + slot;
   return index < headers_.Count() ? headers_.Range(static_cast<uint32_t>(index)) : KDWRange{};
 }
@@ -43,14 +42,24 @@ HeaderFacts SectionList::FactsOf(unsigned slot) {
   return kFacts[slot];
 }
 
-void SectionList::FindHeaders(uint32_t section, SectionFacts& facts) {
+void SectionList::FindHeaders(uint32_t section, bool hasEvenPages, SectionFacts& facts) {
   for (unsigned slot = 0; slot < kSlots; ++slot) {
-    const KDWRange range = Header(section, slot);
     const HeaderFacts header = FactsOf(slot);
-    if (range.start < range.end)
-      shown_[header.isFooter][static_cast<size_t>(header.kind)] = static_cast<int32_t>(section);
+    const KDWRange own = OwnHeader(section, slot);
+    Current& current = current_[slot];
+    if (own.start < own.end) current = {own};
+    current.isShown = current.range.start < current.range.end &&
+                      (header.kind != HeaderKind::kEven || hasEvenPages) &&
+                      (header.kind != HeaderKind::kFirst || facts.properties.hasTitlePage);
+    if (current.isShown && current.section < 0) current.section = static_cast<int32_t>(section);
+    facts.headerSections[header.isFooter][static_cast<size_t>(header.kind)] =
+        current.isShown ? current.section : -1;
   }
-  std::memcpy(facts.headerSections, shown_, sizeof(shown_));
+}
+
+KDWRange SectionList::NewHeader(uint32_t section, unsigned slot) const {
+  const Current& current = current_[slot];
+  return current.isShown && current.section == static_cast<int32_t>(section) ? current.range : KDWRange{};
 }
 
 }  // namespace pagerex

@@ -19,17 +19,26 @@ class SectionList {
   uint32_t Start(uint32_t section) const { return sections_.Position(section); }
   SectionProperties Properties(uint32_t section);
 
-  /// Where a header of the section's own lies in the story of headers; empty for one that is linked to the
-  /// section before.
-  KDWRange Header(uint32_t section, unsigned slot) const;
+  /// Fills in which headers are shown; to be asked of one section after the other. One that no page of its
+  /// own section shows, but one of a later section that is linked to it, counts as that section's.
+  void FindHeaders(uint32_t section, bool hasEvenPages, SectionFacts& facts);
+  /// Where a header lies in the story of headers that `section` is the first to show; empty for none. To be
+  /// asked behind `FindHeaders`.
+  KDWRange NewHeader(uint32_t section, unsigned slot) const;
   static HeaderFacts FactsOf(unsigned slot);
-  /// Fills in which headers are shown; to be asked of one section after the other.
-  void FindHeaders(uint32_t section, SectionFacts& facts);
 
  private:
+  struct Current {
+    KDWRange range;
+    int32_t section = -1;  ///< the first that showed it
+    bool isShown = false;
+  };
+
+  KDWRange OwnHeader(uint32_t section, unsigned slot) const;
+
   PositionTable sections_, headers_;
   StreamReader text_;
-  int32_t shown_[2][3] = {{-1, -1, -1}, {-1, -1, -1}};
+  Current current_[kSlots];
 };
 
 }  // namespace pagerex

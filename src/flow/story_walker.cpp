@@ -11,10 +11,6 @@ namespace {
 
 constexpr unsigned kDeepestBox = 4;
 
-bool isSame(ByteView bytes, const std::vector<uint8_t>& kept) {
-  return std::equal(kept.begin(), kept.end(), bytes.data(), bytes.data() + bytes.size());
-}
-
 }  // namespace
 
 StoryWalker::StoryWalker(WalkDocument& document, NoteCounters& counters, ListLabels& labels,
@@ -32,7 +28,6 @@ void StoryWalker::Tell(const StoryPlace& story, uint32_t end) {
   for (uint32_t at = story.start; at < end && !document_.control.MustStop();) {
     bool endsCell = false;
     at = TellBlock(at, end, 0, {}, endsCell);
-    document_.MayForget();
   }
   if (inline_.isOpen()) inline_.EndParagraph(end, true);
   inline_.EndStory();
@@ -54,6 +49,8 @@ uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, 
 
 uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
                                     bool mustEnd) {
+  // Nothing is held of what was told before.
+  if (!inline_.isOpen()) document_.MayForget();
   const bool isMain = story_.type == mso_word::SUBDOC_MAIN;
   if (document_.progress && isMain) document_.progress->Reached(paragraph.start);
   struct Part {
@@ -61,8 +58,7 @@ uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, co
   };
   std::vector<Part> before;  // of paragraphs whose marks are not there: they are one with the next
   for (;;) {
-    properties_ =
-        &document_.resolver->Paragraph(paragraph.istd, paragraph.sprms, paragraph.pieceSprms, place);
+    properties_ = &document_.PropertiesOf(paragraph, place);
     istd_ = properties_->style;
     markRun_ =
         document_.RunAt(paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start, istd_, place);
@@ -76,7 +72,7 @@ uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, co
     paragraph = next;
     mustEnd = paragraph.place.depth > 0 && paragraph.EndsCell(paragraph.place.depth);
   }
-  if (properties_->listNumber != 0) markSprms_ = document_.LastSprms();
+  markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
   place_ = place;
   paragraphStart_ = before.empty() ? paragraph.start : before.front().start;
   inline_.SetParagraph(*this, istd_, place);
@@ -100,8 +96,8 @@ void StoryWalker::Begin() {
                           labels_.Next(properties_->listNumber, properties_->listLevel, label,
                                        markRun_.properties->language, markRun_.properties->fonts.ascii);
   if (isListItem && !label.text.empty()) {
-    labelProperties = &document_.resolver->Label({markSprms_.data(), markSprms_.size()}, {},
-                                                 label.level->chpx, istd_, place_);
+    labelProperties =
+        &document_.resolver->Label(document_.SprmsAt(markPosition_), {}, label.level->chpx, istd_, place_);
   }
   const uint8_t outline = properties_->outlineLevel;
   handler_.BeginParagraph({.properties = *properties_,
@@ -127,11 +123,11 @@ void StoryWalker::Begin() {
 uint32_t StoryWalker::TellTable(uint32_t start, uint32_t limit, unsigned depth) {
   TableScan table(document_, depth);
   table.Read(start, limit);
-  RowLook look;
+  RowLooks looks(table.kinds().size() + 1);
   bool hasBegun = false;
   for (uint32_t i = 0; i < table.rows().size() && !document_.control.MustStop(); ++i) {
     if (IsRowHidden(table.rows()[i])) continue;
-    FindRowLook(table, i, look);
+    RowLook& look = LookOf(table, i, looks);
     if (!hasBegun) {
       handler_.BeginTable(table.Properties(look.definition));
       if (depth == 1 && story_.type == mso_word::SUBDOC_MAIN) ++document_.written.tables;
@@ -151,29 +147,33 @@ bool StoryWalker::IsRowHidden(const ScannedRow& row) {
          (document_.options.revisions == RevisionView::kOriginal && mark.revision.kind != Revision::kNone);
 }
 
-void StoryWalker::FindRowLook(const TableScan& table, uint32_t index, RowLook& look) {
+StoryWalker::RowLook& StoryWalker::LookOf(const TableScan& table, uint32_t index, RowLooks& looks) {
   const ScannedRow& row = table.rows()[index];
-  const auto rowCount = static_cast<uint32_t>(table.rows().size());
-  const bool isFirst = index == 0, isLast = index + 1 == rowCount;
-  ByteView sprms, pieceSprms;
-  if (row.hasDefinition) {
-    const FoundParagraph mark = document_.paragraphs.At(row.end - 1, row.end);
-    sprms = mark.sprms;
-    pieceSprms = mark.pieceSprms;
+  const bool isFirst = index == 0, isLast = index + 1 == table.rows().size();
+  const bool hasKind = row.kind != ScannedRow::kNoKind;
+  RowLook& look = hasKind ? looks[row.kind] : looks.back();
+  const bool isMade = look.isThere && hasKind;
+  if (!isMade && hasKind) {
+    const std::vector<uint8_t>& sprms = table.kinds()[row.kind].sprms;
+    document_.tableStyles->Row({sprms.data(), sprms.size()}, {}, look.definition);
+  } else if (!isMade) {
+    FoundParagraph mark;
+    if (row.hasDefinition) mark = document_.paragraphs.At(row.end - 1, row.end);
+    document_.tableStyles->Row(mark.sprms, mark.pieceSprms, look.definition);
   }
-  const bool isAlike = look.row != UINT32_MAX && isSame(sprms, look.sprms) && pieceSprms.empty();
-  const bool hasBands = look.definition.style != kNoStyle;
-  look.row = index;
-  if (isAlike && !hasBands && isFirst == look.isFirst && isLast == look.isLast &&
-      look.cells.size() >= row.cellCount) {
-    return;
-  }
-  if (!isAlike) {
-    look.sprms.assign(sprms.data(), sprms.data() + sprms.size());
-    document_.tableStyles->Row(sprms, pieceSprms, look.definition);
-  }
+  // What a table style says depends on the row.
+  const bool hasCells = isMade && look.isFirst == isFirst && look.isLast == isLast &&
+                        look.cells.size() >= row.cellCount && look.definition.style == kNoStyle;
+  look.isThere = true;
   look.isFirst = isFirst;
   look.isLast = isLast;
+  if (!hasCells) MakeCells(table, index, look);
+  return look;
+}
+
+void StoryWalker::MakeCells(const TableScan& table, uint32_t index, RowLook& look) {
+  const ScannedRow& row = table.rows()[index];
+  const auto rowCount = static_cast<uint32_t>(table.rows().size());
   look.cells.assign(row.cellCount, {});
   look.conditions.assign(row.cellCount, 0);
   const ScannedCell* const cells = table.CellsOf(row);
@@ -183,9 +183,9 @@ void StoryWalker::FindRowLook(const TableScan& table, uint32_t index, RowLook& l
     while (last + 1 < defined && cells[last + 1].isMergedLeft) ++last;
     look.conditions[i] = conditionsOf(look.definition, index, rowCount, static_cast<uint32_t>(i),
                                       static_cast<uint32_t>(defined));
-    document_.tableStyles->Cell(look.definition,
-                                {static_cast<uint8_t>(i), static_cast<uint8_t>(last), isFirst, isLast},
-                                look.conditions[i], look.cells[i]);
+    document_.tableStyles->Cell(
+        look.definition, {static_cast<uint8_t>(i), static_cast<uint8_t>(last), look.isFirst, look.isLast},
+        look.conditions[i], look.cells[i]);
   }
 }
 
@@ -199,8 +199,10 @@ void StoryWalker::TellRow(const TableScan& table, uint32_t index, RowLook& look,
     const size_t end = size_t{last.column} + last.columnSpan;
     properties.columnsAfter = static_cast<uint16_t>(table.ColumnCount() - std::min(end, table.ColumnCount()));
   }
-  if (row.hasDefinition && document_.authors.Count() > 0)
-    properties.revision = document_.RunAt(row.end - 1, 0, {}).properties->revision;
+  if (row.hasDefinition && document_.authors.Count() > 0) {
+    const RunProperties& mark = *document_.RunAt(row.end - 1, 0, {}).properties;
+    properties.revision = mark.deletion.kind != Revision::kNone ? mark.deletion : mark.revision;
+  }
   handler_.BeginRow(properties);
   TellCells(table, row, look, depth);
   handler_.EndRow();

@@ -20,15 +20,15 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   void Tell(const StoryPlace& story, uint32_t end);
 
  private:
-  /// What a row is told with, kept as long as rows are alike.
+  /// What a row is told with, kept for rows of one kind.
   struct RowLook {
-    std::vector<uint8_t> sprms;
     RowDefinition definition;
     std::vector<CellProperties> cells;
     std::vector<uint16_t> conditions;
     bool isFirst = false, isLast = false;
-    uint32_t row = UINT32_MAX;
+    bool isThere = false;
   };
+  using RowLooks = std::vector<RowLook>;  ///< by kind; the last is of all that have none
 
   uint32_t TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                      bool& endsCell);
@@ -36,7 +36,8 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
                          bool mustEnd);
   uint32_t TellTable(uint32_t start, uint32_t limit, unsigned depth);
   void TellRow(const TableScan& table, uint32_t index, RowLook& look, unsigned depth);
-  void FindRowLook(const TableScan& table, uint32_t index, RowLook& look);
+  RowLook& LookOf(const TableScan& table, uint32_t index, RowLooks& looks);
+  void MakeCells(const TableScan& table, uint32_t index, RowLook& look);
   void TellCells(const TableScan& table, const ScannedRow& row, RowLook& look, unsigned depth);
   bool IsRowHidden(const ScannedRow& row);
   void TellBoxes();
@@ -57,7 +58,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   uint16_t istd_ = 0;
   const ParagraphProperties* properties_ = nullptr;
   TextRun markRun_;
-  std::vector<uint8_t> markSprms_;
+  uint32_t markPosition_ = 0;
   TableStylePlace place_;
 };
 

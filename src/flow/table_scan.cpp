@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "wordreader/sprm_list.h"
+#include "wordreader/text_marks.h"
 
 namespace pagerex {
 namespace {
@@ -21,10 +22,10 @@ bool isHeaderRow(ByteView sprms) {
 }  // namespace
 
 void TableScan::Read(uint32_t start, uint32_t limit) {
-  rows_.push_back({start, start, 0, 0, false});
+  rows_.emplace_back().start = start;
   end_ = start;
   while (end_ < limit) {
-    const FoundParagraph paragraph = document_.paragraphs.At(end_, limit);
+    const FoundParagraph paragraph = Next(limit);
     if (paragraph.place.depth < depth_) break;
     end_ = paragraph.end;
     if (paragraph.EndsRow(depth_)) {
@@ -42,7 +43,7 @@ void TableScan::Read(uint32_t start, uint32_t limit) {
   if (cellsOfRow_ > 0 || paragraphsOfCell_ > 0) {
     if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
     if (paragraphsOfCell_ > 1) hasSingleParagraphs_ = false;
-    CloseRow(kNoShape, false);
+    CloseRow(kNoShape);
   }
   rows_.pop_back();
   MakeColumns();
@@ -50,26 +51,70 @@ void TableScan::Read(uint32_t start, uint32_t limit) {
   SpanRows();
 }
 
+/// The paragraph at the end of what was read. A cell mark behind text ends a cell of the first depth,
+/// whatever else there is to know: a row's end has no text.
+FoundParagraph TableScan::Next(uint32_t limit) {
+  if (depth_ == 1 && end_ != rows_.front().start) {
+    FoundParagraph paragraph = document_.paragraphs.TextAt(end_, limit);
+    if (paragraph.mark == text_mark::kCellEnd && paragraph.textEnd > paragraph.start) {
+      paragraph.place.depth = 1;
+      return paragraph;
+    }
+  }
+  return document_.paragraphs.At(end_, limit);
+}
+
 void TableScan::EndRow(const FoundParagraph& mark) {
   // Text in front of the mark that belongs to no cell is one.
   if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
-  RowGrid grid;
-  const bool isThere = rowGridOf(mark.sprms, grid) || rowGridOf(mark.pieceSprms, grid);
-  if (isThere && (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0))
-    shapes_.push_back(grid);
-  const bool isLeading = headerRows_ + 1 == rows_.size();
-  if (isLeading && isHeaderRow(mark.sprms)) ++headerRows_;
-  CloseRow(isThere ? static_cast<uint32_t>(shapes_.size() - 1) : kNoShape, true);
+  rows_.back().hasDefinition = true;
+  const uint32_t kind = FindKind(mark);
+  const RowKind& row = kind != ScannedRow::kNoKind ? kinds_[kind] : unkept_;
+  rows_.back().kind = kind;
+  if (headerRows_ + 1 == rows_.size() && row.isHeader) ++headerRows_;
+  CloseRow(row.shape);
 }
 
-void TableScan::CloseRow(uint32_t shape, bool hasDefinition) {
+/// kNoKind for one that is not kept: then `unkept_` tells of it.
+uint32_t TableScan::FindKind(const FoundParagraph& mark) {
+  const auto isOf = [&mark](const RowKind& kind) {
+    return mark.sprms.size() == kind.sprms.size() &&
+           std::equal(kind.sprms.begin(), kind.sprms.end(), mark.sprms.data());
+  };
+  const bool canBeKept = mark.pieceSprms.empty();
+  if (canBeKept) {
+    if (lastKind_ < kinds_.size() && isOf(kinds_[lastKind_])) return lastKind_;
+    const auto found = std::find_if(kinds_.begin(), kinds_.end(), isOf);
+    if (found != kinds_.end()) return lastKind_ = static_cast<uint32_t>(found - kinds_.begin());
+  }
+  RowKind kind = KindOf(mark);
+  if (!canBeKept || kinds_.size() >= kMostKinds || kindBytes_ + kind.sprms.size() > kMostKindBytes) {
+    unkept_ = std::move(kind);
+    return ScannedRow::kNoKind;
+  }
+  kindBytes_ += kind.sprms.size();
+  kinds_.push_back(std::move(kind));
+  return lastKind_ = static_cast<uint32_t>(kinds_.size() - 1);
+}
+
+RowKind TableScan::KindOf(const FoundParagraph& mark) {
+  RowKind kind;
+  kind.sprms.assign(mark.sprms.data(), mark.sprms.data() + mark.sprms.size());
+  kind.isHeader = isHeaderRow(mark.sprms);
+  RowGrid grid;
+  if (!rowGridOf(mark.sprms, grid) && !rowGridOf(mark.pieceSprms, grid)) return kind;
+  if (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0) shapes_.push_back(grid);
+  kind.shape = static_cast<uint32_t>(shapes_.size() - 1);
+  return kind;
+}
+
+void TableScan::CloseRow(uint32_t shape) {
   ScannedRow& row = rows_.back();
   row.end = end_;
   row.cellCount = cellsOfRow_;
-  row.hasDefinition = hasDefinition;
   shapeOfRow_.push_back(shape);
   cellsOfRow_ = paragraphsOfCell_ = 0;
-  rows_.push_back({end_, end_, 0, 0, false});
+  rows_.emplace_back().start = end_;
 }
 
 /// The edges of all rows, one for each place.

@@ -17,12 +17,22 @@ struct ScannedCell {
   bool isMergedLeft = false;
 };
 
+/// A kind of rows: those whose marks have equal lists.
+struct RowKind {
+  std::vector<uint8_t> sprms;
+  uint32_t shape = UINT32_MAX;
+  bool isHeader = false;
+};
+
 struct ScannedRow {
+  static constexpr uint32_t kNoKind = UINT32_MAX;
+
   uint32_t start = 0;
   uint32_t end = 0;        ///< behind the mark of its end
   uint32_t firstCell = 0;  ///< in TableScan::cells
   uint16_t cellCount = 0;
   bool hasDefinition = false;  ///< a mark ends it
+  uint32_t kind = kNoKind;     ///< in TableScan::kinds, unless they became too many
 };
 
 /// A table looked through before it is told: its rows, its grid of columns, and which cells are merged. Each
@@ -36,18 +46,25 @@ class TableScan {
 
   uint32_t end() const { return end_; }
   const std::vector<ScannedRow>& rows() const { return rows_; }
+  const std::vector<RowKind>& kinds() const { return kinds_; }
   const ScannedCell* CellsOf(const ScannedRow& row) const { return cells_.data() + row.firstCell; }
   size_t ColumnCount() const { return edges_.empty() ? 0 : edges_.size() - 1; }
   TableProperties Properties(const RowDefinition& firstRow) const;
 
  private:
   void EndRow(const FoundParagraph& mark);
-  void CloseRow(uint32_t shape, bool hasDefinition);
+  RowKind KindOf(const FoundParagraph& mark);
+  uint32_t FindKind(const FoundParagraph& mark);
+  void CloseRow(uint32_t shape);
+  FoundParagraph Next(uint32_t limit);
   void MakeColumns();
   std::vector<ScannedCell> CellsOfShape(const RowGrid& shape) const;
   void PlaceCells();
   void SpanRows();
   uint16_t ColumnAt(int32_t edge) const;
+
+  static constexpr size_t kMostKinds = 32;
+  static constexpr size_t kMostKindBytes = 1 << 15;
 
   WalkDocument& document_;
   unsigned depth_;
@@ -60,6 +77,10 @@ class TableScan {
   uint16_t cellsOfRow_ = 0;
   uint16_t paragraphsOfCell_ = 0;
   size_t headerRows_ = 0;
+  std::vector<RowKind> kinds_;
+  RowKind unkept_;
+  size_t kindBytes_ = 0;
+  uint32_t lastKind_ = 0;
   bool hasSingleParagraphs_ = true;
   bool hasMerged_ = false;
   bool isRegular_ = true;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "flow/sprm_walk.h"
 #include "flow/style_lists.h"
 
 namespace pagerex {
@@ -41,7 +42,7 @@ void TableStyles::Row(ByteView sprms, ByteView pieceSprms, RowDefinition& row) c
   uint16_t style = tableStyleOf(pieceSprms, tableStyleOf(sprms, kNormalTable));
   if (styles_.Kind(style) != StyleKind::kTable) style = kNoStyle;
   if (hasShortLists(styles_, style, &StyleTable::Tapx)) {
-    styles_.ForEachOfChain(style, [&](uint16_t istd) { applyTableSprms(styles_.Tapx(istd), row); });
+    for (const uint16_t istd : styles_.Chain(style)) applyTableSprms(styles_.Tapx(istd), row);
   }
   takeAsStyle(row);
   applyTableSprms(sprms, row);
@@ -63,9 +64,10 @@ void TableStyles::Cell(const RowDefinition& row, const CellPosition& position, u
 const StyleCells& TableStyles::ConditionalPart(uint16_t istd, uint16_t condition) {
   const auto [place, isNew] = parts_.try_emplace(uint32_t{istd} << 16 | condition);
   if (isNew && hasShortLists(styles_, istd, &StyleTable::Tapx)) {
+    std::vector<ByteView> lists;
+    addConditionalLists(styles_, istd, &StyleTable::Tapx, kTableCondition, condition, lists);
     RowDefinition part;
-    forConditionalLists(styles_, istd, &StyleTable::Tapx, kTableCondition, condition,
-                        [&part](ByteView sprms) { applyTableSprms(sprms, part); });
+    for (const ByteView sprms : lists) applyTableSprms(sprms, part);
     takeAsStyle(part);
     place->second = part.styleCells;
   }

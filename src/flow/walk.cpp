@@ -76,7 +76,7 @@ void Walk::TellSections() {
     if (start >= end && i > 0) continue;
     const SectionProperties properties = sections_.Properties(i);
     SectionFacts facts{properties, i, {}};
-    sections_.FindHeaders(i, facts);
+    sections_.FindHeaders(i, document_.settings.hasOddAndEvenHeaders, facts);
     BeginNumbering(properties, i == 0);
     handler_.BeginSection(facts);
     TellHeaders(i);
@@ -102,7 +102,7 @@ void Walk::BeginNumbering(const SectionProperties& properties, bool isFirst) {
 
 void Walk::TellHeaders(uint32_t section) {
   for (unsigned slot = 0; slot < SectionList::kSlots; ++slot) {
-    const KDWRange range = sections_.Header(section, slot);
+    const KDWRange range = sections_.NewHeader(section, slot);
     if (range.start >= range.end) continue;
     handler_.BeginHeader(SectionList::FactsOf(slot));
     TellPart(mso_word::SUBDOC_HEADER, range.start, range.end);

@@ -1,7 +1,6 @@
 #include "flow/walk_document.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace pagerex {
 namespace {
@@ -73,53 +72,67 @@ WalkDocument::WalkDocument(WordFile& wordFile, const WalkOptions& walkOptions, R
   authors.Read(file.Table(mso_word::FCLCB_REVISION_AUTHORS));
 }
 
-TextRun WalkDocument::RunAt(uint32_t position, uint16_t istd, const TableStylePlace& place) {
+const TextRun& WalkDocument::RunAt(uint32_t position, uint16_t istd, const TableStylePlace& place) {
   const TextPiece& piece = pieces.Find(position);
-  ByteView sprms;
-  uint32_t end = piece.start != piece.end ? piece.end : UINT32_MAX;
-  if (piece.start != piece.end) {
-    const PropertyPages::Entry entry = runs.At(piece.OffsetOf(position));
-    sprms = entry.properties;
-    // An entry that ends within a character ends behind it.
-    if (entry.end < piece.OffsetOf(piece.end))
-      end = std::max(piece.PositionOf(entry.end + (piece.isWide ? 1 : 0)), position + 1);
+  const bool isThere = piece.start != piece.end;
+  const uint32_t offset = isThere ? piece.OffsetOf(position) : 0;
+  const bool isLast = isThere && piece.start == last_.pieceStart && offset >= last_.entry.start &&
+                      offset < last_.entry.end && istd == last_.istd && place == last_.place;
+  if (isLast) return run_;
+  last_ = {isThere ? runs.At(offset) : PropertyPages::Entry(), isThere ? piece.start : UINT32_MAX, istd,
+           place};
+  const ByteView sprms = last_.entry.properties;
+  if (const TextRun* const recent = recentRuns_.Find(sprms, piece.prm, istd, place)) {
+    run_ = *recent;
+  } else {
+    Resolve(sprms, piece.prm, istd, place);
+    recentRuns_.Keep(sprms, piece.prm, istd, place, run_);
   }
-  if (!IsLikeLast(sprms, piece.prm, istd, place)) Resolve(sprms, piece.prm, istd, place);
-  last_.end = end;
-  return last_;
-}
-
-bool WalkDocument::IsLikeLast(ByteView sprms, uint16_t prm, uint16_t istd,
-                              const TableStylePlace& place) const {
-  return last_.properties && memo_.istd == istd && memo_.prm == prm && memo_.place == place &&
-         memo_.sprms.size() == sprms.size() &&
-         (sprms.empty() || std::memcmp(memo_.sprms.data(), sprms.data(), sprms.size()) == 0);
+  run_.end = isThere ? piece.end : UINT32_MAX;
+  // An entry that ends within a character ends behind it.
+  if (isThere && last_.entry.end < piece.OffsetOf(piece.end))
+    run_.end = std::max(piece.PositionOf(last_.entry.end + (piece.isWide ? 1 : 0)), position + 1);
+  return run_;
 }
 
 void WalkDocument::Resolve(ByteView sprms, uint16_t prm, uint16_t istd, const TableStylePlace& place) {
-  memo_.sprms.assign(sprms.data(), sprms.data() + sprms.size());
-  memo_.prm = prm;
-  memo_.istd = istd;
-  memo_.place = place;
   const RunProperties& properties =
       resolver->Run(sprms, prm != 0 ? pieces.Modifier(prm) : ByteView(), istd, place);
-  last_ = {};
-  last_.properties = &properties;
-  last_.specials = specialsOf(sprms);
-  last_.asciiSymbols =
-      fonts.Symbols(last_.specials.symbol.isThere ? last_.specials.symbol.font : properties.fonts.ascii);
-  last_.otherSymbols = fonts.Symbols(properties.fonts.other);
-  last_.hasSymbols = last_.asciiSymbols != SymbolFont::kNone || last_.otherSymbols != SymbolFont::kNone;
+  run_ = {};
+  run_.properties = &properties;
+  run_.specials = specialsOf(sprms);
+  run_.asciiSymbols =
+      fonts.Symbols(run_.specials.symbol.isThere ? run_.specials.symbol.font : properties.fonts.ascii);
+  run_.otherSymbols = fonts.Symbols(properties.fonts.other);
+  run_.hasSymbols = run_.asciiSymbols != SymbolFont::kNone || run_.otherSymbols != SymbolFont::kNone;
   const bool isGone =
       (properties.hidden && !options.hiddenText) ||
       (options.revisions == RevisionView::kFinal && properties.deletion.kind != Revision::kNone) ||
       (options.revisions == RevisionView::kOriginal && properties.revision.kind != Revision::kNone);
-  last_.isShown = !isGone;
+  run_.isShown = !isGone;
+}
+
+ByteView WalkDocument::SprmsAt(uint32_t position) {
+  const TextPiece& piece = pieces.Find(position);
+  return piece.start != piece.end ? runs.At(piece.OffsetOf(position)).properties : ByteView();
+}
+
+const ParagraphProperties& WalkDocument::PropertiesOf(const FoundParagraph& paragraph,
+                                                      const TableStylePlace& place) {
+  const uint16_t prm = paragraph.prm;
+  if (const auto* const recent = recentParagraphs_.Find(paragraph.sprms, prm, paragraph.istd, place))
+    return **recent;
+  const ParagraphProperties& properties =
+      resolver->Paragraph(paragraph.istd, paragraph.sprms, paragraph.pieceSprms, place);
+  recentParagraphs_.Keep(paragraph.sprms, prm, paragraph.istd, place, &properties);
+  return properties;
 }
 
 void WalkDocument::MayForget() {
-  last_.properties = nullptr;
-  resolver->MayForget();
+  if (!resolver->MayForget()) return;
+  last_.pieceStart = UINT32_MAX;
+  recentRuns_.Clear();
+  recentParagraphs_.Clear();
 }
 
 std::u16string_view WalkDocument::AuthorOf(const Revision& revision) {
@@ -158,6 +171,8 @@ void WalkDocument::WarnOfDamage() {
   Warnings* const warnings = file.warnings();
   if (paragraphs.missed()) warn(warnings, WarningCode::kTableDamaged, "paragraph properties");
   if (runs.missed()) warn(warnings, WarningCode::kTableDamaged, "character properties");
+  if (text.wentBeyondClaim() || file.wentBeyondClaim())
+    warn(warnings, WarningCode::kTableDamaged, "length of a stream");
   if (text.missed()) warn(warnings, WarningCode::kOutside, "text");
   if (file.storyStarts().back() > pieces.end()) warn(warnings, WarningCode::kEndedEarly);
 }

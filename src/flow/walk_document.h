@@ -11,6 +11,7 @@
 #include "flow/list_labels.h"
 #include "flow/paragraph_finder.h"
 #include "flow/property_resolver.h"
+#include "flow/recent_lists.h"
 #include "flow/run_sprms.h"
 #include "flow/story_marks.h"
 #include "flow/table_styles.h"
@@ -55,9 +56,11 @@ struct WalkDocument {
                FlowHandler& handler);
 
   /// The run at `position`, in a paragraph of style `istd`; ends at the end of its piece at the latest.
-  TextRun RunAt(uint32_t position, uint16_t istd, const TableStylePlace& place);
-  /// The property list of the last run that was asked for.
-  const std::vector<uint8_t>& LastSprms() const { return memo_.sprms; }
+  /// Until the next one is asked for.
+  const TextRun& RunAt(uint32_t position, uint16_t istd, const TableStylePlace& place);
+  /// The property list of the run at `position`, until the next one is asked for.
+  ByteView SprmsAt(uint32_t position);
+  const ParagraphProperties& PropertiesOf(const FoundParagraph& paragraph, const TableStylePlace& place);
   std::u16string_view AuthorOf(const Revision& revision);
   /// Whether a text box is told for the first time.
   bool TakeBox(bool isInHeaders, uint32_t number);
@@ -103,22 +106,22 @@ struct WalkDocument {
   WrittenCounts written;  ///< of the main text
 
  private:
-  /// What the last run came from: neighbours are often alike.
-  struct Memo {
-    std::vector<uint8_t> sprms;
-    uint16_t prm = 0;
-    uint16_t istd = 0;
-    TableStylePlace place;
-  };
-
-  bool IsLikeLast(ByteView sprms, uint16_t prm, uint16_t istd, const TableStylePlace& place) const;
   void Resolve(ByteView sprms, uint16_t prm, uint16_t istd, const TableStylePlace& place);
 
   std::optional<FieldMarks> fields_[mso_word::kSubDocCount];
   std::optional<ListLabels> otherLabels_;
   std::vector<bool> takenBoxes_[2];
-  Memo memo_;
-  TextRun last_;
+  /// The run that was asked for last: where its entry lies in the stream, and what else it came from.
+  struct LastRun {
+    PropertyPages::Entry entry;
+    uint32_t pieceStart = UINT32_MAX;
+    uint16_t istd = 0;
+    TableStylePlace place;
+  };
+  LastRun last_;
+  TextRun run_;
+  RecentLists<TextRun> recentRuns_;
+  RecentLists<const ParagraphProperties*> recentParagraphs_;
   std::u16string author_;
 };
 

@@ -39,10 +39,13 @@ void ListDefinitions::Read(ByteView plfLst, ByteView behindLst, ByteView plfLfo,
   if (!usesAreWhole) warn(warnings, WarningCode::kTableDamaged, "list overrides");
 }
 
-/// The levels of all lists lie behind the records, in the order of these.
+/// The levels of all lists lie behind the records, in the order of these. Some writers count them to the
+/// table.
 bool ListDefinitions::ReadLists(ByteView plfLst, ByteView behindLst) {
   if (plfLst.empty()) return true;
   const size_t count = plfLst.u16(0);
+  const ByteView behindRecords = plfLst.part(2 + count * kListSize);
+  if (behindRecords.size() >= kLevelSize) behindLst = behindRecords;
   ByteView records = plfLst.part(2);
   for (size_t i = 0; i < count; ++i) {
     const ByteView record = take(records, kListSize);

@@ -5,7 +5,7 @@
 namespace pagerex {
 namespace {
 
-constexpr uint32_t kPageBytes = 512, kWindow = 16 << 10;
+constexpr uint32_t kPageBytes = 512, kWindow = 64 << 10;
 constexpr uint32_t kPageMask = 0x3FFFFF;  // of a page number
 
 }  // namespace

@@ -85,6 +85,12 @@ StyleTable::Style StyleTable::ReadStyle(ByteView record, size_t baseSize) {
   return style;
 }
 
+StyleChain StyleTable::Chain(uint16_t istd) const {
+  StyleChain chain;
+  for (; istd != kNoStyle && chain.first_ > 0; istd = at(istd).base) chain.istds_[--chain.first_] = istd;
+  return chain;
+}
+
 /// A base must be there and of the same kind, and the chain of bases must end.
 void StyleTable::CutBases() {
   for (Style& style : styles_) {
@@ -106,17 +112,19 @@ void StyleTable::CutBases() {
 }
 
 uint8_t StyleTable::FindHeadingLevel(uint16_t istd) const {
-  for (size_t steps = 0; istd != kNoStyle && steps < kLongestChain; ++steps, istd = at(istd).base) {
-    const Style& style = at(istd);
+  uint8_t level = 0;
+  for (const uint16_t each : Chain(istd)) {
+    const Style& style = at(each);
     if (style.kind != StyleKind::kParagraph) return 0;
-    if (style.sti >= 1 && style.sti <= 9) return static_cast<uint8_t>(style.sti);
     KDWSprm sprm;
-    if (KDWSprmList(style.papx).FindSprm(kOutlineLevel, &sprm) == Status::kOk) {
-      const uint8_t level = sprm.GetArgument().u8(0);
-      return level < 9 ? level + 1 : 0;
+    if (style.sti >= 1 && style.sti <= 9) {
+      level = static_cast<uint8_t>(style.sti);
+    } else if (KDWSprmList(style.papx).FindSprm(kOutlineLevel, &sprm) == Status::kOk) {
+      const uint8_t outlineLevel = sprm.GetArgument().u8(0);
+      level = outlineLevel < 9 ? outlineLevel + 1 : 0;
     }
   }
-  return 0;
+  return level;
 }
 
 }  // namespace pagerex

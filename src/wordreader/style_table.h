@@ -15,6 +15,21 @@ enum class StyleKind : uint8_t { kNone = 0, kParagraph = 1, kCharacter = 2, kTab
 /// Marks "no style" where a style index (istd) stands.
 constexpr uint16_t kNoStyle = 0x0FFF;
 
+/// A style with the styles that it is based on.
+class StyleChain {
+ public:
+  const uint16_t* begin() const { return istds_ + first_; }
+  const uint16_t* end() const { return istds_ + kLongest; }
+
+ private:
+  friend class StyleTable;
+  /// Word itself goes no deeper than 11.
+  static constexpr size_t kLongest = 64;
+
+  uint16_t istds_[kLongest];
+  size_t first_ = kLongest;
+};
+
 /// The style sheet (STSH): its styles by their index, with their property lists in place. The bytes that it
 /// was read from must stay. An index without a style is answered as an empty style of kind kNone; bases never
 /// lead in a circle.
@@ -49,19 +64,10 @@ class StyleTable {
   uint16_t OtherFont() const { return fonts_[2]; }
   uint16_t ComplexFont() const { return fonts_[3]; }
 
-  /// Calls `visit(istd)` for the style's most distant base first, and for the style last.
-  template <class Visit>
-  void ForEachOfChain(uint16_t istd, const Visit& visit) const {
-    uint16_t chain[kLongestChain];
-    size_t count = 0;
-    for (; istd != kNoStyle && count < kLongestChain; istd = at(istd).base) chain[count++] = istd;
-    while (count > 0) visit(chain[--count]);
-  }
+  /// The style's most distant base first, and the style last.
+  StyleChain Chain(uint16_t istd) const;
 
  private:
-  /// Word itself goes no deeper than 11.
-  static constexpr size_t kLongestChain = 64;
-
   struct Style {
     StyleKind kind = StyleKind::kNone;
     uint8_t headingLevel = 0;

@@ -6,10 +6,15 @@
 #include "wordreader/code_page_1252.h"
 
 namespace pagerex {
+namespace {
+
+constexpr uint32_t kWindow = 64 << 10;  // so much is read past the cache of small pieces
+
+}  // namespace
 
 void TextReader::Read(WordFile& file, PieceList& pieces) {
   pieces_ = &pieces;
-  file.ReadText(reader_, kStretch * sizeof(char16_t));
+  file.ReadText(reader_, kWindow);
 }
 
 void TextReader::Load(uint32_t position) {

@@ -31,6 +31,8 @@ class TextReader {
 
   /// Whether text lies outside of its stream.
   bool missed() const { return missed_; }
+  /// Whether the stream is longer than its entry claims, and that was needed.
+  bool wentBeyondClaim() const { return reader_.wentBeyondClaim(); }
 
  private:
   static constexpr uint32_t kStretch = 4096;

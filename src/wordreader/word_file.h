@@ -55,6 +55,9 @@ class WordFile {
   /// What the streams of its summary say; read when first asked for.
   const DocumentSummary& Summary();
 
+  /// Whether tables lie behind what the entry of their stream claims.
+  bool wentBeyondClaim() const { return tables_.wentBeyondClaim(); }
+
   ChainAllocator& allocator() { return allocator_; }
   Warnings* warnings() const { return warnings_; }
   /// Bytes that the two main streams hold together: what limits are measured by.

@@ -119,6 +119,17 @@ TEST(ListDefinitions, LinkLevelsAndStyles) {
   EXPECT_EQ(lists.definitions.LevelOfStyle(1, ListDefinitions::kNoStyle), -1);
 }
 
+TEST(ListDefinitions, MayHaveTheirLevelsInTheTable) {
+  TestLists bytes = listBytes({{1, {{u"a"}}}, {2, {{u"b"}}}}, {{2}});
+  append(bytes.definitions, bytes.levels);
+  ListDefinitions definitions;
+  Warnings warnings;
+  const Bytes other(500, 0xAA);
+  definitions.Read(bytes.definitionsView(), {other.data(), other.size()}, bytes.usesView(), &warnings);
+  EXPECT_EQ(definitions.Level(1, 0).level->text.u16(0), u'b');
+  EXPECT_TRUE(warnings.all().empty());
+}
+
 TEST(ListDefinitions, WithoutBytesAreNone) {
   ListDefinitions definitions;
   Warnings warnings;

@@ -150,9 +150,8 @@ TEST(StyleTable, TellsHeadingLevels) {
 }
 
 std::vector<uint16_t> chainOf(const StyleTable& table, uint16_t istd) {
-  std::vector<uint16_t> chain;
-  table.ForEachOfChain(istd, [&chain](uint16_t style) { chain.push_back(style); });
-  return chain;
+  const StyleChain chain = table.Chain(istd);
+  return {chain.begin(), chain.end()};
 }
 
 TEST(StyleTable, WalksFromTheMostDistantBaseToTheStyle) {
@@ -164,6 +163,16 @@ TEST(StyleTable, CutsBasesThatLeadInACircle) {
   const Sheet sheet({Style().basedOn(1), Style().basedOn(2), Style().basedOn(0), Style().basedOn(3)});
   EXPECT_EQ(chainOf(sheet.table, 0), (std::vector<uint16_t>{2, 1, 0}));
   EXPECT_EQ(chainOf(sheet.table, 3), (std::vector<uint16_t>{3}));
+}
+
+TEST(StyleTable, HasAllBasesOfALongChainNearItsEnd) {
+  std::vector<std::optional<Style>> styles{Style()};
+  for (uint16_t istd = 1; istd < 100; ++istd) styles.emplace_back(Style().basedOn(istd - 1));
+  const Sheet sheet(styles);
+  const std::vector<uint16_t> chain = chainOf(sheet.table, 99);
+  ASSERT_GE(chain.size(), 11u);
+  EXPECT_EQ(chain.back(), 99);
+  EXPECT_EQ(chain.front(), 100 - chain.size());
 }
 
 TEST(StyleTable, HasNoBasesThatAreMissingOrOfOtherKinds) {

@@ -96,6 +96,24 @@ TEST(WalkSections, HeadersThatNoPageShowsAreNotTold) {
   EXPECT_EQ(Walked(doc).characters(), u"text\n");
 }
 
+TEST(WalkSections, AHeaderBelongsToTheFirstSectionThatShowsIt) {
+  WordDocument doc;
+  doc.paragraph("one");
+  doc.section({sprm(kTitlePage, 1)}).paragraph("two");
+  doc.header(0, HeaderSlot::kFirstHeader).paragraph("first");
+  EXPECT_EQ(transcriptOf(doc, kWithSections), R"(
+section 0
+  paragraph
+    text "one"
+section 1 titlePage firstHeader=1
+  header first
+    paragraph
+      text "first"
+  paragraph
+    text "two"
+)");
+}
+
 TEST(WalkSections, AnEmptyHeaderIsOneOfItsOwn) {
   WordDocument doc;
   doc.paragraph("one");

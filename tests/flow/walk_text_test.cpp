@@ -210,9 +210,13 @@ TEST(WalkText, ListItemsHaveLabels) {
   EXPECT_EQ(transcriptOf(doc), R"(
 paragraph label="1." number=1
   text "a"
-paragraph label="a." level = 1 number = 1 text "b" paragraph label = "b)" level = 1 number =
-                                   2 text "c" paragraph label = "2." number = 2 text "d")
-  ");
+paragraph label="a." level=1 number=1
+  text "b"
+paragraph label="b." level=1 number=2
+  text "c"
+paragraph label="2." number=2
+  text "d"
+)");
 }
 
 TEST(WalkText, BulletsAreUnicode) {

@@ -1,0 +1,302 @@
+#include "formats/markdown/escape.h"
+
+#include <algorithm>
+
+#include "base/character_class.h"
+#include "base/utf8.h"
+
+namespace pagerex {
+namespace {
+
+/// ASCII characters that mean something somewhere in a line.
+struct Specials {
+  bool is[128] = {};
+  constexpr Specials() {
+    for (const char c : std::string_view("\\`*_~[]<&!|:.\t")) is[static_cast<unsigned char>(c)] = true;
+  }
+};
+constexpr Specials kSpecials;
+
+bool isSpecial(char16_t unit) {
+  return unit < 128 && kSpecials.is[unit];
+}
+
+bool isBlank(char16_t unit) {
+  return unit == ' ' || unit == '\t';
+}
+
+bool isAsciiLetter(char16_t unit) {
+  return (unit | 0x20) >= 'a' && (unit | 0x20) <= 'z';
+}
+
+bool isDigit(char16_t unit) {
+  return unit >= '0' && unit <= '9';
+}
+
+bool isAsciiPunctuation(char16_t unit) {
+  return unit > 0x20 && unit < 0x7F && !isAsciiLetter(unit) && !isDigit(unit);
+}
+
+/// A text, and what is asked of the places in it. Outside of it is 0.
+class Line {
+ public:
+  Line(std::u16string_view text, const TextPlace& place) : text_(text), place_(place) {}
+
+  /// Whether the special character at `i` gets a backslash.
+  bool IsEscaped(size_t i) const;
+  /// Characters in front of that which keeps the line from beginning a block; npos when none is needed.
+  size_t BlockEscape() const;
+
+ private:
+  char16_t At(size_t i) const { return i < text_.size() ? text_[i] : 0; }
+  bool IsBlankOrEnd(size_t i) const { return i >= text_.size() || isBlank(text_[i]); }
+  bool IsBetweenBlanks(size_t i) const { return i > 0 && isBlank(text_[i - 1]) && isBlank(At(i + 1)); }
+  bool IsWithinWord(size_t i) const;
+  bool BeginsEntity(size_t i) const;
+  bool KeepsAddressWhole(size_t i) const;
+
+  const std::u16string_view text_;
+  const TextPlace& place_;
+};
+
+bool Line::IsEscaped(size_t i) const {
+  switch (const char16_t next = At(i + 1); text_[i]) {
+    case '`':
+    case '[':
+      return true;
+    case ']':
+      return place_.isInBrackets;
+    case '|':
+      return place_.isInCell;
+    case '*':
+    case '~':
+      return !IsBetweenBlanks(i);
+    case '_':
+      return !IsWithinWord(i) && !IsBetweenBlanks(i);
+    case '\\':
+      return next == 0 || isAsciiPunctuation(next);
+    case '<':
+      return next == 0 || isAsciiLetter(next) || next == '/' || next == '!' || next == '?';
+    case '&':
+      return BeginsEntity(i);
+    case '!':
+      return next == 0 && !place_.isLast;
+    case ':':
+      return next == '/' && At(i + 2) == '/' && !KeepsAddressWhole(i + 3);
+    case '.':
+      return i >= 3 && text_.substr(i - 3, 3) == u"www" && !KeepsAddressWhole(i + 1);
+    default:
+      return false;
+  }
+}
+
+/// Letters and digits on both sides of a row of underlines.
+bool Line::IsWithinWord(size_t i) const {
+  size_t begin = i, end = i + 1;
+  constexpr size_t kMostRow = 32;  // a longer one is escaped, so that time stays linear
+  while (begin > 0 && text_[begin - 1] == '_' && i - begin < kMostRow) --begin;
+  while (At(end) == '_' && end - i < kMostRow) ++end;
+  return begin > 0 && isLetterOrDigit(text_[begin - 1]) && isLetterOrDigit(At(end));
+}
+
+bool Line::BeginsEntity(size_t i) const {
+  constexpr size_t kLongestEntity = 34;
+  size_t end = i + 1;
+  if (At(end) == '#') ++end;
+  while ((isAsciiLetter(At(end)) || isDigit(At(end))) && end - i < kLongestEntity) ++end;
+  return end >= text_.size() ? !place_.isLast : At(end) == ';' && end > i + 1;
+}
+
+/// An address in the text becomes a link by itself, with all that follows up to a blank, as it stands: there
+/// must be nothing to be escaped in it.
+bool Line::KeepsAddressWhole(size_t i) const {
+  if (place_.isInBrackets) return true;
+  constexpr std::u16string_view kHarmful = u"\\`*~[]<|!&_";
+  constexpr size_t kLongestAddress = 512;
+  for (const size_t limit = i + kLongestAddress; i < limit; ++i) {
+    if (i >= text_.size()) return place_.isLast;
+    if (isBlank(text_[i])) return true;
+    if (kHarmful.find(text_[i]) != std::u16string_view::npos && IsEscaped(i)) return false;
+  }
+  return false;
+}
+
+size_t Line::BlockEscape() const {
+  constexpr size_t kNone = std::u16string_view::npos;
+  const char16_t next = At(1);
+  switch (At(0)) {
+    case '#': {
+      const size_t behind = std::min(text_.find_first_not_of(u'#'), text_.size());
+      return behind <= 6 && IsBlankOrEnd(behind) ? 0 : kNone;
+    }
+    case '+':
+      return IsBlankOrEnd(1) ? 0 : kNone;
+    case '-':
+      return IsBlankOrEnd(1) || next == '-' || next == ':' || next == '|' ? 0 : kNone;
+    case '>':
+      return 0;
+    case '=':
+    case '|':
+      return place_.isFirstLine ? kNone : 0;
+    case ':':
+      return place_.isFirstLine || next != '-' ? kNone : 0;
+    default:
+      break;
+  }
+  size_t digits = 0;
+  while (digits < 10 && isDigit(At(digits))) ++digits;
+  const bool isNumber = digits > 0 && digits < 10 && (At(digits) == '.' || At(digits) == ')');
+  return isNumber && IsBlankOrEnd(digits + 1) ? digits : kNone;
+}
+
+/// Characters of HTML that a text cannot hold.
+std::string_view htmlOf(char16_t unit) {
+  switch (unit) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '"':
+      return "&quot;";
+    default:
+      return {};
+  }
+}
+
+bool standsInAddress(char16_t unit) {
+  return unit > 0x20 && unit != 0x7F &&
+         std::u16string_view(u"\"<>\\^`{|}()").find(unit) == std::u16string_view::npos;
+}
+
+}  // namespace
+
+Flank flankOf(char32_t code) {
+  if (code < 0x80) {
+    const auto unit = static_cast<char16_t>(code);
+    if (code <= 0x20) return Flank::kSpace;
+    return isAsciiPunctuation(unit) ? Flank::kPunctuation : Flank::kWord;
+  }
+  constexpr char16_t kSpaces[] = {0xA0, 0x1680, 0x202F, 0x205F, 0x3000};
+  if ((code >= 0x2000 && code <= 0x200A) || std::count(std::begin(kSpaces), std::end(kSpaces), code)) {
+    return Flank::kSpace;
+  }
+  return code < 0x10000 && isLetterOrDigit(static_cast<uint16_t>(code)) ? Flank::kWord : Flank::kUnclear;
+}
+
+Flank firstFlank(std::u16string_view text) {
+  return flankOf(characterAt(text.data(), text.size()).code);
+}
+
+/// Halves of characters are as unclear as whole ones beyond 16 bits.
+Flank lastFlank(std::u16string_view text) {
+  return flankOf(text.back());
+}
+
+void appendUtf8(std::string& out, std::u16string_view text) {
+  const size_t size = out.size();
+  out.resize(size + mostUtf8(text.size()));
+  out.resize(size + utf8FromUtf16(text.data(), text.size(), out.data() + size, Utf8Filter::kControls));
+}
+
+void appendEscaped(std::string& out, std::u16string_view text, const TextPlace& place) {
+  const Line line(text, place);
+  const size_t blockEscape = place.isLineStart ? line.BlockEscape() : std::u16string_view::npos;
+  size_t done = 0;
+  if (place.isBehindReference && (text[0] == '(' || text[0] == ':')) out += '\\';
+  if (blockEscape != std::u16string_view::npos) {
+    appendUtf8(out, text.substr(0, blockEscape));
+    out += '\\';
+    out += static_cast<char>(text[blockEscape]);
+    done = blockEscape + 1;
+  }
+  for (size_t i = done; i < text.size(); ++i) {
+    if (!isSpecial(text[i])) continue;
+    const bool isTab = text[i] == '\t';
+    if (!isTab && !line.IsEscaped(i)) continue;
+    appendUtf8(out, text.substr(done, i - done));
+    if (isTab) {
+      out += ' ';
+      done = i + 1;
+    } else {
+      out += '\\';
+      done = i;
+    }
+  }
+  appendUtf8(out, text.substr(done));
+}
+
+void appendHtml(std::string& out, std::u16string_view text) {
+  size_t done = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const std::string_view spelled = htmlOf(text[i]);
+    if (spelled.empty()) continue;
+    appendUtf8(out, text.substr(done, i - done));
+    out += spelled;
+    done = i + 1;
+  }
+  appendUtf8(out, text.substr(done));
+}
+
+void appendHtml(std::string& out, std::string_view text) {
+  for (const char c : text) {
+    const std::string_view spelled = htmlOf(static_cast<unsigned char>(c));
+    if (spelled.empty()) {
+      out += c;
+    } else {
+      out += spelled;
+    }
+  }
+}
+
+void appendAddress(std::string& out, std::u16string_view address) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  for (size_t i = 0; i < address.size();) {
+    const CharacterAt next = characterAt(address.data() + i, address.size() - i);
+    const std::u16string_view spelled = address.substr(i, next.units);
+    i += next.units;
+    if (next.code >= 0x80 && !isNoText(next.code)) {
+      appendUtf8(out, spelled);
+    } else if (next.code < 0x80 && standsInAddress(spelled[0])) {
+      out += static_cast<char>(next.code);
+    } else if (next.code < 0x80 && !isNoText(next.code)) {
+      out += {'%', kDigits[next.code >> 4], kDigits[next.code & 15]};
+    }
+  }
+}
+
+void appendDestination(std::string& out, std::string_view address) {
+  constexpr std::string_view kNameCharacters =
+      "#0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  for (size_t i = 0; i < address.size(); ++i) {
+    out += address[i];
+    if (address[i] != '&') continue;
+    const size_t end = address.find_first_not_of(kNameCharacters, i + 1);
+    if (end != std::string_view::npos && address[end] == ';') out += "amp;";
+  }
+}
+
+void appendTitle(std::string& out, std::u16string_view title, bool isInCell) {
+  std::u16string escaped;
+  for (const char16_t unit : title) {
+    if (unit == '"' || unit == '\\' || unit == '&' || (unit == '|' && isInCell)) escaped += u'\\';
+    escaped += unit;
+  }
+  appendUtf8(out, escaped);
+}
+
+std::u16string onOneLine(std::u16string_view text) {
+  std::u16string line;
+  line.reserve(text.size());
+  for (const char16_t unit : text) {
+    if (unit == '\r' || unit == '\n' || unit == '\t' || unit == '\v') {
+      line += u' ';
+    } else if (!isNoText(unit)) {
+      line += unit;
+    }
+  }
+  return line;
+}
+
+}  // namespace pagerex

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "flow/properties.h"
+
+namespace pagerex {
+
+/// The lines of a pipe table. The first row is its head, and tells how many columns there are.
+class PipeTable {
+ public:
+  /// `columns` are the fewest.
+  void Begin(size_t columns);
+  void BeginRow() { cells_.clear(); }
+  void BeginCell(uint32_t columns);
+  /// The paragraph that begins is aligned so; the first one of a cell counts.
+  void Align(Alignment alignment, bool isRightToLeft);
+  /// Appends a paragraph that is spelled for a cell.
+  void Add(std::string_view paragraph);
+  void EndRow();
+  /// All lines; empty for a table without rows.
+  const std::string& End();
+
+ private:
+  struct Cell {
+    std::string text;
+    std::string_view alignment;  ///< of the line below the head; empty where not told
+  };
+
+  void PutDelimiters(bool hasBody);
+
+  std::vector<Cell> cells_;  ///< of the row
+  std::string lines_;
+  size_t current_ = 0;  ///< the cell that is open
+  size_t columns_ = 0;
+  uint32_t rows_ = 0;
+};
+
+/// A table as HTML, without blank lines. Tables may be nested.
+class HtmlTable {
+ public:
+  void BeginTable();
+  void EndTable();
+  void BeginRow(bool isHeader);
+  void EndRow() { text_ += "</tr>\n"; }
+  void BeginCell(const CellProperties& cell);
+  void EndCell();
+  /// Appends a paragraph that is spelled in HTML.
+  void Add(std::string_view paragraph);
+
+  const std::string& text() const { return text_; }
+  void Clear() { text_.clear(); }
+
+ private:
+  std::string text_;
+  std::vector<bool> headers_;  ///< of each open table, whether its row is a header
+  bool hasText_ = false;       ///< the cell, behind the last table in it
+};
+
+}  // namespace pagerex

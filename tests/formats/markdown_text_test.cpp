@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+
+#include "support/markdown_of.h"
+
+namespace pagerex {
+namespace {
+
+using support::FlowScript;
+using support::markdownOf;
+
+/// A paragraph of one look.
+std::string paragraph(std::u16string_view text, std::string_view look = {}) {
+  return markdownOf([&](FlowScript& s) { s.Paragraph([&] { s.Text(text, look); }); });
+}
+
+std::string inParagraph(const std::function<void(FlowScript&)>& inside) {
+  return markdownOf([&](FlowScript& s) { s.Paragraph([&] { inside(s); }); });
+}
+
+}  // namespace
+
+TEST(MarkdownText, KeepsParagraphsApartAndLeavesEmptyOnesOut) {
+  EXPECT_EQ(markdownOf([](FlowScript& s) {
+              s.Paragraph(u"one");
+              s.Paragraph(u" \t ");
+              s.Paragraph(u" two ");
+            }),
+            "one\n\ntwo\n");
+}
+
+TEST(MarkdownText, EscapesOnlyWhatMeansSomething) {
+  EXPECT_EQ(paragraph(u"a * b, 2*3*4, snake_case, _x_ and ~5"),
+            "a * b, 2\\*3\\*4, snake_case, \\_x\\_ and \\~5\n");
+  EXPECT_EQ(paragraph(u"a < b, <b>, a & b, &amp; `x` [y] c:\\dir \\*"),
+            "a < b, \\<b>, a & b, \\&amp; \\`x\\` \\[y] c:\\dir \\\\\\*\n");
+  EXPECT_EQ(paragraph(u"what! | a+b-c=d #1 (x)"), "what! | a+b-c=d #1 (x)\n");
+}
+
+TEST(MarkdownText, EscapesWhatBeginsABlock) {
+  constexpr std::pair<std::u16string_view, std::string_view> kRows[] = {
+      {u"# a", "\\# a\n"},
+      {u"#a", "#a\n"},
+      {u"- a", "\\- a\n"},
+      {u"-a", "-a\n"},
+      {u"---", "\\---\n"},
+      {u"+ a", "\\+ a\n"},
+      {u"> a", "\\> a\n"},
+      {u"1. a", "1\\. a\n"},
+      {u"1.5 a", "1.5 a\n"},
+      {u"12) a", "12\\) a\n"},
+      {u"* a", "\\* a\n"},
+      {u"= a", "= a\n"},
+      {u"1234567890. a", "1234567890. a\n"},
+  };
+  for (const auto& [text, expected] : kRows) EXPECT_EQ(paragraph(text), expected);
+}
+
+TEST(MarkdownText, EscapesWhatUnderlinesTheLineAbove) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"a ").Here(Mark::kLineBreak).Text(u" ==="); }),
+            "a\\\n\\===\n");
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"a|b").Here(Mark::kLineBreak).Text(u"-|-"); }),
+            "a|b\\\n\\-|-\n");
+}
+
+TEST(MarkdownText, LeavesAddressesInTheTextWhole) {
+  EXPECT_EQ(paragraph(u"see http://a.b/c_d?e=f&g=h and www.x.org"),
+            "see http://a.b/c_d?e=f&g=h and www.x.org\n");
+  EXPECT_EQ(paragraph(u"http://a/*b* www.a_"), "http\\://a/\\*b\\* www\\.a\\_\n");
+}
+
+TEST(MarkdownText, EmphasizesWithTheBlanksOutside) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"a").Text(u" bold ", "b").Text(u"c"); }),
+            "a **bold** c\n");
+  EXPECT_EQ(paragraph(u"x", "b i"), "***x***\n");
+  EXPECT_EQ(paragraph(u"x", "s"), "~~x~~\n");
+  EXPECT_EQ(paragraph(u"x", "u"), "<u>x</u>\n");
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"x").Text(u"2", "sup").Text(u"1", "sub"); }),
+            "x<sup>2</sup><sub>1</sub>\n");
+}
+
+TEST(MarkdownText, JoinsRunsOfOneLook) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"one ", "b").Text(u" ").Text(u"two", "b"); }),
+            "**one  two**\n");
+}
+
+TEST(MarkdownText, NestsLooks) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"a ", "b").Text(u"b", "b i").Text(u" c", "b"); }),
+            "**a *b* c**\n");
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"a ", "b").Text(u"b", "b i"); }), "**a *b***\n");
+}
+
+TEST(MarkdownText, TakesTagsWhereDelimitersWouldNotDo) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"foo").Text(u"(bar)", "b").Text(u"baz"); }),
+            "foo<strong>(bar)</strong>baz\n");
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"foo").Text(u"bar", "b").Text(u"baz"); }),
+            "foo**bar**baz\n");
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"a", "b").Text(u"b", "i"); }), "**a**<em>b</em>\n");
+}
+
+TEST(MarkdownText, PutsBreaksOutsideOfEmphasis) {
+  EXPECT_EQ(
+      inParagraph([](FlowScript& s) {
+        s.Here(Mark::kLineBreak).Text(u"a", "b").Here(Mark::kLineBreak).Text(u"b").Here(Mark::kLineBreak);
+      }),
+      "**a**\\\nb\n");
+}
+
+TEST(MarkdownText, WritesCode) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Text(u"call ").Text(u"f(*x)", "code").Text(u" now"); }),
+            "call `f(*x)` now\n");
+  EXPECT_EQ(paragraph(u"a`b``", "code"), "``` a`b`` ```\n");
+}
+
+TEST(MarkdownText, WritesCapitalsAsShown) {
+  EXPECT_EQ(paragraph(u"\u00E9t\u00E9", "caps"), "\u00C9T\u00C9\n");
+}
+
+TEST(MarkdownText, LinksWithEscapedAddresses) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) {
+              s.Link(
+                  u"http://a.b/(c d)", [&] { s.Text(u"t]x"); }, {}, u"say \"hi\"");
+            }),
+            "[t\\]x](http://a.b/%28c%20d%29 \"say \\\"hi\\\"\")\n");
+  EXPECT_EQ(inParagraph([](FlowScript& s) {
+              s.Text(u"Hi!").Link(
+                  {}, [&] { s.Text(u"t", "u"); }, u"place");
+            }),
+            "Hi\\![t](#place)\n");
+  EXPECT_EQ(inParagraph([](FlowScript& s) { s.Link(u"http://a?b=1&copy;=2", [&] { s.Text(u"t"); }); }),
+            "[t](http://a?b=1&amp;copy;=2)\n");
+}
+
+TEST(MarkdownText, LeavesUnsafeAddressesOutAndTells) {
+  Warnings warnings;
+  EXPECT_EQ(
+      markdownOf(
+          [](FlowScript& s) { s.Paragraph([&] { s.Link(u"javascript:alert(1)", [&] { s.Text(u"t"); }); }); },
+          {}, {}, nullptr, &warnings),
+      "t\n");
+  ASSERT_EQ(warnings.all().size(), 1u);
+  EXPECT_EQ(warnings.all()[0].where, "javascript");
+}
+
+TEST(MarkdownText, KeepsALinkWhole) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) {
+              s.Text(u"a ", "b").Link(u"http://x", [&] { s.Text(u"b", "b").Text(u" c"); });
+            }),
+            "**a** [**b** c](http://x)\n");
+}
+
+TEST(MarkdownText, MarksPlaces) {
+  EXPECT_EQ(markdownOf([](FlowScript& s) {
+              s.Paragraph([&] { s.to.BookmarkStart(u"empty"); });
+              s.Paragraph([&] {
+                s.Text(u"# a");
+                s.to.BookmarkStart(u"a \"b\"");
+                s.to.BookmarkStart(u"_GoBack");
+                s.to.BookmarkStart(u"_Hlk123");
+              });
+            }),
+            "<a id=\"empty\"></a><a id=\"a%20%22b%22\"></a># a\n");
+}
+
+TEST(MarkdownText, MarksChanges) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) {
+              s.to.BeginRevision({Revision::kDeleted, u"Ann", 0});
+              s.Text(u"old");
+              s.to.EndRevision();
+              s.to.BeginRevision({Revision::kInserted, u"Ann", 0});
+              s.Text(u"new");
+              s.to.EndRevision();
+            }),
+            "<del>old</del><ins>new</ins>\n");
+}
+
+TEST(MarkdownText, WritesFormFields) {
+  EXPECT_EQ(inParagraph([](FlowScript& s) {
+              s.to.FormField({FormFieldFacts::Kind::kCheckBox, u"c", true, {}}, s.Look(""));
+              s.to.FormField({FormFieldFacts::Kind::kDropDown, u"d", false, u"*blue"}, s.Look(""));
+            }),
+            "\u2612\\*blue\n");
+}
+
+}  // namespace pagerex
