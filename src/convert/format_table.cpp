@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "convert/view_formats.h"
+#include "formats/markdown/markdown_format.h"
 #include "formats/text/text_format.h"
 
 namespace pagerex {
@@ -36,6 +37,11 @@ constexpr Format kFormats[] = {
      Format::Reads::kFile,
      kWithout,
      writeText},
+    {{"markdown", ".md", "text/markdown; charset=utf-8", "GitHub's Markdown, and its pictures as files.", 0,
+      0},
+     Format::Reads::kFile,
+     kAsFiles | pictureChoice(PAGEREX_PICTURES_EMBEDDED),
+     writeMarkdown},
 };
 
 }  // namespace

@@ -19,7 +19,6 @@ constexpr TypeRow kTypes[] = {
     {PictureType::kEmf, "emf", "image/emf"},      {PictureType::kWmf, "wmf", "image/wmf"},
     {PictureType::kPict, "pict", "image/x-pict"}, {PictureType::kJpeg, "jpg", "image/jpeg"},
     {PictureType::kPng, "png", "image/png"},      {PictureType::kDib, "bmp", "image/bmp"},
-    {PictureType::kTiff, "tif", "image/tiff"},
 };
 
 const TypeRow* typeRowOf(PictureType type) {
@@ -74,9 +73,9 @@ bool inflateParts(ByteView deflated, uint64_t rawSize, const TakePart& take) {
 }
 
 /// The bytes of a picture's file. False when it is damaged, or none.
-bool pictureParts(const PictureFacts& picture, const TakePart& take) {
+bool pictureParts(const PictureData& picture, const TakePart& take) {
   constexpr uint32_t kLargestRaw = 64u << 20;  // no picture of a document comes near
-  const ByteView bytes = picture.source ? picture.source->Bytes() : ByteView();
+  const ByteView bytes = picture.bytes;
   if (bytes.empty() || bytes.size() > UINT32_MAX / 2) return false;
   if (picture.isDeflated) {
     // What the picture says of its size need not be so.
@@ -123,13 +122,14 @@ class StoredPictures : public PictureOutput {
   explicit StoredPictures(Warnings* warnings) : warnings_(warnings) {}
 
   std::string_view AddressOf(const PictureFacts& picture) final {
-    const TypeRow* const row = typeRowOf(picture.type);
-    if (!row) return {};
+    if (!picture.source) return {};
     if (picture.identity != 0) {
       const auto known = known_.find(picture.identity);
       if (known != known_.end()) return AddressAgain(known->second);
     }
-    std::string address = Store(picture, *row);
+    const PictureData data = picture.source->Read();
+    const TypeRow* const row = typeRowOf(data.type);
+    std::string address = row ? Store(data, *row) : std::string();
     if (address.empty()) {
       warn(warnings_, WarningCode::kPicture);
     } else {
@@ -141,7 +141,7 @@ class StoredPictures : public PictureOutput {
 
  private:
   /// Empty for a picture that is damaged.
-  virtual std::string Store(const PictureFacts& picture, const TypeRow& row) = 0;
+  virtual std::string Store(const PictureData& picture, const TypeRow& row) = 0;
   virtual std::string_view AddressAgain(const std::string& address) { return address; }
 
   Warnings* const warnings_;
@@ -173,7 +173,7 @@ class PictureFiles final : public StoredPictures {
 
  private:
   /// One that turns out to be damaged leaves its file as far as it came, with no address.
-  std::string Store(const PictureFacts& picture, const TypeRow& row) override {
+  std::string Store(const PictureData& picture, const TypeRow& row) override {
     DsWriteArchive file(files_);
     const std::string name = "picture-" + std::to_string(++count_) + "." + std::string(row.extension);
     bool isOpen = false;
@@ -196,7 +196,7 @@ class EmbeddedPictures final : public StoredPictures {
   EmbeddedPictures(uint64_t mostBytes, Warnings* warnings) : StoredPictures(warnings), left_(mostBytes) {}
 
  private:
-  std::string Store(const PictureFacts& picture, const TypeRow& row) override {
+  std::string Store(const PictureData& picture, const TypeRow& row) override {
     std::string address = "data:" + std::string(row.mediaType) + ";base64,";
     Base64 encoder;
     const bool isWhole = pictureParts(picture, [&](ByteView part) {
