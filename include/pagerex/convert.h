@@ -241,7 +241,8 @@ typedef struct pagerex_input {
 typedef struct pagerex_limits {
   size_t size;
   /* Bytes that what is read of a document may take from the heap: its text, tables, properties and pictures.
-   * What writes it takes up to 1 MB more, whatever the document. */
+   * What writes it takes up to 1 MB more, whatever the document, and pictures that are embedded up to 64 MB.
+   */
   uint64_t memory;
   uint64_t input_bytes;  /* of the input */
   uint64_t output_bytes; /* of all files together */
@@ -331,12 +332,13 @@ typedef struct pagerex_options {
 
 /* A format that documents can be written in. */
 typedef struct pagerex_format {
-  const char* name;       /* "normal" */
-  const char* extension;  /* of the main file, with the dot: ".html" */
-  const char* media_type; /* of the main file */
-  const char* sentence;   /* what it is, in English */
-  int is_single_file;     /* whether there is never another than the main file */
-  int has_page_size;      /* whether options.page_size counts; 2000 stands for 0 */
+  const char* name;               /* "normal" */
+  const char* extension;          /* of the main file, with the dot: ".html" */
+  const char* media_type;         /* of the main file */
+  const char* sentence;           /* what it is, in English */
+  int is_single_file;             /* whether there is never another than the main file */
+  int has_page_size;              /* whether options.page_size counts; 2000 stands for 0 */
+  int is_single_without_pictures; /* whether there is none where pictures are embedded or left out */
 } pagerex_format;
 
 /* The formats from 0 on, in an order that stays; null behind the last. Constants. */

@@ -80,6 +80,7 @@ struct Request {
 
  private:
   bool TakeChoices();
+  bool IsSingleFile() const;
 };
 
 bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven) {
@@ -96,9 +97,15 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
   mainName = output.path        ? path.name
              : output.main_name ? output.main_name
                                 : std::string("document") + format->told.extension;
-  if (!format->told.is_single_file) folderName = mainName.substr(0, mainName.rfind('.')) + ".files";
+  if (!IsSingleFile()) folderName = mainName.substr(0, mainName.rfind('.')) + ".files";
   nameError = folderName == mainName ? EINVAL : errorOfName(mainName);
   return output.path || nameError == 0;
+}
+
+bool Request::IsSingleFile() const {
+  const bool hasPictureFiles =
+      options.pictures == PAGEREX_PICTURES_USUAL || options.pictures == PAGEREX_PICTURES_FILES;
+  return format->told.is_single_file || (format->told.is_single_without_pictures && !hasPictureFiles);
 }
 
 bool Request::TakeChoices() {
