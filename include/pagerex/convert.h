@@ -247,6 +247,13 @@ enum {
   PAGEREX_PICTURES_NONE = 3
 };
 
+/* Which state of a document with tracked changes is written. */
+enum {
+  PAGEREX_REVISIONS_FINAL = 0,    /* with all changes made */
+  PAGEREX_REVISIONS_ORIGINAL = 1, /* without them */
+  PAGEREX_REVISIONS_ALL = 2       /* what was inserted, and what was deleted, each marked as such */
+};
+
 typedef struct pagerex_options {
   size_t size;
   const char* format; /* a name of pagerex_format_at; null for that of the first */
@@ -261,6 +268,15 @@ typedef struct pagerex_options {
   void (*progress)(void* user,
                    double done); /* rises from 0 to 1, both included, in a hundred steps at most */
   void* user;
+  /* Of the formats "text" and "markdown"; the others take no notice. What is not 0 is wanted. */
+  int32_t revisions;    /* PAGEREX_REVISIONS_... */
+  int32_t hidden_text;  /* text that Word hides */
+  int32_t no_comments;  /* leaves out comments, which otherwise stand behind the text, with their authors */
+  int32_t headers;      /* headers and footers, each in front of its section; "text" alone */
+  int32_t front_matter; /* the document's properties in front of it; "markdown" alone */
+  int32_t page_breaks;  /* as comments; "markdown" alone */
+  int32_t common_mark;  /* CommonMark without GitHub's additions; "markdown" alone */
+  int32_t width; /* columns that lines are wrapped at, and tables fitted to, 20 or more; "text" alone */
 } pagerex_options;
 
 /* A format that documents can be written in. */

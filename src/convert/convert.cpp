@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <string>
@@ -17,6 +18,7 @@
 #include "convert/result_builder.h"
 #include "convert/result_sink.h"
 #include "convert/structures.h"
+#include "wordreader/text_pool.h"
 
 namespace pagerex {
 namespace {
@@ -25,7 +27,7 @@ namespace {
 constexpr size_t kInputSize = sizeof(pagerex_input);
 constexpr size_t kOutputSize = sizeof(pagerex_output);
 constexpr size_t kLimitsSize = sizeof(pagerex_limits);
-constexpr size_t kOptionsSize = sizeof(pagerex_options);
+constexpr size_t kOptionsSize = offsetof(pagerex_options, revisions);
 
 uint64_t orNoLimit(uint64_t limit) {
   return limit ? limit : UINT64_MAX;
@@ -65,6 +67,7 @@ void arm(RunControl& control, const pagerex_limits& limits) {
 struct Request {
   const Format* format = nullptr;
   pagerex_options options{};
+  FlowChoices choices;
   pagerex_limits limits{};
   pagerex_output output{};
   TargetPath path;  ///< where the output is a path
@@ -72,6 +75,9 @@ struct Request {
   int nameError = 0;  ///< a value of errno for a main name that nothing can have
 
   bool Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven);
+
+ private:
+  bool TakeChoices();
 };
 
 bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven) {
@@ -83,6 +89,7 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
   if (options.links < PAGEREX_LINKS_SAFE || options.links > PAGEREX_LINKS_NONE) return false;
   if (options.pictures < PAGEREX_PICTURES_USUAL || options.pictures > PAGEREX_PICTURES_NONE) return false;
   if ((format->pictures & pictureChoice(options.pictures)) == 0) return false;
+  if (!TakeChoices()) return false;
   if (output.path) path = splitTargetPath(output.path);
   mainName = output.path        ? path.name
              : output.main_name ? output.main_name
@@ -90,6 +97,20 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
   if (!format->told.is_single_file) folderName = mainName.substr(0, mainName.rfind('.')) + ".files";
   nameError = folderName == mainName ? EINVAL : errorOfName(mainName);
   return output.path || nameError == 0;
+}
+
+bool Request::TakeChoices() {
+  if (options.revisions < PAGEREX_REVISIONS_FINAL || options.revisions > PAGEREX_REVISIONS_ALL) return false;
+  if (options.width < 0) return false;
+  choices.revisions = options.revisions;
+  choices.hiddenText = options.hidden_text != 0;
+  choices.comments = options.no_comments == 0;
+  choices.headers = options.headers != 0;
+  choices.frontMatter = options.front_matter != 0;
+  choices.pageBreaks = options.page_breaks != 0;
+  choices.commonMark = options.common_mark != 0;
+  choices.width = options.width;
+  return true;
 }
 
 /// Takes the document through one format, into the target.
@@ -104,7 +125,7 @@ class Writing {
 
  private:
   int Write(OutputTarget& target);
-  int RunFormat(const KDRDocument& document, ResultSink& sink);
+  int RunFormat(ResultSink& sink);
   /// The same once the flag and the clock have been looked at.
   int MustEnd(int code) {
     control_.LookAtClock();
@@ -149,8 +170,7 @@ int Writing::Write(OutputTarget& target) {
                   request_.format->told.media_type);
   int code = PAGEREX_RESULT_OK;
   try {
-    const KDRDocument* const document = document_.Begin(control_, code);
-    if (document) code = RunFormat(*document, sink);
+    code = RunFormat(sink);
     if (MustEnd(code) == PAGEREX_RESULT_OK) sink.Finish();
     code = MustEnd(code);
   } catch (const std::bad_alloc&) {
@@ -165,12 +185,22 @@ int Writing::Write(OutputTarget& target) {
   return target.Commit() ? code : PAGEREX_RESULT_CANNOT_WRITE;
 }
 
-int Writing::RunFormat(const KDRDocument& document, ResultSink& sink) {
+int Writing::RunFormat(ResultSink& sink) {
   constexpr int64_t kUsualPage = 2000;
+  const Format& format = *request_.format;
+  const bool readsModel = format.reads == Format::Reads::kModel;
+  int code = PAGEREX_RESULT_OK;
+  const KDRDocument* const model = readsModel ? document_.BeginModel(control_, code) : nullptr;
+  WordFile* const file = readsModel ? nullptr : document_.BeginFile(control_, code);
+  if (!model && !file) return code;
+  uint64_t length = 0;
+  if (HostListener::IsWanted(request_.options))
+    length = model ? model->GetTextPool(mso_word::SUBDOC_MAIN).size() : file->storyStarts()[1];
+  HostListener listener(request_.options, control_, length);
   const int64_t pageSize = request_.options.page_size ? request_.options.page_size : kUsualPage;
   OutputFiles files(sink);
-  HostListener listener(request_.options, control_, document);
-  FormatJob job{document,
+  FormatJob job{model,
+                file,
                 files,
                 request_.mainName,
                 static_cast<int32_t>(std::min<int64_t>(pageSize, INT32_MAX)),
@@ -179,9 +209,10 @@ int Writing::RunFormat(const KDRDocument& document, ResultSink& sink) {
                 control_,
                 warnings_,
                 listener,
+                request_.choices,
                 {}};
   listener.Begin();
-  const Status status = request_.format->write(job);
+  const Status status = format.write(job);
   written_ = job.written;
   if (failed(status)) return PAGEREX_RESULT_DAMAGED;
   listener.Done();
@@ -267,7 +298,7 @@ int tellInfo(pagerex_document* document, pagerex_document_info* info, ResultBuil
   told.kind = document->kind();
   told.input_bytes = document->input().Size();
   try {
-    if (const KDRDocument* const opened = document->Begin(control, code))
+    if (const KDRDocument* const opened = document->BeginModel(control, code))
       told.counts = countContents(*opened);
   } catch (const std::bad_alloc&) {
     control.Stop(document->MemoryCause());

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "convert/view_formats.h"
+#include "formats/text/text_format.h"
 
 namespace pagerex {
 namespace {
@@ -15,17 +16,26 @@ constexpr uint32_t kWithout = pictureChoice(PAGEREX_PICTURES_USUAL) | pictureCho
 /// A new format gets a line here.
 constexpr Format kFormats[] = {
     {{"normal", ".html", kHtml, "One page in a frame, beside a tree of its headings.", 0, 0},
+     Format::Reads::kModel,
      kAsFiles,
      writeView<VIEW_NORMAL>},
     {{"phone", ".html", kHtml, "Many small pages, and a list of links to them.", 0, 1},
+     Format::Reads::kModel,
      kAsFiles,
      writeView<VIEW_PHONE>},
     {{"preview", ".html", kHtml, "The first characters of the text as a bare fragment.", 1, 1},
+     Format::Reads::kModel,
      kWithout,
      writeView<VIEW_PREVIEW>},
     {{"mulpages", ".html", kHtml, "Numbered pages, and a list of them for a program to read.", 0, 1},
+     Format::Reads::kModel,
      kAsFiles,
      writeView<VIEW_MULPAGES>},
+    {{"text", ".txt", "text/plain; charset=utf-8", "The text alone: a line for each paragraph and row.", 1,
+      0},
+     Format::Reads::kFile,
+     kWithout,
+     writeText},
 };
 
 }  // namespace

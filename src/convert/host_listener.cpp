@@ -3,16 +3,11 @@
 #include <algorithm>
 #include <thread>
 
-#include "wordreader/document.h"
-#include "wordreader/text_pool.h"
-
 namespace pagerex {
 
-HostListener::HostListener(const pagerex_options& options, RunControl& control, const KDRDocument& document)
-    : options_(options), control_(control) {
-  const bool listens = options.progress || options.may_go_on;
-  length_ = listens ? std::max<uint64_t>(document.GetTextPool(mso_word::SUBDOC_MAIN).size(), 1) : 1;
-  if (!listens) told_ = kSteps;
+HostListener::HostListener(const pagerex_options& options, RunControl& control, uint64_t length)
+    : options_(options), control_(control), length_(std::max<uint64_t>(length, 1)) {
+  if (!IsWanted(options)) told_ = kSteps;
 }
 
 /// The last step is told when all is written.

@@ -8,8 +8,9 @@ namespace pagerex {
 /// Tells a host's functions how far a conversion has come, and ends it when they say so or throw.
 class HostListener final : public FormatListener {
  public:
-  /// None is owned.
-  HostListener(const pagerex_options& options, RunControl& control, const KDRDocument& document);
+  /// None is owned. `length` of the main text in characters.
+  HostListener(const pagerex_options& options, RunControl& control, uint64_t length);
+  static bool IsWanted(const pagerex_options& options) { return options.progress || options.may_go_on; }
 
   /// Progress 0 and 1.
   void Begin() { Tell(0); }

@@ -5,7 +5,6 @@
 #include <new>
 
 #include "convert/result_builder.h"
-#include "storage/com_interfaces.h"
 #include "storage/compound_file.h"
 
 using pagerex::RunControl;
@@ -16,11 +15,6 @@ namespace {
 /// Places in the streams of a document have 32 bits. A file can be told to be larger than any disk, and a
 /// table of its pages is made of what it is told.
 constexpr uint64_t kMostOfFormat = uint64_t{1} << 32;
-
-/// Gives the reference back also when reading a damaged file throws.
-struct StorageReleaser {
-  void operator()(IStorage* storage) const { storage->Release(); }
-};
 
 /// What a host is told of a kind that is not converted.
 int codeOfKind(int kind) {
@@ -51,7 +45,7 @@ int pagerex_document::Open(const pagerex_input& input, uint64_t mostInputBytes, 
     return control.cause() == StopCause::kNone ? PAGEREX_RESULT_UNREADABLE : pagerex::codeOf(control.cause());
   const Listening listening(*source_, control);
   if (source_->Size() > std::min(mostInputBytes, kMostOfFormat)) return PAGEREX_RESULT_TOO_LARGE;
-  int code = OpenDocument(control);
+  int code = OpenFile(control);
   if (code == PAGEREX_RESULT_DAMAGED && control.cause() == StopCause::kNone) {
     kind_ = Detect();
     code = codeOfKind(kind_);
@@ -63,19 +57,33 @@ int pagerex_document::Open(const pagerex_input& input, uint64_t mostInputBytes, 
 }
 
 /// PAGEREX_RESULT_DAMAGED for all that is no document to the reader.
-int pagerex_document::OpenDocument(RunControl& control) {
+int pagerex_document::OpenFile(RunControl& control) {
   CloseDocument();
   budget_ = {memoryLimit_, false};
-  warnings_ = {};
+  modelWarnings_ = fileWarnings_ = {};
+  return Guarded(control, [this] {
+    IStorage* opened = nullptr;
+    const Status status = OpenCompoundFile(*source_, &budget_, &opened);
+    storage_.reset(opened);
+    if (failed(status)) return status;
+    return file_.emplace().Open(storage_.get(), &budget_, &fileWarnings_);
+  });
+}
+
+int pagerex_document::OpenModel(RunControl& control) {
+  return Guarded(control, [this] {
+    model_.emplace();
+    model_->SetBudget(&budget_);
+    model_->SetWarnings(&modelWarnings_);
+    return model_->OpenDocument(storage_.get());
+  });
+}
+
+template <class Function>
+int pagerex_document::Guarded(RunControl& control, const Function& open) {
   Status status = Status::kFailure;
   try {
-    IStorage* opened = nullptr;
-    document_.emplace();
-    document_->SetBudget(&budget_);
-    document_->SetWarnings(&warnings_);
-    status = OpenCompoundFile(*source_, &budget_, &opened);
-    const std::unique_ptr<IStorage, StorageReleaser> storage(opened);
-    if (!failed(status)) status = document_->OpenDocument(storage.get());
+    status = open();
   } catch (const std::bad_alloc&) {
     control.Stop(MemoryCause());
   } catch (...) {  // a damaged file
@@ -90,8 +98,10 @@ int pagerex_document::OpenDocument(RunControl& control) {
 }
 
 void pagerex_document::CloseDocument() {
-  if (document_) document_->Close();
-  document_.reset();
+  if (model_) model_->Close();
+  model_.reset();
+  file_.reset();
+  storage_.reset();
 }
 
 /// Some kinds show only in the whole file; of a huge one, and where memory is short, the beginning has to do,
@@ -105,10 +115,19 @@ int pagerex_document::Detect() {
   return pagerex_detect(bytes.get(), source_->ReadAt(0, bytes.get(), wanted));
 }
 
-const KDRDocument* pagerex_document::Begin(RunControl& control, int& code) {
+const KDRDocument* pagerex_document::BeginModel(RunControl& control, int& code) {
   source_->SetControl(&control);
-  code = document_ ? PAGEREX_RESULT_OK : OpenDocument(control);
-  return document_ ? &*document_ : nullptr;
+  readsModel_ = true;
+  code = file_ ? PAGEREX_RESULT_OK : OpenFile(control);
+  if (code == PAGEREX_RESULT_OK && !model_) code = OpenModel(control);
+  return model_ ? &*model_ : nullptr;
+}
+
+pagerex::WordFile* pagerex_document::BeginFile(RunControl& control, int& code) {
+  source_->SetControl(&control);
+  readsModel_ = false;
+  code = file_ ? PAGEREX_RESULT_OK : OpenFile(control);
+  return file_ ? &*file_ : nullptr;
 }
 
 void pagerex_document::End(bool brokeOff) {

@@ -7,7 +7,9 @@
 #include "base/run_control.h"
 #include "base/warnings.h"
 #include "convert/inputs.h"
+#include "storage/com_interfaces.h"
 #include "wordreader/document.h"
+#include "wordreader/word_file.h"
 
 /// A document that a host has open: its input, and what was read of it.
 struct pagerex_document {
@@ -20,15 +22,17 @@ struct pagerex_document {
   /// Opens an input that has been checked: PAGEREX_RESULT_..., and for some a value of errno in `error`.
   int Open(const pagerex_input& input, uint64_t mostInputBytes, pagerex::RunControl& control, int& error);
 
-  /// The document, for the length of a call with this control; opened anew if an earlier call ended badly.
-  /// Null, and `code`, if that fails.
-  const KDRDocument* Begin(pagerex::RunControl& control, int& code);
-  /// After each `Begin`, whatever came of it. What was read by a call that broke off may not be whole, so
+  /// The document as the views read it, or as the walk does, for the length of a call with this control;
+  /// opened anew if an earlier call ended badly. Null, and `code`, if that fails.
+  const KDRDocument* BeginModel(pagerex::RunControl& control, int& code);
+  pagerex::WordFile* BeginFile(pagerex::RunControl& control, int& code);
+  /// After each of these, whatever came of it. What was read by a call that broke off may not be whole, so
   /// that it goes.
   void End(bool brokeOff);
 
   pagerex::InputSource& input() { return *source_; }
-  const pagerex::Warnings& warnings() const { return warnings_; }
+  /// Of what the last call read.
+  const pagerex::Warnings& warnings() const { return readsModel_ ? modelWarnings_ : fileWarnings_; }
   int kind() const { return kind_; }
 
   /// What ended a call that threw std::bad_alloc.
@@ -37,14 +41,24 @@ struct pagerex_document {
   }
 
  private:
-  int OpenDocument(pagerex::RunControl& control);
+  struct StorageReleaser {
+    void operator()(IStorage* storage) const { storage->Release(); }
+  };
+
+  int OpenFile(pagerex::RunControl& control);
+  int OpenModel(pagerex::RunControl& control);
+  template <class Function>
+  int Guarded(pagerex::RunControl& control, const Function& open);
   void CloseDocument();
   int Detect();
 
   const uint64_t memoryLimit_;
   std::unique_ptr<pagerex::InputSource> source_;
   MemoryBudget budget_;
-  pagerex::Warnings warnings_;  ///< of what was read so far
-  std::optional<KDRDocument> document_;
+  pagerex::Warnings modelWarnings_, fileWarnings_;  ///< of what was read so far
+  bool readsModel_ = false;
+  std::unique_ptr<IStorage, StorageReleaser> storage_;
+  std::optional<pagerex::WordFile> file_;
+  std::optional<KDRDocument> model_;
   int kind_ = PAGEREX_KIND_UNKNOWN;
 };

@@ -28,7 +28,7 @@ Status writeView(FormatJob& job, VIEW view) {
   KHtmlWriter writer(job.files, scripts);
   const int pageSize = TraitsOf(view)->hasPageSize ? job.pageSize : -1;
   const KPageSafety safety{true, job.links, &job.warnings};
-  Status status = writer.Init(&job.document, job.mainName.c_str(), view, pageSize, &host, safety);
+  Status status = writer.Init(job.document, job.mainName.c_str(), view, pageSize, &host, safety);
   if (failed(status)) return status;
   KHtmlConversionEnv& conversion = writer.conversion();
   conversion.hasPictures = job.pictures != PAGEREX_PICTURES_NONE;
@@ -40,7 +40,7 @@ Status writeView(FormatJob& job, VIEW view) {
   job.written = conversion.written;
   if (view == VIEW_PREVIEW) {
     job.written.pages = 1;
-    const uint64_t all = job.document.GetTextPool(mso_word::SUBDOC_MAIN).size();
+    const uint64_t all = job.document->GetTextPool(mso_word::SUBDOC_MAIN).size();
     if (static_cast<uint64_t>(pageSize) < all) job.warnings.Add(WarningCode::kStopped);
   }
   return status;

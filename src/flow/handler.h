@@ -9,13 +9,26 @@
 
 namespace pagerex {
 
+/// The names of the styles of a document.
+class StyleNames {
+ public:
+  StyleNames() = default;
+  StyleNames(const StyleNames&) = delete;
+  StyleNames& operator=(const StyleNames&) = delete;
+  virtual ~StyleNames() = default;
+
+  /// As the file spells it, of built-in styles the English name; empty where there is no such style.
+  virtual std::u16string_view NameOf(uint16_t istd) const = 0;
+};
+
 /// What is known of a document before its text. Lives as long as the walk.
 struct DocumentFacts {
   const DocumentSummary& summary;
   uint16_t language;  ///< LCID of the text of style "Normal"; 0x0400 is none
   uint16_t defaultTabStop;
   bool hasOddAndEvenHeaders;
-  uint32_t pageCount;  ///< as Word counted last; 0 if not told
+  uint32_t pageCount;                  ///< as Word counted last; 0 if not told
+  const StyleNames* styles = nullptr;  ///< null where nobody tells
 };
 
 enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };
@@ -90,19 +103,6 @@ struct FormFieldFacts {
   std::u16string_view value;  ///< the choice that was made; of a text field empty: its text follows as such
 };
 
-/// The bytes of a picture, which are read when they are asked for.
-class PictureSource {
- public:
-  PictureSource() = default;
-  PictureSource(const PictureSource&) = delete;
-  PictureSource& operator=(const PictureSource&) = delete;
-  virtual ~PictureSource() = default;
-
-  /// As stored, without the record around them; empty where they cannot be read. Valid during the call of the
-  /// handler.
-  virtual ByteView Bytes() = 0;
-};
-
 /// msofbt numbers.
 enum class PictureType : uint8_t {
   kNone = 0,
@@ -112,22 +112,38 @@ enum class PictureType : uint8_t {
   kJpeg = 5,
   kPng = 6,
   kDib = 7,
-  kTiff = 8
+};
+
+/// A picture as it is stored.
+struct PictureData {
+  PictureType type = PictureType::kNone;
+  ByteView bytes;           ///< of the image alone; valid during the call of the handler
+  bool isDeflated = false;  ///< EMF, WMF and PICT: zlib around them
+  uint32_t rawSize = 0;     ///< of what is deflated
+};
+
+/// The bytes of a picture, which are read when they are asked for.
+class PictureSource {
+ public:
+  PictureSource() = default;
+  PictureSource(const PictureSource&) = delete;
+  PictureSource& operator=(const PictureSource&) = delete;
+  virtual ~PictureSource() = default;
+
+  /// kNone and no bytes where they cannot be read.
+  virtual PictureData Read() = 0;
 };
 
 struct PictureFacts {
   std::u16string_view description;  ///< alternative text
   std::u16string_view name;
-  int32_t width, height;  ///< as shown, in twips
-  bool isInline;
-  uint8_t wrap;  ///< of a floating one, as FSPA.wr: 0 and 2 around, 1 top and bottom, 3 over the text
-  bool isBehindText;
-  int32_t left, top;      ///< of a floating one, from what its position refers to
-  PictureType type;       ///< kNone for a drawing, or one that is only linked
-  PictureSource* source;  ///< null for kNone
-  bool isDeflated;        ///< EMF, WMF and PICT: zlib around them
-  uint32_t rawSize;       ///< of what is deflated
-  uint32_t identity;      ///< the same, and not 0, for each showing of one stored picture; 0 if not known
+  int32_t width = 0, height = 0;  ///< as shown, in twips
+  bool isInline = true;
+  uint8_t wrap = 0;  ///< of a floating one, as FSPA.wr: 0 and 2 around, 1 top and bottom, 3 over the text
+  bool isBehindText = false;
+  int32_t left = 0, top = 0;        ///< of a floating one, from what its position refers to
+  PictureSource* source = nullptr;  ///< null for a drawing, or a picture that is only linked
+  uint32_t identity = 0;  ///< the same, and not 0, for each showing of one stored picture; 0 if not known
   std::u16string_view linkedAddress;
 };
 

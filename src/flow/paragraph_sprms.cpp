@@ -361,6 +361,43 @@ uint16_t levelled(uint16_t style, int levels) {
   return static_cast<uint16_t>(std::clamp(style + levels, 1, kLastHeading));
 }
 
+bool isOutlineSprm(uint16_t opcode) {
+  const unsigned low = opcode & 0xFF;
+  return low == 0x16 || low == 0x17 || (low >= 0x45 && low <= 0x4C);
+}
+
+void applyOutlineSprm(uint16_t opcode, ByteView operand, ParagraphOutline& outline) {
+  TablePlace& place = outline.place;
+  switch (opcode) {
+    case 0x2416:  // sprmPFInTable
+      place.depth = operand.u8(0) == 0 ? uint8_t{0} : std::max<uint8_t>(place.depth, 1);
+      break;
+    case 0x2417:  // sprmPFTtp
+      place.isRowEnd = operand.u8(0) != 0;
+      break;
+    case 0x244B:  // sprmPFInnerTableCell
+      place.isInnerCellEnd = operand.u8(0) != 0;
+      break;
+    case 0x244C:  // sprmPFInnerTtp
+      place.isInnerRowEnd = operand.u8(0) != 0;
+      break;
+    case 0x6649:  // sprmPItap
+      place.depth = static_cast<uint8_t>(std::clamp(operand.i32(0), 0, kDeepest));
+      break;
+    case 0x664A:  // sprmPDtap
+      place.depth = static_cast<uint8_t>(
+          std::clamp(place.depth + std::clamp(operand.i32(0), -kDeepest, kDeepest), 0, kDeepest));
+      break;
+    case 0x6645:  // sprmPHugePapx
+    case 0x6646:
+      outline.isHuge = true;
+      outline.hugeOffset = operand.u32(0);
+      break;
+    default:
+      break;
+  }
+}
+
 }  // namespace
 
 void applyParagraphSprms(ByteView sprms, ParagraphProperties& properties) {
@@ -373,47 +410,33 @@ void applyParagraphSprms(ByteView sprms, ParagraphProperties& properties) {
   properties.frame.isThere = isFrame(properties.frame);
 }
 
+ParagraphOutline outlineOf(ByteView sprms, TablePlace place) {
+  ParagraphOutline outline;
+  outline.place = place;
+  // Most sprms are none of these: they are passed over by their length alone.
+  constexpr uint8_t kOperandBytes[8] = {1, 1, 2, 4, 2, 2, 0, 3};
+  const uint8_t* at = sprms.data();
+  const uint8_t* const end = at + sprms.size();
+  while (end - at >= 2) {
+    const auto opcode = static_cast<uint16_t>(at[0] | at[1] << 8);
+    const ByteView left(at, static_cast<size_t>(end - at));
+    size_t bytes = 2 + size_t{kOperandBytes[opcode >> 13]};
+    if (bytes == 2 || opcode == 0) bytes = PlaceOfOperand(left).end();
+    if (bytes >= left.size()) bytes = left.size();
+    if (isOutlineSprm(opcode)) applyOutlineSprm(opcode, left.part(2), outline);
+    at += bytes;
+  }
+  return outline;
+}
+
 TablePlace tablePlaceOf(ByteView sprms, TablePlace place) {
-  forEachSprm(sprms, [&place](uint16_t opcode, ByteView operand) {
-    switch (opcode) {
-      case 0x2416:  // sprmPFInTable
-        if (operand.u8(0) == 0) {
-          place.depth = 0;
-        } else if (place.depth == 0) {
-          place.depth = 1;
-        }
-        break;
-      case 0x2417:  // sprmPFTtp
-        place.isRowEnd = operand.u8(0) != 0;
-        break;
-      case 0x244B:  // sprmPFInnerTableCell
-        place.isInnerCellEnd = operand.u8(0) != 0;
-        break;
-      case 0x244C:  // sprmPFInnerTtp
-        place.isInnerRowEnd = operand.u8(0) != 0;
-        break;
-      case 0x6649:  // sprmPItap
-        place.depth = static_cast<uint8_t>(std::clamp(operand.i32(0), 0, kDeepest));
-        break;
-      case 0x664A:  // sprmPDtap
-        place.depth = static_cast<uint8_t>(
-            std::clamp(place.depth + std::clamp(operand.i32(0), -kDeepest, kDeepest), 0, kDeepest));
-        break;
-      default:
-        break;
-    }
-  });
-  return place;
+  return outlineOf(sprms, place).place;
 }
 
 bool hugeOffset(ByteView sprms, uint32_t& offset) {
-  bool isThere = false;
-  forEachSprm(sprms, [&](uint16_t opcode, ByteView operand) {
-    if (opcode != 0x6645 && opcode != 0x6646) return;
-    isThere = true;
-    offset = operand.u32(0);
-  });
-  return isThere;
+  const ParagraphOutline outline = outlineOf(sprms);
+  if (outline.isHuge) offset = outline.hugeOffset;
+  return outline.isHuge;
 }
 
 void readParagraphNames(ByteView sprms, ParagraphNames& names) {

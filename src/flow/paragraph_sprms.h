@@ -21,6 +21,14 @@ struct TablePlace {
 /// Continues from `place`, so that a style's or piece's list can be put in front of or behind a paragraph's.
 TablePlace tablePlaceOf(ByteView sprms, TablePlace place = {});
 
+/// What each paragraph is asked for before anything else, in one quick look at its list.
+struct ParagraphOutline {
+  TablePlace place;
+  bool isHuge = false;  ///< as hugeOffset
+  uint32_t hugeOffset = 0;
+};
+ParagraphOutline outlineOf(ByteView sprms, TablePlace place = {});
+
 /// Whether the list is kept elsewhere because it is long: `offset` in the stream "Data", where a 16-bit
 /// length and then the list stand. That list takes the place of the whole one.
 bool hugeOffset(ByteView sprms, uint32_t& offset);

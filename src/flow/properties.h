@@ -218,6 +218,8 @@ struct RowProperties {
   bool cantSplit = false;
   int16_t height = 0;  ///< 0 for that of the text
   bool isExactHeight = false;
+  uint16_t columnsBefore = 0;  ///< of the table's columns, in front of the first cell
+  uint16_t columnsAfter = 0;   ///< and behind the last
   Revision revision;
 };
 

@@ -35,18 +35,12 @@ bool haveEqualBytes(ByteView a, ByteView b) {
 
 }  // namespace
 
-bool PropertyKey::IsAt(const PropertyKey& other) const {
-  for (size_t i = 0; i < 3; ++i) {
-    if (lists[i].data() != other.lists[i].data() || lists[i].size() != other.lists[i].size()) return false;
-  }
-  return place == other.place && istd == other.istd && isLabel == other.isLabel;
-}
-
 bool PropertyKey::operator==(const PropertyKey& other) const {
+  if (istd != other.istd || isLabel != other.isLabel || !(place == other.place)) return false;
   for (size_t i = 0; i < 3; ++i) {
     if (!haveEqualBytes(lists[i], other.lists[i])) return false;
   }
-  return place == other.place && istd == other.istd && isLabel == other.isLabel;
+  return true;
 }
 
 size_t PropertyKeyHash::operator()(const PropertyKey& key) const {

@@ -26,8 +26,6 @@ struct PropertyKey {
   uint16_t istd = 0;
   bool isLabel = false;
 
-  /// Quicker than ==, and sure if true.
-  bool IsAt(const PropertyKey& other) const;
   bool operator==(const PropertyKey& other) const;
 };
 

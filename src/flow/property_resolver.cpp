@@ -1,5 +1,7 @@
 #include "flow/property_resolver.h"
 
+#include <cstring>
+
 #include "flow/paragraph_sprms.h"
 #include "flow/run_sprms.h"
 #include "flow/style_lists.h"
@@ -8,9 +10,12 @@ namespace pagerex {
 namespace {
 
 /// Results are forgotten, when nobody holds them, from so many on.
-constexpr size_t kManyParagraphs = 4096;
-constexpr size_t kManyRunKeys = 16384;
-constexpr size_t kManyRuns = 65536;
+constexpr size_t kManyParagraphs = 1024;
+constexpr size_t kManyRunKeys = 4096;
+constexpr size_t kManyRuns = 2048;
+
+/// Lists that lie in a page of properties are shorter; longer ones lie elsewhere, and stay.
+constexpr size_t kPageBytes = 512;
 
 constexpr uint16_t kNormal = 0;
 
@@ -36,10 +41,11 @@ PropertyResolver::PropertyResolver(const StyleTable& styles, ListLevels* lists)
 const ParagraphProperties& PropertyResolver::Paragraph(uint16_t istd, ByteView sprms, ByteView pieceSprms,
                                                        const TableStylePlace& place) {
   const PropertyKey key{{sprms, pieceSprms, {}}, place, istd, false};
-  if (lastParagraph_ && key.IsAt(lastParagraphKey_)) return *lastParagraph_;
+  if (lastParagraph_ && key == lastParagraphKey_) return *lastParagraph_;
   auto found = paragraphs_.find(key);
-  if (found == paragraphs_.end()) found = paragraphs_.emplace(key, ResolveParagraph(key)).first;
-  lastParagraphKey_ = key;
+  if (found == paragraphs_.end())
+    found = paragraphs_.emplace(Kept(key, paragraphBytes_), ResolveParagraph(key)).first;
+  lastParagraphKey_ = found->first;
   lastParagraph_ = &found->second;
   return found->second;
 }
@@ -121,17 +127,30 @@ const RunProperties& PropertyResolver::Label(ByteView markSprms, ByteView pieceS
 }
 
 const RunProperties& PropertyResolver::RunOf(const PropertyKey& key) {
-  if (lastRun_ && key.IsAt(lastRunKey_)) return *lastRun_;
-  const auto found = runs_.find(key);
-  const RunProperties* run = found != runs_.end() ? found->second : nullptr;
-  if (!run) {
-    if (runs_.size() >= kManyRunKeys) runs_.clear();
-    run = &*keptRuns_.insert(ResolveRun(key)).first;
-    runs_.emplace(key, run);
+  if (lastRun_ && key == lastRunKey_) return *lastRun_;
+  auto found = runs_.find(key);
+  if (found == runs_.end()) {
+    if (runs_.size() >= kManyRunKeys) {
+      runs_.clear();
+      runBytes_.Clear();
+    }
+    found = runs_.emplace(Kept(key, runBytes_), &*keptRuns_.insert(ResolveRun(key)).first).first;
   }
-  lastRunKey_ = key;
-  lastRun_ = run;
-  return *run;
+  lastRunKey_ = found->first;
+  lastRun_ = found->second;
+  return *lastRun_;
+}
+
+/// With lists that stay.
+PropertyKey PropertyResolver::Kept(const PropertyKey& key, ChainAllocator& bytes) {
+  PropertyKey kept = key;
+  for (ByteView& list : kept.lists) {
+    if (list.empty() || list.size() > kPageBytes) continue;
+    void* const copy = bytes.Alloc(list.size());
+    std::memcpy(copy, list.data(), list.size());
+    list = ByteView(copy, list.size());
+  }
+  return kept;
 }
 
 RunProperties PropertyResolver::ResolveRun(const PropertyKey& key) {
@@ -206,16 +225,21 @@ void PropertyResolver::ApplyCharacterStyle(uint16_t istd, RunProperties& propert
   properties.characterStyle = istd;
 }
 
-void PropertyResolver::MayForget() {
-  if (paragraphs_.size() >= kManyParagraphs) {
+bool PropertyResolver::MayForget() {
+  const bool hasManyParagraphs = paragraphs_.size() >= kManyParagraphs;
+  const bool hasManyRuns = keptRuns_.size() >= kManyRuns;
+  if (hasManyParagraphs) {
     paragraphs_.clear();
+    paragraphBytes_.Clear();
     lastParagraph_ = nullptr;
   }
-  if (keptRuns_.size() >= kManyRuns) {
+  if (hasManyRuns) {
     runs_.clear();
     keptRuns_.clear();
+    runBytes_.Clear();
     lastRun_ = nullptr;
   }
+  return hasManyParagraphs || hasManyRuns;
 }
 
 }  // namespace pagerex

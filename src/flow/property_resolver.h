@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/byte_view.h"
+#include "base/chain_allocator.h"
 #include "flow/properties.h"
 #include "flow/property_memo.h"
 #include "wordreader/style_table.h"
@@ -25,10 +26,11 @@ class ListLevels {
 };
 
 /// Puts properties together: document defaults, table style, paragraph style, list level, character style,
-/// and what stands at the paragraph or the run. All lists that it is given must stay as long as the resolver,
-/// and so must the style table.
+/// and what stands at the paragraph or the run. The style table must stay as long as the resolver; of the
+/// lists that it is given only those that are longer than a page of properties.
 ///
-/// A result stays until MayForget() is called. Run properties that are equal have one address.
+/// A result stays until MayForget() says that it is forgotten. Run properties that are equal have one
+/// address.
 class PropertyResolver {
  public:
   PropertyResolver(const StyleTable& styles, ListLevels* lists);
@@ -45,8 +47,8 @@ class PropertyResolver {
   const RunProperties& Label(ByteView markSprms, ByteView pieceSprms, ByteView levelSprms, uint16_t istd,
                              const TableStylePlace& place);
 
-  /// Says that nobody holds a result any more. They are forgotten when they are many.
-  void MayForget();
+  /// Says that nobody holds a result any more. They are forgotten when they are many; true if they were.
+  bool MayForget();
 
  private:
   const RunProperties& RunOf(const PropertyKey& key);
@@ -63,6 +65,8 @@ class PropertyResolver {
   RunProperties DefaultRun() const;
   void ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const;
 
+  static PropertyKey Kept(const PropertyKey& key, ChainAllocator& bytes);
+
   const StyleTable& styles_;
   ListLevels* lists_;
   /// Of styles outside of tables, by istd; made when they are asked for.
@@ -71,6 +75,7 @@ class PropertyResolver {
   PropertyMap<ParagraphProperties> paragraphs_;
   PropertyMap<const RunProperties*> runs_;
   RunPropertiesSet keptRuns_;
+  ChainAllocator paragraphBytes_, runBytes_;  ///< lists of the keys
   PropertyKey lastParagraphKey_, lastRunKey_;
   const ParagraphProperties* lastParagraph_ = nullptr;
   const RunProperties* lastRun_ = nullptr;

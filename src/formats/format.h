@@ -15,6 +15,8 @@ class KDRDocument;
 
 namespace pagerex {
 
+class WordFile;
+
 /// The host of a conversion, as a format tells it how far it has come.
 class FormatListener : public ProgressListener {
  public:
@@ -23,23 +25,40 @@ class FormatListener : public ProgressListener {
   virtual Status PageFinished(int page, const char* name) = 0;
 };
 
+/// What hosts ask of the formats on the walk, as pagerex_options has it.
+struct FlowChoices {
+  int32_t revisions = PAGEREX_REVISIONS_FINAL;
+  bool hiddenText = false;
+  bool comments = true;
+  bool headers = false;
+  bool frontMatter = false;
+  bool pageBreaks = false;
+  bool commonMark = false;
+  int32_t width = 0;
+};
+
 /// One document to be written in one format. Owns none of what it refers to.
 struct FormatJob {
-  const KDRDocument& document;
-  OutputFiles& files;    ///< takes the files by their names
-  std::string mainName;  ///< of the main file; others go into the folder named after it
-  int32_t pageSize;      ///< characters, 1 or more; counts where the format has pages
+  const KDRDocument* document;  ///< for a format that reads the model, and else null
+  WordFile* file;               ///< for one that walks the document, and else null
+  OutputFiles& files;           ///< takes the files by their names
+  std::string mainName;         ///< of the main file; others go into the folder named after it
+  int32_t pageSize;             ///< characters, 1 or more; counts where the format has pages
   LinkPolicy links;
   int32_t pictures;     ///< PAGEREX_PICTURES_..., one that the format can do
   RunControl& control;  ///< to be asked for each paragraph at least
   Warnings& warnings;
   FormatListener& listener;
+  const FlowChoices& choices;
   WrittenCounts written;  ///< filled in by the format
 };
 
 /// A format: what hosts are told of it, and what writes it.
 struct Format {
+  enum class Reads : uint8_t { kModel, kFile };
+
   pagerex_format told;
+  Reads reads;
   uint32_t pictures;  ///< those of PAGEREX_PICTURES_... that it can do: bit n for n
   /// kOk for a document that was written to its end. May throw std::bad_alloc, and an int for a document that
   /// is damaged beyond reading.

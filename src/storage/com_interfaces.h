@@ -124,6 +124,11 @@ struct IStorage : IUnknown {
   virtual Status SetStateBits(unsigned int bits, unsigned int mask) = 0;
   virtual Status Stat(tagSTATSTG* stat, unsigned int flags) = 0;
 
+  /// Not of the COM slots: as `OpenStream`, but the case of letters in the name does not count.
+  virtual Status OpenStreamOfAnyCase(const wchar_t* name, IStream** stream) {
+    return OpenStream(name, nullptr, 0, 0, stream);
+  }
+
  protected:
   ~IStorage() = default;
 };

@@ -35,6 +35,17 @@ SotRoStream* SotRoStorage::openStream(const wchar_t* name) const {
   return found == streams_.end() ? nullptr : found->second;
 }
 
+SotRoStream* SotRoStorage::openStreamOfAnyCase(const wchar_t* name) const {
+  if (SotRoStream* const exact = openStream(name)) return exact;
+  const auto small = [](wchar_t c) { return c >= L'A' && c <= L'Z' ? c + (L'a' - L'A') : c; };
+  const std::wstring_view wanted(name);
+  const auto isWanted = [&](const auto& stream) {
+    return std::ranges::equal(stream.first, wanted, {}, small, small);
+  };
+  const auto found = std::ranges::find_if(streams_, isWanted);
+  return found == streams_.end() ? nullptr : found->second;
+}
+
 bool SotRoFileRootStorageImpl::open(const char* path) {
   file_ = std::make_unique<ArchiveSource>(path);
   archive_ = std::make_unique<SourceArchive>(*file_);

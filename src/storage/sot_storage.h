@@ -68,6 +68,8 @@ class SotRoStorage {
   /// The child of that name, or null.
   SotRoStorage* openStorage(const wchar_t* name) const;
   SotRoStream* openStream(const wchar_t* name) const;
+  /// The stream of that name, or else one whose name differs in the case of its ASCII letters alone.
+  SotRoStream* openStreamOfAnyCase(const wchar_t* name) const;
 
  private:
   template <class Archive>

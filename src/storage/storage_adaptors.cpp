@@ -149,6 +149,15 @@ Status KROStorageAdaptor::OpenStream(const wchar_t* name, void*, unsigned int, u
   return Status::kOk;
 }
 
+Status KROStorageAdaptor::OpenStreamOfAnyCase(const wchar_t* name, IStream** stream) {
+  if (!stream || !name || !storage_) return Status::kInvalidArgument;
+  *stream = nullptr;
+  SotRoStream* const found = storage_->openStreamOfAnyCase(name);
+  if (!found) return Status::kStreamNotFound;
+  *stream = new KROStreamAdaptor(found);
+  return Status::kOk;
+}
+
 Status KROStorageAdaptor::OpenStorage(const wchar_t* name, IStorage*, unsigned int, wchar_t**, unsigned int,
                                       IStorage** storage) {
   if (!storage) return Status::kInvalidArgument;

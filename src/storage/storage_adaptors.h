@@ -76,6 +76,7 @@ class KROStorageAdaptor final : public IStorage {
   Status SetClass(const _GUID& id) override;
   Status SetStateBits(unsigned int bits, unsigned int mask) override;
   Status Stat(tagSTATSTG* stat, unsigned int flags) override;
+  Status OpenStreamOfAnyCase(const wchar_t* name, IStream** stream) override;
 
  private:
   ~KROStorageAdaptor();

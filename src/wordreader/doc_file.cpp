@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "storage/com_interfaces.h"
+#include "wordreader/table_names.h"
 
 namespace {
 
@@ -21,54 +22,6 @@ struct StreamReleaser {
   void operator()(IStream* stream) const { stream->Release(); }
 };
 using StreamReference = std::unique_ptr<IStream, StreamReleaser>;
-
-struct TableName {
-  uint32_t index;
-  std::string_view name;
-};
-/// As people say it who are told of a damaged one.
-constexpr TableName kTableNames[] = {
-    {mso_word::FCLCB_STYLE_SHEET, "styles"},
-    {mso_word::FCLCB_FOOTNOTE_REFS, "footnotes"},
-    {mso_word::FCLCB_FOOTNOTE_TEXT, "footnotes"},
-    {mso_word::FCLCB_ANNOTATION_REFS, "comments"},
-    {mso_word::FCLCB_ANNOTATION_TEXT, "comments"},
-    {mso_word::FCLCB_SECTIONS, "sections"},
-    {mso_word::FCLCB_CHPX_BINS, "character properties"},
-    {mso_word::FCLCB_PAPX_BINS, "paragraph properties"},
-    {mso_word::FCLCB_FONTS, "fonts"},
-    {mso_word::FCLCB_FIELDS_MAIN, "fields"},
-    {mso_word::FCLCB_FIELDS_HEADER, "fields of headers"},
-    {mso_word::FCLCB_FIELDS_FOOTNOTE, "fields of footnotes"},
-    {mso_word::FCLCB_FIELDS_ANNOTATION, "fields of comments"},
-    {mso_word::FCLCB_FIELDS_ENDNOTE, "fields of endnotes"},
-    {mso_word::FCLCB_FIELDS_TEXTBOX, "fields of text boxes"},
-    {mso_word::FCLCB_FIELDS_HEADER_TEXTBOX, "fields of text boxes in headers"},
-    {mso_word::FCLCB_BOOKMARK_NAMES, "bookmarks"},
-    {mso_word::FCLCB_BOOKMARK_STARTS, "bookmarks"},
-    {mso_word::FCLCB_BOOKMARK_ENDS, "bookmarks"},
-    {mso_word::FCLCB_DOCUMENT_PROPERTIES, "document properties"},
-    {mso_word::FCLCB_CLX, "pieces"},
-    {mso_word::FCLCB_ANNOTATION_OWNERS, "authors of comments"},
-    {mso_word::FCLCB_ANNOTATION_RANGE_NAMES, "ranges of comments"},
-    {mso_word::FCLCB_ANNOTATION_RANGE_STARTS, "ranges of comments"},
-    {mso_word::FCLCB_ANNOTATION_RANGE_ENDS, "ranges of comments"},
-    {mso_word::FCLCB_SHAPE_ANCHORS, "anchors of shapes"},
-    {mso_word::FCLCB_HEADER_SHAPE_ANCHORS, "anchors of shapes in headers"},
-    {mso_word::FCLCB_ENDNOTE_REFS, "endnotes"},
-    {mso_word::FCLCB_ENDNOTE_TEXT, "endnotes"},
-    {mso_word::FCLCB_DRAWINGS, "drawings"},
-    {mso_word::FCLCB_TEXTBOXES, "text boxes"},
-    {mso_word::FCLCB_LIST_DEFINITIONS, "lists"},
-    {mso_word::FCLCB_LIST_OVERRIDES, "lists"},
-};
-
-std::string_view nameOfTable(uint32_t index) {
-  for (const TableName& row : kTableNames) {
-    if (row.index == index) return row.name;
-  }
-  return "other";
-}
 
 /// Opens a stream of `storage` for `archive`, which then holds the only reference.
 Status attachStream(IStorage* storage, const wchar_t* name, DsMemReadArchive& archive) {
@@ -188,7 +141,7 @@ Status KDRTableStrm::getRecord(const mso_word::FCLCB& record, void* buffer) cons
 Status KDRTableStrm::getRecord(KDRTableRecord* out, uint32_t index, ChainAllocator& allocator) const {
   const Status status = getRecInfo(index, &out->place);
   if (status != Status::kOk) return status;
-  if (out->place.fc >= bytes()) warn(warnings_, WarningCode::kTableDamaged, nameOfTable(index));
+  if (out->place.fc >= bytes()) warn(warnings_, WarningCode::kTableDamaged, pagerex::nameOfTable(index));
   table_.seek(static_cast<long>(out->place.fc), STREAM_SEEK_SET);
   const bool fits = std::min(out->place.lcb, table_.bytesLeft()) <= bytesLeft_;
   if (fits) {
@@ -196,7 +149,7 @@ Status KDRTableStrm::getRecord(KDRTableRecord* out, uint32_t index, ChainAllocat
     bytesLeft_ -= out->bytes.size();
     if (out->bytes.size() == out->place.lcb) return Status::kOk;
   }
-  warn(warnings_, WarningCode::kTableDamaged, nameOfTable(index));
+  warn(warnings_, WarningCode::kTableDamaged, pagerex::nameOfTable(index));
   return Status::kNothing;
 }
 

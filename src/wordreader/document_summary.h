@@ -5,12 +5,10 @@
 #include <vector>
 
 #include "base/byte_view.h"
+#include "base/file_time.h"
 #include "base/warnings.h"
 
 namespace pagerex {
-
-/// A point in time as FILETIME: 100 nanoseconds since 1601, UTC; 0 for none.
-using FileTime = uint64_t;
 
 /// A property that someone gave a name.
 struct CustomProperty {
@@ -24,7 +22,7 @@ struct CustomProperty {
 };
 
 /// What the streams "\005SummaryInformation" and "\005DocumentSummaryInformation" say of a document. What is
-/// not told is empty or 0.
+/// not told is empty or 0. Texts have no control characters: breaks of lines are spaces.
 struct DocumentSummary {
   std::u16string title, subject, author, keywords, comments, templateName, lastAuthor, revisionNumber,
       application;

@@ -71,13 +71,6 @@ constexpr SingleSprm kSingleSprms[] = {
     {0x7E, 0x2443},  // sprmPFNumRMIns
 };
 
-uint16_t opcodeOf(uint8_t isprm) {
-  const auto* row =
-      std::lower_bound(std::begin(kSingleSprms), std::end(kSingleSprms), isprm,
-                       [](const SingleSprm& single, uint8_t key) { return single.isprm < key; });
-  return row != std::end(kSingleSprms) && row->isprm == isprm ? row->opcode : 0;
-}
-
 bool isCharacterSprm(uint16_t opcode) {
   return (opcode >> 8 & 0x1C) == 8;
 }
@@ -96,6 +89,13 @@ void forEachSprm(ByteView sprms, Visit visit) {
 }
 
 }  // namespace
+
+uint16_t OpcodeOfSingleSprm(uint8_t isprm) {
+  const auto* row =
+      std::lower_bound(std::begin(kSingleSprms), std::end(kSingleSprms), isprm,
+                       [](const SingleSprm& single, uint8_t key) { return single.isprm < key; });
+  return row != std::end(kSingleSprms) && row->isprm == isprm ? row->opcode : 0;
+}
 
 // _PieceWrapper
 
@@ -140,7 +140,7 @@ KPieceSprms KPieceSprmSorter::SortedGroup(size_t index) {
 
 ByteView KPieceSprmSorter::RepairSingleSprm(uint16_t prm) {
   const auto isprm = static_cast<uint8_t>((prm & 0xFE) >> 1);
-  const uint16_t words[3] = {4, opcodeOf(isprm), static_cast<uint16_t>(prm >> 8)};
+  const uint16_t words[3] = {4, OpcodeOfSingleSprm(isprm), static_cast<uint16_t>(prm >> 8)};
   void* copy = document_.GetAllocator().AllocAligned(sizeof(words), alignof(uint16_t));
   std::memcpy(copy, words, sizeof(words));
   // The list begins with the size word and is as long as that says, so that it is read as a sprm 4 of which

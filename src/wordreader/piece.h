@@ -10,6 +10,9 @@
 
 class KDRDocument;
 
+/// The opcode of a sprm by its number in the short form of a piece's modifier; 0 for none.
+uint16_t OpcodeOfSingleSprm(uint8_t isprm);
+
 /// The property lists that a piece's modifier brings, sorted by what they apply to.
 struct KPieceSprms {
   ByteView paragraph;

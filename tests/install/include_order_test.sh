@@ -16,8 +16,9 @@ story base storage wordreader numformat
 objectwriter base storage wordreader drawing story pagerex
 htmlwriter base storage wordreader drawing story objectwriter pagerex
 entry base storage wordreader drawing story objectwriter htmlwriter pagerex
-formats base storage wordreader drawing story pagerex
-convert base storage wordreader drawing story objectwriter htmlwriter entry formats pagerex
+flow base storage wordreader drawing story pagerex
+formats base storage wordreader flow pagerex
+convert base storage wordreader drawing story flow objectwriter htmlwriter entry formats pagerex
 '
 
 wrong=0
@@ -30,6 +31,6 @@ for folder in */; do
     [[ " $allowed " == *" $included "* ]] && continue
     echo "src/$file:$line: $folder must not include $included:$text"
     wrong=1
-  done < <(grep -nE '^ *# *include *"' "$folder"/*.h "$folder"/*.cpp 2>/dev/null || true)
+  done < <(grep -nE '^ *# *include *"' "$folder"/*.h "$folder"/*.cpp "$folder"/*/*.h "$folder"/*/*.cpp 2>/dev/null || true)
 done
 exit $wrong

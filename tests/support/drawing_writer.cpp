@@ -84,8 +84,8 @@ Shape& Shape::at(const Rect& rect) {
   return extra(record(0xF00F, 0, 0, rectBytes(rect)));
 }
 
-Shape& Shape::textBox(uint16_t number) {
-  return extra(record(0xF00D, 0, 0, ByteWriter().u16(0).u16(number).take()));
+Shape& Shape::textBox(uint16_t number, uint16_t place) {
+  return extra(record(0xF00D, 0, 0, ByteWriter().u16(place).u16(number).take()));
 }
 
 Shape& Shape::group(const Rect& bounds, const std::vector<Shape>& children) {
@@ -141,6 +141,46 @@ Bytes Blip::entry(uint32_t delayOffset) const {
 
 // The document.
 
+Bytes placeBytes(uint32_t shapeId, const Place& place) {
+  constexpr uint16_t kBehindText = 1 << 14;
+  return ByteWriter()
+      .u32(shapeId)
+      .bytes(rectBytes(place.rect))
+      .u16(place.wrap << 5 | kFromParagraph | (place.isBehindText ? kBehindText : 0))
+      .u32(0)
+      .take();
+}
+
+Bytes drawingContainer(uint32_t rootShape, const std::vector<Bytes>& shapes) {
+  std::vector<Bytes> group = {Shape(0, rootShape).flags(4).group({}, {}).ownContainer()};
+  group.insert(group.end(), shapes.begin(), shapes.end());
+  return container(0xF002, {record(0xF008, 1, 0, Bytes(8)), container(0xF003, group)});
+}
+
+Bytes groupContainer(const std::vector<Bytes>& blipEntries) {
+  std::vector<Bytes> records = {record(0xF006, 0, 0, Bytes(16))};
+  if (!blipEntries.empty()) records.push_back(container(0xF001, blipEntries));
+  return container(0xF000, records);
+}
+
+std::vector<Shape> textBoxes(WordDocument& document, const std::vector<uint32_t>& shapeIds,
+                             const FillStory& fill, bool inHeader) {
+  constexpr uint16_t kTextBox = 202, kTextId = 0x0080, kNextShape = 0x008A;
+  TextBoxText& text = document.addTextBox(inHeader);
+  const uint16_t number = document.textBoxCount(inHeader);
+  text.shapeId = shapeIds.at(0);
+  text.boxCount = static_cast<uint32_t>(shapeIds.size());
+  fill(text.story);
+  std::vector<Shape> shapes;
+  for (uint16_t place = 0; place < shapeIds.size(); ++place) {
+    Props props;
+    props.number(kTextId, uint32_t{number} << 16 | place);
+    if (place + 1u < shapeIds.size()) props.number(kNextShape, shapeIds[place + 1u]);
+    shapes.push_back(Shape(kTextBox, shapeIds[place]).props(props).textBox(number, place));
+  }
+  return shapes;
+}
+
 Drawing& Drawing::shape(uint32_t cp, const Shape& shape, const Place& place) {
   shapes_.push_back(shape);
   return anchor(cp, shape.id(), place);
@@ -152,12 +192,7 @@ Drawing& Drawing::shape(const Shape& shape) {
 }
 
 Drawing& Drawing::anchor(uint32_t cp, uint32_t shapeId, const Place& place) {
-  anchors_[cp] = ByteWriter()
-                     .u32(shapeId)
-                     .bytes(rectBytes(place.rect))
-                     .u16(place.wrap << 5 | kFromParagraph)
-                     .u32(0)
-                     .take();
+  anchors_[cp] = placeBytes(shapeId, place);
   return *this;
 }
 
@@ -171,11 +206,9 @@ Bytes Drawing::table(WordDocument& document) const {
   for (const Blip& blip : blips_) {
     entries.push_back(blip.entry(blip.delayed ? document.wordDocumentData(blip.bytes()) : 0));
   }
-  std::vector<Bytes> group = {record(0xF006, 0, 0, Bytes(16))};
-  if (!entries.empty()) group.push_back(container(0xF001, entries));
-  const Bytes root = Shape(0, 1024).flags(4).group({}, shapes_).bytes();
-  const Bytes drawing = container(0xF002, {record(0xF008, 1, 0, Bytes(8)), root});
-  return ByteWriter().bytes(container(0xF000, group)).u8(0).bytes(drawing).take();
+  std::vector<Bytes> shapes;
+  for (const Shape& shape : shapes_) shapes.push_back(shape.bytes());
+  return ByteWriter().bytes(groupContainer(entries)).u8(0).bytes(drawingContainer(1024, shapes)).take();
 }
 
 void Drawing::addTo(WordDocument& document, const std::vector<uint32_t>& textBoxLengths) const {

@@ -79,8 +79,8 @@ class Shape {
   }
   /// Makes it a child with this place in the group.
   Shape& at(const Rect& rect);
-  /// Names the text box, from 1.
-  Shape& textBox(uint16_t number);
+  /// Names the text box, from 1, and its place in a chain of boxes.
+  Shape& textBox(uint16_t number, uint16_t place = 0);
   /// Makes it a group with this coordinate space.
   Shape& group(const Rect& bounds, const std::vector<Shape>& children);
   /// Adds a record to the shape's container.
@@ -92,10 +92,10 @@ class Shape {
   uint32_t id() const { return id_; }
   /// The container, with its header.
   Bytes bytes() const;
-
- private:
+  /// Without the children of a group.
   Bytes ownContainer() const;
 
+ private:
   uint16_t type_;
   uint32_t id_;
   uint32_t grf_ = 0xA00;
@@ -129,7 +129,26 @@ struct Blip {
 struct Place {
   Rect rect = {};
   uint16_t wrap = 3;
+  bool isBehindText = false;
 };
+/// The anchor of a shape (FSPA).
+Bytes placeBytes(uint32_t shapeId, const Place& place);
+
+/// A drawing of these shapes, and the group of all drawings with its store of pictures.
+Bytes drawingContainer(uint32_t rootShape, const std::vector<Bytes>& shapes);
+Bytes groupContainer(const std::vector<Bytes>& blipEntries);
+
+/// Anchors a shape at the end of a paragraph, of the text or of a header: the document writes the tables.
+inline Paragraph& addShape(Paragraph& paragraph, const Shape& shape, const Place& place = {}) {
+  return paragraph.floating(placeBytes(shape.id(), place), shape.bytes());
+}
+/// Text boxes that a story flows through, one for each number of a shape.
+std::vector<Shape> textBoxes(WordDocument& document, const std::vector<uint32_t>& shapeIds,
+                             const FillStory& fill, bool inHeader = false);
+/// A text box with a story of its own.
+inline Shape textBox(WordDocument& document, uint32_t shapeId, const FillStory& fill, bool inHeader = false) {
+  return textBoxes(document, {shapeId}, fill, inHeader)[0];
+}
 
 /// Collects the top-level shapes of a document's main drawing, their anchors and pictures.
 ///

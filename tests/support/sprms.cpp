@@ -111,6 +111,14 @@ Bytes cellDistanceSprm(uint16_t opcode, uint8_t first, uint8_t limit, uint8_t si
   return sprm(opcode, ByteWriter().u8(first).u8(limit).u8(sides).u8(unit).u16(width).take());
 }
 
+Bytes partSprm(uint16_t opcode, uint16_t parts, const Sprms& sprms) {
+  return sprm(opcode, ByteWriter().u16(parts).bytes(sprms.bytes()).take());
+}
+
+Bytes tableLookSprm(uint16_t parts) {
+  return sprm(0x740A, int64_t{parts} << 16);
+}
+
 uint32_t dttm(int year, int month, int day, int hour, int minute, int weekday) {
   return static_cast<uint32_t>(minute) | static_cast<uint32_t>(hour) << 6 | static_cast<uint32_t>(day) << 11 |
          static_cast<uint32_t>(month) << 16 | static_cast<uint32_t>(year - 1900) << 20 |

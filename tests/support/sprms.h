@@ -124,6 +124,31 @@ Bytes tableShadingSprm(const std::vector<Shading>& shadings);
 Bytes cellDistanceSprm(uint16_t opcode, uint8_t first, uint8_t limit, uint8_t sides, uint8_t unit,
                        int16_t width);
 
+// --- Table styles: for their property groups. ---
+
+/// The parts of a table that a table style can format, as bits.
+enum TablePart : uint16_t {
+  kFirstRow = 0x0001,
+  kLastRow = 0x0002,
+  kFirstColumn = 0x0004,
+  kLastColumn = 0x0008,
+  kOddColumns = 0x0010,
+  kEvenColumns = 0x0020,
+  kOddRows = 0x0040,
+  kEvenRows = 0x0080,
+  kTopRightCell = 0x0100,
+  kTopLeftCell = 0x0200,
+  kBottomRightCell = 0x0400,
+  kBottomLeftCell = 0x0800,
+};
+/// Properties of these parts only: of characters (0xCA85 in chpx), paragraphs (0xC666 in papx) and of the
+/// table (0xD688 in tapx).
+Bytes partSprm(uint16_t opcode, uint16_t parts, const Sprms& sprms);
+constexpr uint16_t kPartOfRun = 0xCA85, kPartOfParagraph = 0xC666, kPartOfTable = 0xD688;
+/// What a row takes of its table style, as sprmTTlp has it: 0x20 first row, 0x40 last row, 0x80 first column,
+/// 0x100 last column, 0x200 no bands of rows, 0x400 no bands of columns.
+Bytes tableLookSprm(uint16_t parts);
+
 /// Date and time as the format packs it; `weekday` 0 is Sunday.
 uint32_t dttm(int year, int month, int day, int hour, int minute, int weekday = 0);
 

@@ -11,7 +11,8 @@ using namespace mso_word;
 
 namespace {
 
-constexpr uint32_t kDocumentProperties = 31;  // FIB index of the DOP
+constexpr uint32_t kHeaders = 11;  // FIB indexes of tables that the reader does not name
+constexpr uint32_t kAuthors = 51;
 constexpr uint32_t kPageUnit = 512;
 constexpr uint32_t kFixedFibBytes = 32 + 2 + 28 + 2 + 88 + 2;  // header, rgsw, rglw and the three counts
 
@@ -54,7 +55,11 @@ class WordDocumentBuilder {
     writePages();
     writeSections();
     makePieceTable();
+    makeHeaderTable();
     addTextTables(text_, options_.closingMarks, options_.fibPairs > FCLCB_ANNOTATION_DATES, tables_);
+    addDrawingTables(text_, doc_.storedPictures_, tables_);
+    addTextBoxTables(text_, SUBDOC_TEXTBOX, doc_.textBoxes_[0], tables_);
+    addTextBoxTables(text_, SUBDOC_HEADER_TEXTBOX, doc_.textBoxes_[1], tables_);
     makeFormatTables();
     takeRawTables();
     writeTableStream();
@@ -81,7 +86,7 @@ class WordDocumentBuilder {
   }
 
   /// Each sub-document's own text, and behind it the notes in the order of their references.
-  StoryParts storyParts() const {
+  StoryParts storyParts() {
     StoryParts parts;
     parts[SUBDOC_MAIN].push_back(&doc_);
     for (const auto& [type, story] : doc_.stories_) parts[type].push_back(&story);
@@ -90,7 +95,34 @@ class WordDocumentBuilder {
         if (anchor.content) parts[noteStoryOf(anchor.kind)].push_back(anchor.content.get());
       }
     }
+    addHeaders(parts[SUBDOC_HEADER]);
+    addTextBoxes(parts[SUBDOC_TEXTBOX], doc_.textBoxes_[0]);
+    addTextBoxes(parts[SUBDOC_HEADER_TEXTBOX], doc_.textBoxes_[1]);
     return parts;
+  }
+
+  using Parts = StoryParts::value_type;
+
+  /// Behind each one that has text stands a mark which belongs to none.
+  void addHeaders(Parts& parts) {
+    if (doc_.headerStories_.empty()) return;
+    if (!parts.empty()) throw std::invalid_argument("headers lie in a story that has text of its own");
+    guard_.paragraph();
+    const size_t count = kNoteSeparators + allSections().size() * 6;
+    for (uint32_t i = 0; i < count; ++i) {
+      const auto found = doc_.headerStories_.find(i);
+      const bool isThere = found != doc_.headerStories_.end() && !found->second.empty();
+      headerParts_.push_back(parts.size());
+      parts.push_back(isThere ? &found->second : &empty_);
+      if (isThere) parts.push_back(&guard_);
+    }
+    if (doc_.headerStories_.rbegin()->first >= count) throw std::invalid_argument("a header has no section");
+  }
+
+  static void addTextBoxes(Parts& parts, const TextBoxTexts& boxes) {
+    if (!parts.empty() && !boxes.empty())
+      throw std::invalid_argument("text boxes lie in a story that has text of its own");
+    for (const auto& box : boxes) parts.push_back(&box->story);
   }
 
   void writePages() {
@@ -130,12 +162,16 @@ class WordDocumentBuilder {
     return papxData(paragraph.styleIndex(), sprm32(opcode, offset));
   }
 
-  void writeSections() {
+  std::vector<WordDocument::Section> allSections() const {
     std::vector<WordDocument::Section> sections = doc_.sections_;
     if (sections.empty() || sections[0].firstParagraph > 0) sections.insert(sections.begin(), {0, {}});
+    return sections;
+  }
+
+  void writeSections() {
     std::vector<uint32_t> positions;
     std::vector<Bytes> descriptors;
-    for (const auto& [firstParagraph, sprms] : sections) {
+    for (const auto& [firstParagraph, sprms] : allSections()) {
       positions.push_back(startOfParagraph(firstParagraph));
       const auto fcSepx = static_cast<uint32_t>(streams_.wordDocument.size());
       descriptors.push_back(ByteWriter().u16(0).u32(sprms.empty() ? 0xFFFFFFFF : fcSepx).zeros(6).take());
@@ -145,6 +181,18 @@ class WordDocumentBuilder {
     }
     positions.push_back(text_.end());
     tables_[FCLCB_SECTIONS].table = positionTable(positions, descriptors);
+  }
+
+  /// Where each header begins, where the last one ends, and the end of their story.
+  void makeHeaderTable() {
+    if (headerParts_.empty()) return;
+    const std::vector<uint32_t>& starts = text_.partStarts[SUBDOC_HEADER];
+    const uint32_t end = text_.storyLength(SUBDOC_HEADER);
+    std::vector<uint32_t> positions;
+    for (const size_t part : headerParts_) positions.push_back(starts[part]);
+    positions.push_back(options_.closingMarks.ofStory[SUBDOC_HEADER] ? end - 1 : end);
+    positions.push_back(end);
+    tables_[kHeaders].table = positionTable(positions);
   }
 
   /// Character position at which the n-th paragraph of the main text begins, or at which the text ends.
@@ -186,7 +234,11 @@ class WordDocumentBuilder {
     if (!doc_.listOverrides_.empty()) {
       tables_[FCLCB_LIST_OVERRIDES].table = listOverrideTable(doc_.listOverrides_);
     }
-    tables_[kDocumentProperties].table = documentProperties();
+    tables_[FCLCB_DOCUMENT_PROPERTIES].table = documentProperties();
+    if (doc_.authors_.empty()) return;
+    std::vector<std::u16string> authors = {u"Unknown"};
+    authors.insert(authors.end(), doc_.authors_.begin(), doc_.authors_.end());
+    tables_[kAuthors].table = stringTable(authors);
   }
 
   std::vector<std::optional<Style>> allStyles() const {
@@ -257,6 +309,8 @@ class WordDocumentBuilder {
   FlatText text_;
   PlacedText placed_;
   uint32_t textEnd_ = 0;
+  Story guard_, empty_;
+  std::vector<size_t> headerParts_;  // by their place in the table of headers
   TableSet tables_;
   std::vector<FCLCB> pairs_;
   WordStreams streams_;
@@ -266,6 +320,10 @@ class WordDocumentBuilder {
 
 Story& WordDocument::story(SUBDOC_TYPE type) {
   return type == SUBDOC_MAIN ? static_cast<Story&>(*this) : stories_[type];
+}
+
+TextBoxText& WordDocument::addTextBox(bool inHeader) {
+  return *textBoxes_[inHeader].emplace_back(std::make_unique<TextBoxText>());
 }
 
 WordDocument& WordDocument::section(const Sprms& sprms) {
@@ -305,6 +363,22 @@ WordDocument& WordDocument::listDefinition(const List& list) {
 uint16_t WordDocument::listOverride(const ListOverride& listOverride) {
   listOverrides_.push_back(listOverride);
   return static_cast<uint16_t>(listOverrides_.size());
+}
+
+/// Number 0 is nobody's.
+uint16_t WordDocument::author(const Text& name) {
+  authors_.push_back(name.units());
+  return static_cast<uint16_t>(authors_.size());
+}
+
+WordDocument& WordDocument::summary(const Summary& summary) {
+  stream(u"\005SummaryInformation", summary.summaryStream());
+  return stream(u"\005DocumentSummaryInformation", summary.documentSummaryStream());
+}
+
+uint32_t WordDocument::storePicture(const Bytes& entry) {
+  storedPictures_.push_back(entry);
+  return static_cast<uint32_t>(storedPictures_.size());
 }
 
 namespace {

@@ -1,14 +1,18 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "support/compound_file_writer.h"
+#include "support/property_sets.h"
 #include "support/sprms.h"
+#include "support/word_drawing_tables.h"
 #include "support/word_layout.h"
 #include "support/word_tables.h"
 #include "support/word_text.h"
@@ -28,6 +32,18 @@ struct WordOptions {
   ClosingMarks closingMarks = {};
   CompoundFileWriter::Options compound = {};
 };
+
+/// Which header or footer of a section.
+enum class HeaderSlot : uint32_t {
+  kEvenHeader,
+  kOddHeader,
+  kEvenFooter,
+  kOddFooter,
+  kFirstHeader,
+  kFirstFooter,
+};
+/// What separates notes from the text: the first three of footnotes, the others of endnotes.
+constexpr uint32_t kNoteSeparators = 6;
 
 /// The three streams of a Word document. "Data" is left out of the file if it is empty.
 struct WordStreams {
@@ -60,6 +76,18 @@ class WordDocument : public Story {
   // --- Text ---
   /// A sub-document's own text; notes and annotations follow it in theirs. Type 0 is the document itself.
   Story& story(mso_word::SUBDOC_TYPE type);
+  /// A header or footer of a section, counted from 0. One that has no paragraph is that of the section
+  /// before.
+  Story& header(uint32_t section, HeaderSlot slot) {
+    return headerStories_[kNoteSeparators + section * 6 + static_cast<uint32_t>(slot)];
+  }
+  Story& noteSeparator(uint32_t i) { return headerStories_[i]; }
+  /// The text of a new text box, whose number is `textBoxCount` then, from 1. `inHeader`: of a shape that is
+  /// anchored in a header. See `drawing::textBox`.
+  TextBoxText& addTextBox(bool inHeader = false);
+  uint16_t textBoxCount(bool inHeader = false) const {
+    return static_cast<uint16_t>(textBoxes_[inHeader].size());
+  }
   /// What follows is a new section with these properties (none: no property list in the file). The paragraph
   /// before it gets a section mark. Before the first paragraph: properties of the first section.
   WordDocument& section(const Sprms& sprms);
@@ -75,6 +103,14 @@ class WordDocument : public Story {
   uint16_t list(const List& list);
   WordDocument& listDefinition(const List& list);
   uint16_t listOverride(const ListOverride& listOverride);
+
+  /// Adds an author of changes; the result is what `inserted` and `deleted` take.
+  uint16_t author(const Text& name);
+  /// Writes the two streams of the summary.
+  WordDocument& summary(const Summary& summary);
+  /// Adds an entry to the store of pictures that shapes anchored by `Paragraph::floating` show; the result is
+  /// its index, from 1.
+  uint32_t storePicture(const Bytes& entry);
 
   // --- Raw content ---
   /// Adds bytes to the "Data" stream; the result is their offset.
@@ -101,6 +137,12 @@ class WordDocument : public Story {
   WordDocument& patchFib(size_t offset, T value) {
     return editWordDocument([offset, value](Bytes& stream) { patchInteger(stream, offset, value); });
   }
+  /// An integer of the document's properties (DOP), by its offset.
+  template <class T>
+  WordDocument& patchDop(size_t offset, T value) {
+    return editTable(mso_word::FCLCB_DOCUMENT_PROPERTIES,
+                     [offset, value](Bytes& dop) { patchInteger(dop, offset, value); });
+  }
   /// The offset in the FIB of a table's pair: 4 bytes offset, 4 bytes length.
   static size_t pairOffset(uint32_t fibIndex) { return 154 + size_t{fibIndex} * 8; }
 
@@ -120,6 +162,10 @@ class WordDocument : public Story {
 
   WordOptions options_;
   std::map<uint32_t, Story> stories_;
+  std::map<uint32_t, Story> headerStories_;  // by their place in the table of headers
+  std::array<TextBoxTexts, 2> textBoxes_;    // of the text, of headers
+  std::vector<std::u16string> authors_;
+  std::vector<Bytes> storedPictures_;
   std::vector<Section> sections_;
   std::vector<Sprms> propertyGroups_;
   std::map<uint16_t, Style> styles_;

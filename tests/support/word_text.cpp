@@ -40,6 +40,14 @@ Text::Text(std::string_view text) {
   for (char c : text) units_ += fromCp1252(static_cast<uint8_t>(c));
 }
 
+Sprms insertedSprms(uint16_t author, uint32_t dttm) {
+  return {sprm(0x0801, 1), sprm(0x4804, author), sprm(0x6805, dttm)};
+}
+
+Sprms deletedSprms(uint16_t author, uint32_t dttm) {
+  return {sprm(0x0800, 1), sprm(0x4863, author), sprm(0x6864, dttm)};
+}
+
 // --- Paragraph ---
 
 Paragraph& Paragraph::istd(uint16_t index) {
@@ -177,6 +185,19 @@ Paragraph& Paragraph::endnote(const Text& text, const NoteReference& reference) 
 
 Paragraph& Paragraph::endnote(const FillStory& fill, const NoteReference& reference) {
   return note(Anchor::Kind::kEndnote, kNoteMark, fill, reference);
+}
+
+Paragraph& Paragraph::floating(const Bytes& place, const Bytes& shape, const Sprms& sprms) {
+  constexpr char16_t kShapeMark = 8;
+  return add({.kind = Anchor::Kind::kShape, .place = place, .shape = shape}).special(kShapeMark, sprms);
+}
+
+Paragraph& Paragraph::inserted(const Text& text, uint16_t author, uint32_t dttm, const Sprms& sprms) {
+  return run(text, Sprms(sprms).add(insertedSprms(author, dttm)));
+}
+
+Paragraph& Paragraph::deleted(const Text& text, uint16_t author, uint32_t dttm, const Sprms& sprms) {
+  return run(text, Sprms(sprms).add(deletedSprms(author, dttm)));
 }
 
 Paragraph& Paragraph::annotationStart(int32_t tag) {

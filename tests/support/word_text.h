@@ -73,6 +73,10 @@ struct Annotation {
   uint32_t dttm = 0;
 };
 
+/// Properties of text that was inserted or deleted; of a mark, they are those of its paragraph or row.
+Sprms insertedSprms(uint16_t author, uint32_t dttm = 0);
+Sprms deletedSprms(uint16_t author, uint32_t dttm = 0);
+
 using FillStory = std::function<void(Story&)>;
 
 /// A mark at a place of the text that some table of the document points at.
@@ -87,6 +91,7 @@ struct Anchor {
     kFootnote,
     kEndnote,
     kAnnotation,
+    kShape,
   };
   Kind kind;
   size_t offset = 0;                    // in the paragraph, in characters
@@ -98,6 +103,8 @@ struct Anchor {
   bool numbered = true;                 // of the note
   Annotation annotation = {};           // kAnnotation
   std::shared_ptr<Story> content = {};  // of the note or annotation
+  Bytes place = {};                     // kShape: FSPA
+  Bytes shape = {};                     // kShape: its container of the drawing
 };
 
 /// One paragraph, built run by run. Its end mark is added by itself; it belongs to the last run, unless it is
@@ -162,6 +169,12 @@ class Paragraph {
   Paragraph& annotationEnd(int32_t tag);
   Paragraph& annotation(const Text& text, const Annotation& annotation = {});
   Paragraph& annotation(const FillStory& fill, const Annotation& annotation = {});
+  /// The anchor of a floating shape: see `drawing::addShape`.
+  Paragraph& floating(const Bytes& place, const Bytes& shape, const Sprms& sprms = {});
+
+  // --- Changes: `author` is what `WordDocument::author` gave ---
+  Paragraph& inserted(const Text& text, uint16_t author, uint32_t dttm = 0, const Sprms& sprms = {});
+  Paragraph& deleted(const Text& text, uint16_t author, uint32_t dttm = 0, const Sprms& sprms = {});
 
   // --- For the writer of the document ---
   size_t length() const { return length_; }  ///< characters so far, without the mark

@@ -1,0 +1,249 @@
+#include "flow/drawings.h"
+
+#include <algorithm>
+
+#include "drawing/query_prop.h"
+
+namespace pagerex {
+namespace {
+
+using mso_escher::MsoROBlip;
+
+constexpr PID kTextId = 0x0080, kArtText = 0x00C0, kBlip = 0x0104, kBlipName = 0x0105, kBlipFlags = 0x0106,
+              kName = 0x0380, kDescription = 0x0381, kIsRule = 0x03B4, kIsHidden = 0x03BE;
+constexpr int kBlipIsLink = 0x0A;  // of the flags: the name is an address and no bytes are stored
+constexpr uint32_t kMostShapes = 1 << 16;
+constexpr unsigned kDeepest = 64;
+
+PictureData dataOf(uint32_t type, ByteView bytes, ByteView metafileHeader) {
+  constexpr size_t kRawSize = 0, kCompression = 32;
+  if (type < mso_escher::kBlipEmf || type > mso_escher::kBlipDib || bytes.empty()) return {};
+  PictureData data{static_cast<PictureType>(type), bytes, false, 0};
+  if (!metafileHeader.empty()) {
+    data.isDeflated = metafileHeader.u8(kCompression) == 0;
+    data.rawSize = metafileHeader.u32(kRawSize);
+  }
+  return data;
+}
+
+/// A picture of the store that the floating shapes share.
+class StoredPicture final : public PictureSource {
+ public:
+  StoredPicture(const mso_escher::MsoROBlipStore& store, uint32_t index, DsMemReadArchive& delayed)
+      : store_(store), index_(index), delayed_(delayed) {}
+
+  PictureData Read() override try {
+    const MsoROBlip* blip = store_.GetBlipNoDelayStrm(index_);
+    if (!blip) blip = store_.GetBlipWithDelayStrm(index_, &delayed_);
+    return blip ? dataOf(blip->type, blip->data, blip->metafileHeader) : PictureData();
+  } catch (int) {
+    return {};
+  }
+
+ private:
+  const mso_escher::MsoROBlipStore& store_;
+  uint32_t index_;
+  DsMemReadArchive& delayed_;
+};
+
+/// A picture of an inline shape: `index` counts from 0 in the list behind it.
+class InlinePicture final : public PictureSource {
+ public:
+  InlinePicture(const KDRBseTable& table, uint32_t index) : table_(table), index_(index) {}
+
+  PictureData Read() override try {
+    const KDRBseImage* const image = table_.ImageItem(index_);
+    if (!image) return {};
+    const uint32_t type = uint32_t{image->blipRecord.u16(2)} - mso_escher::kFirstBlip;
+    return dataOf(type, image->data, image->metafileHeader);
+  } catch (int) {
+    return {};
+  }
+
+ private:
+  const KDRBseTable& table_;
+  uint32_t index_;
+};
+
+void readNames(const mso_escher::MsoROShape& shape, FoundShape& out) {
+  KQueryProp::QueryBstrProp(&shape, kDescription, out.description);
+  KQueryProp::QueryBstrProp(&shape, kName, out.name);
+  int flags = 0;
+  KQueryProp::QueryI4Prop(&shape, kBlipFlags, flags);
+  if (flags & kBlipIsLink) KQueryProp::QueryBstrProp(&shape, kBlipName, out.linkedAddress);
+}
+
+}  // namespace
+
+PictureFacts FoundShape::Facts() const {
+  PictureFacts facts = place;
+  facts.description = description;
+  facts.name = name;
+  facts.linkedAddress = linkedAddress;
+  facts.source = source.get();
+  return facts;
+}
+
+// Floating shapes
+
+std::vector<FoundShape> Drawings::At(bool isInHeaders, uint32_t position) try {
+  std::vector<FoundShape> found;
+  std::optional<PositionTable>& anchors = anchors_[isInHeaders];
+  if (!anchors) {
+    anchors.emplace(
+        file_.Table(isInHeaders ? mso_word::FCLCB_HEADER_SHAPE_ANCHORS : mso_word::FCLCB_SHAPE_ANCHORS),
+        sizeof(mso_word::FSPA));
+  }
+  const uint32_t index = anchors->Find(position);
+  if (index >= anchors->Count() || anchors->Position(index) != position) return found;
+  constexpr uint16_t kBelowText = 0x4000;
+  const auto anchor = anchors->Record(index).copyOf<mso_word::FSPA>(0);
+  PictureFacts place;
+  place.isInline = false;
+  place.left = anchor.left;
+  place.top = anchor.top;
+  place.width = static_cast<int32_t>(int64_t{anchor.right} - anchor.left);
+  place.height = static_cast<int32_t>(int64_t{anchor.bottom} - anchor.top);
+  place.wrap = anchor.flags >> 5 & 0x0F;
+  place.isBehindText = (anchor.flags & kBelowText) != 0;
+  if (const Shape* const shape = ShapeWithId(isInHeaders, anchor.shapeId)) AddShape(*shape, place, 0, found);
+  return found;
+} catch (int) {
+  return {};
+}
+
+const Drawings::Shape* Drawings::ShapeWithId(bool isInHeaders, uint32_t id) {
+  ReadDrawings();
+  const auto found = shapes_[isInHeaders].find(id);
+  return found != shapes_[isInHeaders].end() ? &found->second : nullptr;
+}
+
+void Drawings::ReadDrawings() {
+  if (drawings_) return;
+  drawings_.emplace();
+  const ByteView table = file_.Table(mso_word::FCLCB_DRAWINGS);
+  if (table.empty()) return;
+  drawings_->ReadRecord(table, file_.allocator());
+  for (unsigned i = 0; i < 2; ++i) CollectShapes(drawings_->GetDrawing(i).GetRootShape(), shapes_[i]);
+}
+
+/// Those that can be anchored: the ones at the top.
+void Drawings::CollectShapes(const Shape& root, std::unordered_map<uint32_t, Shape>& shapes) {
+  const unsigned count = std::min(root.GetChildCount(), kMostShapes);
+  for (unsigned i = 0; i < count; ++i) {
+    const Shape shape = root.GetChildShape(i);
+    if (shape.Good()) shapes.emplace(shape.GetShapeID(), shape);
+  }
+}
+
+void Drawings::AddShape(const Shape& shape, const PictureFacts& place, unsigned depth,
+                        std::vector<FoundShape>& out) {
+  if (!shape.Good() || depth > kDeepest) return;
+  if (shape.IsGroupShape()) {
+    tagRECT space{};
+    shape.GetGroupCoordBounds(space);
+    const double width = double{1} * space.right - space.left, height = double{1} * space.bottom - space.top;
+    for (unsigned i = 0; i < shape.GetChildCount(); ++i) {
+      const Shape child = shape.GetChildShape(i);
+      if (!child.Good()) continue;
+      tagRECT box{};
+      child.GetChildAnchor(box);
+      PictureFacts inside = place;
+      if (width > 0 && height > 0) {
+        const double x = place.width / width, y = place.height / height;
+        inside.left = static_cast<int32_t>(place.left + (double{1} * box.left - space.left) * x);
+        inside.top = static_cast<int32_t>(place.top + (double{1} * box.top - space.top) * y);
+        inside.width = static_cast<int32_t>((double{1} * box.right - box.left) * x);
+        inside.height = static_cast<int32_t>((double{1} * box.bottom - box.top) * y);
+      }
+      AddShape(child, inside, depth + 1, out);
+    }
+    return;
+  }
+  bool isHidden = false;
+  if (KQueryProp::QueryBoolProp(&shape, kIsHidden, isHidden) && isHidden) return;
+  FoundShape found;
+  found.place = place;
+  readNames(shape, found);
+  AddText(shape, found);
+  AddPicture(shape, found);
+  out.push_back(std::move(found));
+}
+
+/// The number of its text box, unless it goes on with the text of another one; and text that is drawn.
+void Drawings::AddText(const Shape& shape, FoundShape& out) {
+  int id = 0;
+  const ByteView record = shape.GetTextBox();
+  if (!record.empty()) {
+    id = record.i32(0);
+  } else {
+    KQueryProp::QueryI4Prop(&shape, kTextId, id);
+  }
+  const auto text = static_cast<uint32_t>(id);
+  if (text >> 16 != 0 && (text & 0xFFFF) == 0) out.box = static_cast<int32_t>((text >> 16) - 1);
+  KQueryProp::QueryBstrProp(&shape, kArtText, out.artText);
+}
+
+bool Drawings::AddPicture(const Shape& shape, FoundShape& out) {
+  int index = 0;
+  if (!KQueryProp::QueryI4Prop(&shape, kBlip, index) || index < 1) return false;
+  const auto& store = drawings_->GetDrawingGroup().GetBlipStore();
+  if (static_cast<unsigned>(index) > store.GetCount()) return false;
+  if (!text_.good()) file_.ShareText(text_);
+  out.source = std::make_unique<StoredPicture>(store, static_cast<uint32_t>(index) - 1, text_);
+  out.place.identity = static_cast<uint32_t>(index);
+  return true;
+}
+
+PositionTable& Drawings::Boxes(bool isInHeaders) {
+  std::optional<PositionTable>& boxes = boxes_[isInHeaders];
+  if (!boxes) {
+    boxes.emplace(file_.Table(isInHeaders ? mso_word::FCLCB_HEADER_TEXTBOXES : mso_word::FCLCB_TEXTBOXES),
+                  sizeof(mso_word::FTXBXS));
+  }
+  return *boxes;
+}
+
+KDWRange Drawings::BoxText(bool isInHeaders, uint32_t number) {
+  constexpr size_t kIsReusable = 8;
+  const PositionTable& boxes = Boxes(isInHeaders);
+  if (number >= boxes.Count() || boxes.Record(number).u16(kIsReusable) != 0) return {};
+  return boxes.Range(number);
+}
+
+// Inline pictures
+
+bool Drawings::Inline(uint32_t offset, FoundShape& out) try {
+  const auto [place, isNew] = inline_.try_emplace(offset);
+  if (isNew) {
+    if (!data_.good()) {
+      file_.ShareData(data_);
+      if (data_.good()) dataPieces_.emplace(data_, file_.allocator());
+    }
+    KDREmbedShape read;
+    if (data_.good() && read.Init(*dataPieces_, offset, 0, file_.allocator()) == Status::kOk && read.shape)
+      place->second = read;
+  }
+  if (!place->second) return false;
+  const KDREmbedShape& shape = *place->second;
+  const auto scaled = [&shape](size_t goal, size_t scale) {
+    const uint32_t percent = shape.picture.u16(scale);
+    return static_cast<int32_t>(uint64_t{shape.picture.u16(goal)} * (percent ? percent : 1000) / 1000);
+  };
+  out.place.width = scaled(PICF::kGoalWidth, PICF::kScaleX);
+  out.place.height = scaled(PICF::kGoalHeight, PICF::kScaleY);
+  readNames(*shape.shape, out);
+  KQueryProp::QueryBoolProp(shape.shape, kIsRule, out.isRule);
+  AddText(*shape.shape, out);
+  int index = 0;
+  const bool hasBlip = KQueryProp::QueryI4Prop(shape.shape, kBlip, index) && index > 0;
+  if (hasBlip && shape.blips) {
+    out.source = std::make_unique<InlinePicture>(*shape.blips, static_cast<uint32_t>(index) - 1);
+    out.place.identity = offset | 0x80000000;
+  }
+  return true;
+} catch (int) {
+  return false;
+}
+
+}  // namespace pagerex

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "drawing/drawing.h"
+#include "drawing/embed_shapes.h"
+#include "drawing/stream_pieces.h"
+#include "flow/handler.h"
+#include "wordreader/position_table.h"
+#include "wordreader/word_file.h"
+
+namespace pagerex {
+
+/// A shape as the walk tells it: a picture or a drawing, and the texts of its boxes.
+struct FoundShape {
+  PictureFacts place;  ///< where it stands, and how large it is
+  std::u16string description, name, linkedAddress;
+  std::u16string artText;  ///< that is drawn as a picture
+  int32_t box = -1;        ///< number of the text box; -1 for none
+  bool isRule = false;     ///< a horizontal line between paragraphs
+  std::unique_ptr<PictureSource> source;
+
+  /// Refers to this.
+  PictureFacts Facts() const;
+};
+
+/// Shapes and pictures of a document: floating ones by their anchors, inline ones by their place in "Data".
+/// Everything is read when it is first asked for. What cannot be read is absent.
+class Drawings {
+ public:
+  explicit Drawings(WordFile& file) : file_(file) {}
+
+  /// What hangs at the anchor at `position` of the main text or of the headers: a picture, a box, or all that
+  /// stands in a group.
+  std::vector<FoundShape> At(bool isInHeaders, uint32_t position);
+  /// The inline picture at `offset` of "Data"; false for none.
+  bool Inline(uint32_t offset, FoundShape& out);
+
+  /// Where the text of box `number` lies in its story; empty for none.
+  KDWRange BoxText(bool isInHeaders, uint32_t number);
+  uint32_t BoxCount(bool isInHeaders) { return Boxes(isInHeaders).Count(); }
+
+ private:
+  using Shape = mso_escher::MsoROShape;
+
+  PositionTable& Boxes(bool isInHeaders);
+  const Shape* ShapeWithId(bool isInHeaders, uint32_t id);
+  void ReadDrawings();
+  void CollectShapes(const Shape& root, std::unordered_map<uint32_t, Shape>& shapes);
+  void AddShape(const Shape& shape, const PictureFacts& place, unsigned depth, std::vector<FoundShape>& out);
+  void AddText(const Shape& shape, FoundShape& out);
+  bool AddPicture(const Shape& shape, FoundShape& out);
+
+  WordFile& file_;
+  std::optional<PositionTable> anchors_[2], boxes_[2];
+  std::optional<KDRDggInfo> drawings_;
+  std::unordered_map<uint32_t, Shape> shapes_[2];
+  DsMemReadArchive text_, data_;
+  std::optional<StreamPieces> dataPieces_;
+  std::unordered_map<uint32_t, std::optional<KDREmbedShape>> inline_;  ///< by offset
+};
+
+}  // namespace pagerex

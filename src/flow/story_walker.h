@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "flow/inline_walker.h"
+#include "flow/table_scan.h"
+#include "flow/walk_document.h"
+
+namespace pagerex {
+
+/// Tells a story, or a part of it: its paragraphs and tables, and the text boxes that are anchored in them.
+class StoryWalker final : private InlineWalker::ParagraphBeginner {
+ public:
+  /// `labels` counts the lists of the story. `depth` is how many text boxes this is in.
+  StoryWalker(WalkDocument& document, NoteCounters& counters, ListLabels& labels, FieldMarks& fields,
+              unsigned depth = 0);
+
+  /// Tells what stands in [story.start, end).
+  void Tell(const StoryPlace& story, uint32_t end);
+
+ private:
+  /// What a row is told with, kept for rows that are alike.
+  struct RowLook {
+    std::vector<uint8_t> sprms;
+    RowDefinition definition;
+    std::vector<CellProperties> cells;
+    std::vector<uint16_t> conditions;
+    bool isFirst = false, isLast = false;
+    bool isThere = false;
+  };
+  /// The looks of the last few kinds of rows of a table.
+  struct RowLooks {
+    static constexpr size_t kKept = 8;
+    RowLook looks[kKept];
+    size_t next = 0;
+  };
+
+  uint32_t TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
+                     bool& endsCell);
+  uint32_t TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
+                         bool mustEnd);
+  uint32_t TellTable(uint32_t start, uint32_t limit, unsigned depth);
+  void TellRow(const TableScan& table, uint32_t index, RowLook& look, unsigned depth);
+  RowLook& LookOf(const TableScan& table, uint32_t index, RowLooks& looks);
+  void MakeCells(const TableScan& table, uint32_t index, RowLook& look);
+  void TellCells(const TableScan& table, const ScannedRow& row, RowLook& look, unsigned depth);
+  bool IsRowHidden(const ScannedRow& row);
+  void TellBoxes();
+  void TellBox(const FoundShape& shape);
+  void TellArtText(const FoundShape& shape);
+  void Begin() override;
+
+  WalkDocument& document_;
+  FlowHandler& handler_;
+  NoteCounters& counters_;
+  ListLabels& labels_;
+  InlineWalker inline_;
+  const unsigned depth_;
+  StoryPlace story_;
+
+  // The paragraph at hand.
+  uint32_t paragraphStart_ = 0;
+  uint16_t istd_ = 0;
+  const ParagraphProperties* properties_ = nullptr;
+  TextRun markRun_;
+  uint32_t markPosition_ = 0;
+  TableStylePlace place_;
+};
+
+}  // namespace pagerex

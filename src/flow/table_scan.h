@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "flow/table_sprms.h"
+#include "flow/walk_document.h"
+
+namespace pagerex {
+
+/// A cell of a row as the text has it: where it stands in the grid of the whole table.
+struct ScannedCell {
+  uint16_t column = 0;
+  uint16_t columnSpan = 1;
+  uint16_t rowSpan = 1;  ///< 0 for one that belongs to the cell above
+  uint8_t merges = 0;    ///< CellMerge
+  bool isMergedLeft = false;
+};
+
+struct ScannedRow {
+  uint32_t start = 0;
+  uint32_t end = 0;        ///< behind the mark of its end
+  uint32_t firstCell = 0;  ///< in TableScan::cells
+  uint16_t cellCount = 0;
+  bool hasDefinition = false;  ///< a mark ends it
+};
+
+/// A table looked through before it is told: its rows, its grid of columns, and which cells are merged. Each
+/// row has the cells that its text has, whatever its definition says.
+class TableScan {
+ public:
+  TableScan(WalkDocument& document, unsigned depth) : document_(document), depth_(depth) {}
+
+  /// Reads the rows from `start` on, up to `limit`, or where the text is no more that deep.
+  void Read(uint32_t start, uint32_t limit);
+
+  uint32_t end() const { return end_; }
+  const std::vector<ScannedRow>& rows() const { return rows_; }
+  const ScannedCell* CellsOf(const ScannedRow& row) const { return cells_.data() + row.firstCell; }
+  size_t ColumnCount() const { return edges_.empty() ? 0 : edges_.size() - 1; }
+  TableProperties Properties(const RowDefinition& firstRow) const;
+
+ private:
+  /// The last few lists of rows, since rows are often alike.
+  struct KnownRow {
+    std::vector<uint8_t> sprms;
+    uint32_t shape = UINT32_MAX;
+    bool isHeader = false;
+    bool isThere = false;
+  };
+
+  void EndRow(const FoundParagraph& mark);
+  const KnownRow& LookAtRow(const FoundParagraph& mark);
+  void CloseRow(uint32_t shape, bool hasDefinition);
+  void MakeColumns();
+  std::vector<ScannedCell> CellsOfShape(const RowGrid& shape) const;
+  void PlaceCells();
+  void SpanRows();
+  uint16_t ColumnAt(int32_t edge) const;
+
+  WalkDocument& document_;
+  unsigned depth_;
+  uint32_t end_ = 0;
+  std::vector<ScannedRow> rows_;
+  std::vector<ScannedCell> cells_;
+  std::vector<RowGrid> shapes_;       ///< the different ones
+  std::vector<uint32_t> shapeOfRow_;  ///< index in `shapes_`; UINT32_MAX for none
+  std::vector<int32_t> edges_;        ///< of the columns, ascending
+  uint16_t cellsOfRow_ = 0;
+  uint16_t paragraphsOfCell_ = 0;
+  size_t headerRows_ = 0;
+  static constexpr size_t kKnownRows = 8;
+  KnownRow known_[kKnownRows];
+  size_t nextKnown_ = 0;
+  bool hasSingleParagraphs_ = true;
+  bool hasMerged_ = false;
+  bool isRegular_ = true;
+};
+
+}  // namespace pagerex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/output_files.h"
+#include "base/warnings.h"
+#include "flow/handler.h"
+
+namespace pagerex {
+
+/// Takes the pictures of a document, and tells where they can be seen.
+class PictureOutput {
+ public:
+  PictureOutput() = default;
+  PictureOutput(const PictureOutput&) = delete;
+  PictureOutput& operator=(const PictureOutput&) = delete;
+  virtual ~PictureOutput() = default;
+
+  /// An address for the page, in which only URI characters stand; empty where there is no picture to show.
+  /// Valid up to the next call.
+  virtual std::string_view AddressOf(const PictureFacts& picture) = 0;
+
+  uint64_t pictures() const { return pictures_; }
+
+ protected:
+  uint64_t pictures_ = 0;  ///< that were stored, each once
+};
+
+/// Pictures as files "`folder`/picture-1.png", each stored once however often it is shown. `files` and
+/// `warnings` (may be null) are not owned.
+std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string folder, Warnings* warnings);
+
+/// Pictures as "data:" addresses, up to `mostBytes` of all together.
+std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings* warnings);
+
+}  // namespace pagerex

@@ -1,0 +1,86 @@
+#include "wordreader/property_pages.h"
+
+#include <algorithm>
+
+namespace pagerex {
+namespace {
+
+constexpr uint32_t kPageBytes = 512, kWindow = 64 << 10;
+constexpr uint32_t kPageMask = 0x3FFFFF;  // of a page number
+
+}  // namespace
+
+void PropertyPages::Read(WordFile& file, Kind kind) {
+  kind_ = kind;
+  file.ReadText(reader_, kWindow);
+  bins_ = PositionTable(
+      file.Table(kind == Kind::kRuns ? mso_word::FCLCB_CHPX_BINS : mso_word::FCLCB_PAPX_BINS), 4);
+  for (uint32_t i = 0; i < bins_.Count() && rises_; ++i) rises_ = bins_.Position(i) <= bins_.Position(i + 1);
+}
+
+PropertyPages::Entry PropertyPages::At(uint32_t offset) {
+  const bool isInPage = count_ > 0 && offset >= PageStart(0) && offset < PageStart(count_);
+  if (!isInPage && !LoadPageOf(offset)) return Missing(offset);
+  current_ = EntryOf(offset);
+  const Entry entry{PageStart(current_), PageStart(current_ + 1), true, PropertiesOf(current_)};
+  return entry.start <= offset && offset < entry.end ? entry : Missing(offset);
+}
+
+/// To where the pages tell of something again, as far as that is known.
+PropertyPages::Entry PropertyPages::Missing(uint32_t offset) {
+  missed_ = true;
+  Entry entry{offset, UINT32_MAX, false, {}};
+  if (count_ > 0 && PageStart(0) > offset) entry.end = PageStart(0);
+  return entry;
+}
+
+bool PropertyPages::LoadPageOf(uint32_t offset) {
+  const auto holds = [&] { return count_ > 0 && offset >= PageStart(0) && offset < PageStart(count_); };
+  if (pageNumber_ != UINT32_MAX && pageNumber_ + 1 < bins_.Count() && LoadPage(pageNumber_ + 1) && holds())
+    return true;
+  // Where the places do not rise, nothing can be found but what comes next.
+  const uint32_t index = rises_ ? bins_.Find(offset) : bins_.Count();
+  return index < bins_.Count() && LoadPage(index) && holds();
+}
+
+/// False, and no page, for one that lies outside.
+bool PropertyPages::LoadPage(uint32_t index) {
+  pageNumber_ = index;
+  current_ = 0;
+  const uint64_t offset = uint64_t{bins_.Record(index).u32(0) & kPageMask} * kPageBytes;
+  page_ = offset < reader_.size() ? reader_.At(static_cast<uint32_t>(offset), kPageBytes) : ByteView();
+  const uint32_t entryBytes = kind_ == Kind::kRuns ? 1 : 13;
+  const uint32_t most = (kPageBytes - 1 - 4) / (4 + entryBytes);
+  count_ = std::min<uint32_t>(page_.u8(kPageBytes - 1), most);
+  return count_ > 0;
+}
+
+/// The last entry that begins at or before `offset`, from the current one on if that is near.
+uint32_t PropertyPages::EntryOf(uint32_t offset) const {
+  uint32_t entry = current_;
+  if (entry < count_ && PageStart(entry) <= offset) {
+    for (uint32_t steps = 0; steps < 4; ++steps, ++entry) {
+      if (offset < PageStart(entry + 1)) return entry;
+      if (entry + 1 == count_) return entry;
+    }
+  }
+  uint32_t low = 0, high = count_;
+  while (high - low > 1) {
+    const uint32_t middle = (low + high) / 2;
+    (PageStart(middle) <= offset ? low : high) = middle;
+  }
+  return low;
+}
+
+ByteView PropertyPages::PropertiesOf(uint32_t entry) const {
+  const size_t places = (size_t{count_} + 1) * 4;
+  const size_t at = page_.u8(places + size_t{entry} * (kind_ == Kind::kRuns ? 1 : 13)) * size_t{2};
+  if (at == 0) return {};
+  const uint8_t count = page_.u8(at);
+  if (kind_ == Kind::kRuns) return page_.part(at + 1, count);
+  // A count of words, less half a word; of 0 the count stands in the byte behind it.
+  return count != 0 ? page_.part(at + 1, 2 * size_t{count} - 1)
+                    : page_.part(at + 2, 2 * size_t{page_.u8(at + 1)});
+}
+
+}  // namespace pagerex

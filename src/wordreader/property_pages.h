@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/byte_view.h"
+#include "wordreader/position_table.h"
+#include "wordreader/word_file.h"
+
+namespace pagerex {
+
+/// The properties of one kind by the place of the text in "WordDocument": a bin table and the formatted disk
+/// pages (FKP) that it names, which are read one at a time.
+class PropertyPages {
+ public:
+  enum class Kind : uint8_t { kRuns, kParagraphs };
+
+  /// What holds for [start, end) of the stream.
+  struct Entry {
+    uint32_t start = 0;
+    uint32_t end = 0;
+    bool isThere = false;  ///< a page tells of this place
+    ByteView properties;   ///< of a run the list; of a paragraph its istd and the list. Valid until the next
+                           ///< call.
+  };
+
+  void Read(WordFile& file, Kind kind);
+  /// What holds at `offset`. Cheap for offsets that rise.
+  Entry At(uint32_t offset);
+  /// Whether text lay where no page tells of it.
+  bool missed() const { return missed_; }
+
+ private:
+  bool LoadPageOf(uint32_t offset);
+  bool LoadPage(uint32_t index);
+  uint32_t EntryOf(uint32_t offset) const;
+  ByteView PropertiesOf(uint32_t entry) const;
+  Entry Missing(uint32_t offset);
+  uint32_t PageStart(uint32_t i) const { return page_.u32(size_t{i} * 4); }
+
+  Kind kind_ = Kind::kRuns;
+  StreamReader reader_;
+  PositionTable bins_;
+  bool rises_ = true;
+  uint32_t pageNumber_ = UINT32_MAX;  ///< in the bin table
+  ByteView page_;
+  uint32_t count_ = 0;    ///< entries of the page
+  uint32_t current_ = 0;  ///< the entry found last
+  bool missed_ = false;
+};
+
+}  // namespace pagerex

@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+
+#include "flow/walked_document.h"
+#include "support/canvas.h"
+#include "support/named_sprms.h"
+
+using namespace flow_test;
+using namespace support;
+using namespace support::drawing;
+
+namespace {
+
+FillStory text(const char* words) {
+  return [words](Story& story) { story.paragraph(words); };
+}
+
+}  // namespace
+
+TEST(WalkDrawings, TextBoxesStandBehindTheirParagraph) {
+  WordDocument doc;
+  addShape(doc.paragraph("a"), textBox(doc, 1025, text("in the box"))).run("b");
+  doc.paragraph("c");
+  EXPECT_EQ(transcriptOf(doc), R"(
+paragraph
+  text "ab"
+textBox 0
+  paragraph
+    text "in the box"
+paragraph
+  text "c"
+)");
+}
+
+TEST(WalkDrawings, TextBoxesHaveTablesAndSeveralParagraphs) {
+  WordDocument doc;
+  addShape(doc.paragraph("a"), textBox(doc, 1025, [](Story& story) {
+             story.row({"x", "y"}, {defTableSprm({0, 1000, 2000})});
+             story.paragraph("behind");
+           }));
+  EXPECT_EQ(Walked(doc).characters(), u"a\nx\ny\nbehind\n");
+}
+
+TEST(WalkDrawings, GroupedTextBoxesAreAllTold) {
+  WordDocument doc;
+  const Shape one = textBox(doc, 1026, text("one")).at({0, 0, 100, 100});
+  const Shape two = textBox(doc, 1027, text("two")).at({100, 0, 200, 100});
+  const Shape inner = Shape(0, 1028).at({0, 0, 200, 100}).group({0, 0, 200, 100}, {two});
+  addShape(doc.paragraph("a"), Shape(0, 1025).group({0, 0, 200, 100}, {one, inner}),
+           {.rect = {0, 0, 2000, 1000}});
+  EXPECT_EQ(Walked(doc).characters(), u"a\none\ntwo\n");
+}
+
+TEST(WalkDrawings, ChainedTextBoxesTellTheirTextOnce) {
+  WordDocument doc;
+  const auto boxes = textBoxes(doc, {1025, 1026}, text("flows on"));
+  addShape(addShape(doc.paragraph("a"), boxes[0]), boxes[1]);
+  EXPECT_EQ(Walked(doc).characters(), u"a\nflows on\n");
+}
+
+TEST(WalkDrawings, TextBoxesOfHeadersStandThere) {
+  WordDocument doc;
+  addShape(doc.paragraph("text"), textBox(doc, 1025, text("box of the text")));
+  addShape(doc.header(0, HeaderSlot::kOddHeader).paragraph("head"),
+           textBox(doc, 2049, text("box of the header"), true));
+  EXPECT_EQ(Walked(doc).characters(), u"head\nbox of the header\ntext\nbox of the text\n");
+}
+
+TEST(WalkDrawings, FieldsAndListsWorkInTextBoxes) {
+  WordDocument doc;
+  addShape(doc.paragraph("a"), textBox(doc, 1025, [](Story& story) {
+             story.paragraph("x").field(88, " HYPERLINK \\l \"b\" ", "y");
+           }));
+  EXPECT_EQ(transcriptOf(doc), R"(
+paragraph
+  text "a"
+textBox 0
+  paragraph
+    text "x"
+    link #b
+      text "y"
+)");
+}
+
+TEST(WalkDrawings, ATextBoxWhoseTextIsMissingIsNoTrouble) {
+  WordDocument doc;
+  addShape(doc.paragraph("a"), textBox(doc, 1025, text("gone"))).run("b");
+  doc.dropTable(mso_word::FCLCB_TEXTBOXES);
+  EXPECT_EQ(Walked(doc).characters().substr(0, 3), u"ab\n");
+}
+
+TEST(WalkDrawings, InlinePicturesStandInTheText) {
+  WordDocument doc;
+  Canvas canvas(doc);
+  doc.paragraph("a").special(1, canvas.inlinePicture(kPng, Bytes(100, 7), 1440, 720)).run("b");
+  EXPECT_EQ(transcriptOf(doc), R"(
+paragraph
+  text "a"
+  picture 1440x720 inline type=6 bytes=100
+  text "b"
+)");
+}
+
+TEST(WalkDrawings, FloatingPicturesAreTold) {
+  WordDocument doc;
+  const uint32_t picture = doc.storePicture(Blip{.type = kJpeg, .data = Bytes(50, 9)}.entry());
+  const Props props = Props().number(property::kPicture, picture).text(0x0381, u"What it shows");
+  addShape(doc.paragraph("a"), Shape(kPictureFrame, 1025).props(props),
+           {.rect = {100, 200, 2100, 1200}, .wrap = 2});
+  const std::string told = transcriptOf(doc);
+  EXPECT_NE(told.find("picture description=\"What it shows\" 2000x1000 type=5 bytes=50"), std::string::npos)
+      << told;
+  EXPECT_NE(told.find("wrap=2 left=100 top=200"), std::string::npos) << told;
+}
+
+TEST(WalkDrawings, ADrawingWithoutPictureIsOneWithoutBytes) {
+  WordDocument doc;
+  addShape(doc.paragraph("a"), Shape(kEllipse, 1025), {.rect = {0, 0, 2000, 1000}});
+  const std::string told = transcriptOf(doc);
+  EXPECT_NE(told.find("picture 2000x1000"), std::string::npos) << told;
+  EXPECT_EQ(told.find("bytes="), std::string::npos) << told;
+}
+
+TEST(WalkDrawings, APictureThatIsNotThereIsTold) {
+  WordDocument doc;
+  doc.paragraph("a").special(1, {sprm(0x6A03, 0x7FFFFFFF)}).run("b");
+  Walked walked(doc);
+  EXPECT_EQ(walked.characters(), u"ab\n");
+  EXPECT_TRUE(walked.warnsOf(pagerex::WarningCode::kPicture));
+}
