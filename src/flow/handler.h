@@ -21,6 +21,18 @@ class StyleNames {
   virtual std::u16string_view NameOf(uint16_t istd) const = 0;
 };
 
+/// The names of the fonts of a document, by their index in its font table.
+class ToldFonts {
+ public:
+  ToldFonts() = default;
+  ToldFonts(const ToldFonts&) = delete;
+  ToldFonts& operator=(const ToldFonts&) = delete;
+  virtual ~ToldFonts() = default;
+
+  /// Empty where there is no such font.
+  virtual std::u16string_view NameOf(uint16_t ftc) const = 0;
+};
+
 /// What is known of a document before its text. Lives as long as the walk.
 struct DocumentFacts {
   const DocumentSummary& summary;
@@ -29,6 +41,7 @@ struct DocumentFacts {
   bool hasOddAndEvenHeaders;
   uint32_t pageCount;                  ///< as Word counted last; 0 if not told
   const StyleNames* styles = nullptr;  ///< null where nobody tells
+  const ToldFonts* fonts = nullptr;    ///< the same
 };
 
 enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };

@@ -28,18 +28,19 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
     bool isFirst = false, isLast = false;
     bool isThere = false;
   };
-  /// A paragraph, or one of those that are told as one.
+  /// Of a paragraph that is one with the next: its text, and its style.
   struct Part {
-    uint32_t start, end;  ///< without its mark
+    uint32_t start, end;
     uint16_t istd;
   };
   using RowLooks = std::vector<RowLook>;  ///< by kind; the last is of all that have none
 
   uint32_t TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                      bool& endsCell);
-  uint32_t TellParagraph(const FoundParagraph& first, uint32_t limit, const TableStylePlace& place,
+  uint32_t TellParagraph(const FoundParagraph& found, uint32_t limit, const TableStylePlace& place,
                          bool mustEnd);
-  FoundParagraph Join(FoundParagraph paragraph, uint32_t limit);
+  bool LookAtMark(const FoundParagraph& paragraph);
+  bool JoinHidden(FoundParagraph& paragraph, uint32_t limit);
   bool ShowsText(const Part& part);
   uint32_t TellTable(uint32_t start, uint32_t limit, unsigned depth);
   void TellRow(const TableScan& table, uint32_t index, RowLook& look, unsigned depth);
@@ -64,9 +65,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   uint32_t paragraphStart_ = 0;
   uint16_t istd_ = 0;
   const ParagraphProperties* properties_ = nullptr;
-  std::vector<Part> parts_;
-  TextRun markRun_;
-  bool isMarkShown_ = true;  ///< of the last part
+  const RunProperties* markProperties_ = nullptr;
   uint32_t markPosition_ = 0;
   TableStylePlace place_;
 };

@@ -20,6 +20,15 @@ class NamesOfStyles final : public StyleNames {
   const StyleTable& styles_;
 };
 
+class NamesOfFonts final : public ToldFonts {
+ public:
+  explicit NamesOfFonts(const FontNames& fonts) : fonts_(fonts) {}
+  std::u16string_view NameOf(uint16_t ftc) const override { return fonts_.Name(ftc); }
+
+ private:
+  const FontNames& fonts_;
+};
+
 /// The parts of a document in the order in which they are told.
 class Walk {
  public:
@@ -51,19 +60,14 @@ class Walk {
 };
 
 WrittenCounts Walk::Run() {
-  constexpr uint32_t kMostSummary = 1 << 20;
   WordFile& file = document_.file;
-  const DocumentSummary summary =
-      readDocumentSummary(file.WholeStream(L"\x05SummaryInformation", kMostSummary),
-                          file.WholeStream(L"\x05"
-                                           L"DocumentSummaryInformation",
-                                           kMostSummary),
-                          file.warnings());
-  const NamesOfStyles names(document_.styles);
+  const NamesOfStyles styles(document_.styles);
+  const NamesOfFonts fonts(document_.fonts);
   const DocumentSettings& settings = document_.settings;
   sections_.Read(file);
-  handler_.BeginDocument({summary, document_.resolver->ParagraphStyleRun(0).language, settings.defaultTabStop,
-                          settings.hasOddAndEvenHeaders, settings.pageCount, &names});
+  handler_.BeginDocument({file.Summary(), document_.resolver->ParagraphStyleRun(0).language,
+                          settings.defaultTabStop, settings.hasOddAndEvenHeaders, settings.pageCount, &styles,
+                          &fonts});
   TellSections();
   TellNotes(NoteKind::kFootnote);
   TellNotes(NoteKind::kEndnote);
