@@ -169,7 +169,7 @@ TEST(WalkText, AHiddenMarkJoinsParagraphsAndTheFirstSaysWhatTheyAreLike) {
   doc.paragraph().istd(1).run("Head. ").mark({sprm(kVanish, 1)});
   doc.paragraph("Text.");
   EXPECT_EQ(transcriptOf(doc, kWithFormats | kWithStyles), R"(
-paragraph heading=1 style="heading 1"
+paragraph style="heading 1" heading=1
   text "Head. " bold
   text "Text."
 )");
