@@ -211,6 +211,21 @@ TEST(HostFacts, EndTheWalkWhereAPictureNeedsMoreMemoryThanThereIs) {
   EXPECT_THROW(handed.handler.Picture(facts), std::bad_alloc);
 }
 
+TEST(HostFacts, TellWhereAPictureCannotBeRead) {
+  class Source final : public PictureSource {
+    PictureData Read() override { throw 1; }
+  } source;
+  Handed<pagerex_picture> handed(&pagerex_handler::picture, [](const pagerex_picture& p) {
+    pagerex_picture_data data = {};
+    data.size = sizeof data;
+    EXPECT_EQ(pagerex_picture_read(&p, &data), PAGEREX_RESULT_UNREADABLE);
+  });
+  PictureFacts facts;
+  facts.source = &source;
+  handed.handler.Picture(facts);
+  EXPECT_EQ(handed.calls, 1);
+}
+
 TEST(HostFacts, OfTables) {
   Handed<pagerex_table> handed(&pagerex_handler::begin_table, [](const pagerex_table& t) {
     EXPECT_EQ(t.depth, 2u);
