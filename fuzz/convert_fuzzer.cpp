@@ -68,6 +68,12 @@ bool isTold(const pagerex_result& result, int code) {
          result.complete == (code == PAGEREX_RESULT_OK && !lost);
 }
 
+int formatCount() {
+  int count = 0;
+  while (pagerex_format_at(count)) ++count;
+  return count;
+}
+
 void write(pagerex_document* document, uint8_t choice) {
   Sink sink;
   pagerex_limits limits = {};
@@ -75,10 +81,13 @@ void write(pagerex_document* document, uint8_t choice) {
   limits.output_bytes = kOutput;
   pagerex_options options = {};
   options.size = sizeof(options);
-  options.format = pagerex_format_at(choice & 3)->name;
+  options.format = pagerex_format_at(choice % formatCount())->name;
   options.links = (choice >> 2 & 3) % 3;
   options.pictures = choice & 16 ? PAGEREX_PICTURES_NONE : PAGEREX_PICTURES_USUAL;
   options.page_size = choice & 32 ? 50 : 0;
+  options.revisions = (choice >> 4 & 3) % 3;
+  options.hidden_text = options.headers = options.front_matter = options.common_mark = choice & 64;
+  options.width = choice & 128 ? 30 : 0;
   options.limits = &limits;
   pagerex_output output = {};
   output.size = sizeof(output);

@@ -189,7 +189,7 @@ void writeFiles(const std::filesystem::path& folder) {
 
 int makeAll(const std::filesystem::path& folder) {
   for (const char* view :
-       {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model", "convert"}) {
+       {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model", "convert", "flow"}) {
     writeDocuments(folder / view);
   }
   writeSafePages(folder / "safe_pages");

@@ -153,6 +153,54 @@ typedef struct pagerex_counts {
 
 enum { PAGEREX_MOST_WARNINGS = 32 };
 
+/* What the value of a property is that someone gave a name. */
+enum {
+  PAGEREX_PROPERTY_TEXT = 0,
+  PAGEREX_PROPERTY_INTEGER = 1,
+  PAGEREX_PROPERTY_REAL = 2,    /* "0.5" */
+  PAGEREX_PROPERTY_BOOLEAN = 3, /* "true" or "false" */
+  PAGEREX_PROPERTY_TIME = 4     /* "2004-03-01T12:00:00Z" */
+};
+
+typedef struct pagerex_property {
+  char name[64];
+  char value[192];
+  int32_t kind; /* PAGEREX_PROPERTY_... */
+} pagerex_property;
+
+enum { PAGEREX_MOST_PROPERTIES = 16 };
+
+/* What a document says of itself. Texts are UTF-8 on one line, cut between characters where they are longer;
+ * times are UTC, "2004-03-01T12:00:00Z". What is not told is empty or 0. The counts are as the program that
+ * saved it last told them, and may be wrong. */
+typedef struct pagerex_summary {
+  char title[256];
+  char subject[256];
+  char author[128];
+  char last_author[128];
+  char keywords[256];
+  char comments[512];
+  char category[128];
+  char manager[128];
+  char company[128];
+  char template_name[128];
+  char application[64];
+  char revision[32];
+  char language[32]; /* BCP 47, "de-DE": as the document tells it, else that of its style "Normal" */
+  char created[24];
+  char saved[24];
+  char printed[24];
+  uint32_t editing_minutes;
+  uint32_t pages;
+  uint32_t words;
+  uint32_t characters; /* without spaces */
+  uint32_t paragraphs;
+  uint32_t lines;
+  uint32_t security;     /* bits: 1 password, 2 read-only recommended, 4 read-only enforced, 8 locked */
+  uint32_t custom_count; /* of `custom`, at most PAGEREX_MOST_PROPERTIES: the first ones */
+  pagerex_property custom[PAGEREX_MOST_PROPERTIES];
+} pagerex_summary;
+
 /* Filled in by a call, wholly, whatever comes of it. Needs no release. */
 typedef struct pagerex_result {
   size_t size;
@@ -167,6 +215,7 @@ typedef struct pagerex_result {
   uint32_t warning_count; /* of `warnings`, at most PAGEREX_MOST_WARNINGS: one for each code and place, the */
   uint64_t warnings_total; /* first ones. This counts all, each as often as it was given */
   pagerex_warning warnings[PAGEREX_MOST_WARNINGS];
+  pagerex_summary summary; /* of the document; of pagerex_open, and where it could not be opened: nothing */
 } pagerex_result;
 
 /* --- What is read -------------------------------------------------------------------------------------- */
@@ -192,7 +241,8 @@ typedef struct pagerex_input {
 typedef struct pagerex_limits {
   size_t size;
   /* Bytes that what is read of a document may take from the heap: its text, tables, properties and pictures.
-   * What writes it takes up to 1 MB more, whatever the document. */
+   * What writes it takes up to 1 MB more, whatever the document, and pictures that are embedded up to 64 MB.
+   */
   uint64_t memory;
   uint64_t input_bytes;  /* of the input */
   uint64_t output_bytes; /* of all files together */
@@ -276,17 +326,19 @@ typedef struct pagerex_options {
   int32_t front_matter; /* the document's properties in front of it; "markdown" alone */
   int32_t page_breaks;  /* as comments; "markdown" alone */
   int32_t common_mark;  /* CommonMark without GitHub's additions; "markdown" alone */
-  int32_t width; /* columns that lines are wrapped at, and tables fitted to, 20 or more; "text" alone */
+  int32_t width; /* columns that lines are wrapped at, and tables fitted to: 20 or more; 0 for a line for each
+                    paragraph and row; "text" alone */
 } pagerex_options;
 
 /* A format that documents can be written in. */
 typedef struct pagerex_format {
-  const char* name;       /* "normal" */
-  const char* extension;  /* of the main file, with the dot: ".html" */
-  const char* media_type; /* of the main file */
-  const char* sentence;   /* what it is, in English */
-  int is_single_file;     /* whether there is never another than the main file */
-  int has_page_size;      /* whether options.page_size counts; 2000 stands for 0 */
+  const char* name;               /* "normal" */
+  const char* extension;          /* of the main file, with the dot: ".html" */
+  const char* media_type;         /* of the main file */
+  const char* sentence;           /* what it is, in English */
+  int is_single_file;             /* whether there is never another than the main file */
+  int has_page_size;              /* whether options.page_size counts; 2000 stands for 0 */
+  int is_single_without_pictures; /* whether there is none where pictures are embedded or left out */
 } pagerex_format;
 
 /* The formats from 0 on, in an order that stays; null behind the last. Constants. */
@@ -303,6 +355,7 @@ typedef struct pagerex_document_info {
   int32_t kind;
   uint64_t input_bytes;
   pagerex_counts counts;
+  pagerex_summary summary;
 } pagerex_document_info;
 
 /* Opens a document. `limits` and `result` may be null. Returns PAGEREX_RESULT_... and sets `*document`, which

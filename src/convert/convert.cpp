@@ -19,6 +19,7 @@
 #include "convert/result_builder.h"
 #include "convert/result_sink.h"
 #include "convert/structures.h"
+#include "formats/text/text_writer.h"
 #include "wordreader/text_pool.h"
 
 namespace pagerex {
@@ -28,6 +29,7 @@ namespace {
 constexpr size_t kInputSize = sizeof(pagerex_input);
 constexpr size_t kOutputSize = sizeof(pagerex_output);
 constexpr size_t kOptionsSize = offsetof(pagerex_options, revisions);
+constexpr size_t kInfoSize = offsetof(pagerex_document_info, summary);
 
 uint64_t orNoLimit(uint64_t limit) {
   return limit ? limit : UINT64_MAX;
@@ -70,6 +72,7 @@ struct Request {
 
  private:
   bool TakeChoices();
+  bool IsSingleFile() const;
 };
 
 bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven) {
@@ -86,14 +89,20 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
   mainName = output.path        ? path.name
              : output.main_name ? output.main_name
                                 : std::string("document") + format->told.extension;
-  if (!format->told.is_single_file) folderName = mainName.substr(0, mainName.rfind('.')) + ".files";
+  if (!IsSingleFile()) folderName = mainName.substr(0, mainName.rfind('.')) + ".files";
   nameError = folderName == mainName ? EINVAL : errorOfName(mainName);
   return output.path || nameError == 0;
 }
 
+bool Request::IsSingleFile() const {
+  const bool hasPictureFiles =
+      options.pictures == PAGEREX_PICTURES_USUAL || options.pictures == PAGEREX_PICTURES_FILES;
+  return format->told.is_single_file || (format->told.is_single_without_pictures && !hasPictureFiles);
+}
+
 bool Request::TakeChoices() {
   if (options.revisions < PAGEREX_REVISIONS_FINAL || options.revisions > PAGEREX_REVISIONS_ALL) return false;
-  if (options.width < 0) return false;
+  if (options.width < 0 || (options.width > 0 && options.width < kLeastTextWidth)) return false;
   choices.revisions = options.revisions;
   choices.hiddenText = options.hidden_text != 0;
   choices.comments = options.no_comments == 0;
@@ -185,6 +194,7 @@ int Writing::RunFormat(ResultSink& sink) {
   const KDRDocument* const model = readsModel ? document_.BeginModel(control_, code) : nullptr;
   WordFile* const file = readsModel ? nullptr : document_.BeginFile(control_, code);
   if (!model && !file) return code;
+  if (result_.wantsSummary()) result_.SetSummary(document_.Summary());
   uint64_t length = 0;
   if (HostListener::IsWanted(request_.options))
     length = model ? model->GetTextPool(mso_word::SUBDOC_MAIN).size() : file->storyStarts()[1];
@@ -265,24 +275,43 @@ int convertDocument(const pagerex_input* input, const pagerex_limits* limits, co
   return Writing(*document, request, result).Run();
 }
 
-int tellInfo(pagerex_document* document, pagerex_document_info* info, ResultBuilder& result) {
-  constexpr size_t kInfoSize = sizeof(pagerex_document_info);
-  if (!document || !info || info->size < kInfoSize) return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
-  RunControl control;
+/// One way of reading what info tells.
+template <class Read>
+int tryInfo(pagerex_document& document, RunControl& control, const Read& read) {
   int code = PAGEREX_RESULT_OK;
-  pagerex_document_info told = {};
-  told.kind = document->kind();
-  told.input_bytes = document->input().Size();
   try {
-    if (const KDRDocument* const opened = document->BeginModel(control, code))
-      told.counts = countContents(*opened);
+    read(code);
   } catch (const std::bad_alloc&) {
-    control.Stop(document->MemoryCause());
+    control.Stop(document.MemoryCause());
   } catch (...) {
     code = PAGEREX_RESULT_DAMAGED;
   }
   if (control.cause() != StopCause::kNone) code = codeOf(control.cause());
-  document->End(code != PAGEREX_RESULT_OK);
+  document.End(code != PAGEREX_RESULT_OK);
+  return code;
+}
+
+int tellInfo(pagerex_document* document, pagerex_document_info* info, ResultBuilder& result) {
+  if (!document || !info || info->size < kInfoSize) return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
+  RunControl control;
+  pagerex_document_info told = {};
+  told.kind = document->kind();
+  told.input_bytes = document->input().Size();
+  const bool wantsSummary = info->size > kInfoSize;
+  int code = tryInfo(*document, control, [&](int& status) {
+    if (const KDRDocument* const model = document->BeginModel(control, status)) {
+      told.counts = countContents(*model);
+      if (wantsSummary) told.summary = document->Summary();
+    }
+  });
+  if (code == PAGEREX_RESULT_DAMAGED) {
+    code = tryInfo(*document, control, [&](int& status) {
+      if (WordFile* const file = document->BeginFile(control, status)) {
+        told.counts = countByWalk(*file, control);
+        if (wantsSummary) told.summary = document->Summary();
+      }
+    });
+  }
   if (code == PAGEREX_RESULT_OK) giveStructure(told, *info);
   return result.End(code);
 }

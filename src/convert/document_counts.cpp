@@ -4,6 +4,7 @@
 
 #include "drawing/drawing.h"
 #include "drawing/embed_shapes.h"
+#include "flow/walk.h"
 #include "story/table_paragraph.h"
 #include "wordreader/document.h"
 #include "wordreader/merged_propx.h"
@@ -47,7 +48,35 @@ uint64_t pagesToldByWord(const KDRDocument& document) {
   return properties.bytes.u16(kPageCount);
 }
 
+/// Counts what a walk does not count itself.
+class PictureCount final : public FlowHandler {
+ public:
+  void BeginDocument(const DocumentFacts& facts) override { pages_ = facts.pageCount; }
+  void BeginHeader(const HeaderFacts&) override { ++outside_; }
+  void EndHeader() override { --outside_; }
+  void BeginNote(const NoteFacts&) override { ++outside_; }
+  void EndNote() override { --outside_; }
+  void BeginComment(const CommentFacts&) override { ++outside_; }
+  void EndComment() override { --outside_; }
+  void Text(std::u16string_view, const RunProperties&) override {}
+  void Picture(const PictureFacts&) override { pictures_ += outside_ == 0; }
+
+  uint64_t pages() const { return pages_; }
+  uint64_t pictures() const { return pictures_; }
+
+ private:
+  uint32_t outside_ = 0;  ///< parts around this place that are not of the main text
+  uint64_t pages_ = 0, pictures_ = 0;
+};
+
 }  // namespace
+
+pagerex_counts countByWalk(WordFile& file, RunControl& control) {
+  PictureCount others;
+  const WalkOptions everything{RevisionView::kAll, true};
+  const WrittenCounts written = walk(file, everything, control, nullptr, others);
+  return {written.characters, written.paragraphs, written.tables, others.pictures(), others.pages()};
+}
 
 pagerex_counts countContents(const KDRDocument& document) {
   const KPropxTable& paragraphs = document.GetPlcfPap(mso_word::SUBDOC_MAIN);

@@ -24,7 +24,7 @@ inline void arm(RunControl& control, const pagerex_limits& limits) {
 /// Fills in `result` for a call that has no memory for anything else, or that threw what nobody expects.
 template <class Function>
 int answer(pagerex_result* result, const Function& function) {
-  ResultBuilder builder;
+  ResultBuilder builder(result);
   int code;
   try {
     code = function(builder);

@@ -47,7 +47,7 @@ bool isDigit(char c) {
 struct NumberedName {
   std::string_view front, back;
 };
-constexpr NumberedName kNumberedNames[] = {{"", ".htm"}, {"image", ""}};
+constexpr NumberedName kNumberedNames[] = {{"", ".htm"}, {"image", ""}, {"picture-", ""}};
 constexpr std::string_view kFixedNames[] = {"style.css", "shapejs.js", "navigation.html"};
 
 bool isExtension(std::string_view text) {

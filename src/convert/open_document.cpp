@@ -5,6 +5,7 @@
 #include <new>
 
 #include "convert/result_builder.h"
+#include "convert/summary_text.h"
 #include "storage/compound_file.h"
 
 using pagerex::RunControl;
@@ -66,8 +67,15 @@ int pagerex_document::OpenFile(RunControl& control) {
     const Status status = OpenCompoundFile(*source_, &budget_, &opened);
     storage_.reset(opened);
     if (failed(status)) return status;
+    fileIsFresh_ = true;
     return file_.emplace().Open(storage_.get(), &budget_, &fileWarnings_);
   });
+}
+
+/// A walk reads its tables once, and warns of them: the next one begins as the first one did.
+int pagerex_document::OpenFileAgain(RunControl& control) {
+  fileWarnings_ = {};
+  return Guarded(control, [this] { return file_->Open(storage_.get(), &budget_, &fileWarnings_); });
 }
 
 int pagerex_document::OpenModel(RunControl& control) {
@@ -102,6 +110,7 @@ void pagerex_document::CloseDocument() {
   model_.reset();
   file_.reset();
   storage_.reset();
+  summary_.reset();
 }
 
 /// Some kinds show only in the whole file; of a huge one, and where memory is short, the beginning has to do,
@@ -126,8 +135,15 @@ const KDRDocument* pagerex_document::BeginModel(RunControl& control, int& code) 
 pagerex::WordFile* pagerex_document::BeginFile(RunControl& control, int& code) {
   source_->SetControl(&control);
   readsModel_ = false;
-  code = file_ ? PAGEREX_RESULT_OK : OpenFile(control);
+  code = !file_ ? OpenFile(control) : fileIsFresh_ ? PAGEREX_RESULT_OK : OpenFileAgain(control);
+  fileIsFresh_ = false;
   return file_ ? &*file_ : nullptr;
+}
+
+const pagerex_summary& pagerex_document::Summary() {
+  fileIsFresh_ = false;
+  if (!summary_) summary_ = std::make_unique<pagerex_summary>(pagerex::summaryOf(*file_));
+  return *summary_;
 }
 
 void pagerex_document::End(bool brokeOff) {

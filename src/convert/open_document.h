@@ -26,6 +26,8 @@ struct pagerex_document {
   /// opened anew if an earlier call ended badly. Null, and `code`, if that fails.
   const KDRDocument* BeginModel(pagerex::RunControl& control, int& code);
   pagerex::WordFile* BeginFile(pagerex::RunControl& control, int& code);
+  /// Within a call that one of these has begun.
+  const pagerex_summary& Summary();
   /// After each of these, whatever came of it. What was read by a call that broke off may not be whole, so
   /// that it goes.
   void End(bool brokeOff);
@@ -46,6 +48,7 @@ struct pagerex_document {
   };
 
   int OpenFile(pagerex::RunControl& control);
+  int OpenFileAgain(pagerex::RunControl& control);
   int OpenModel(pagerex::RunControl& control);
   template <class Function>
   int Guarded(pagerex::RunControl& control, const Function& open);
@@ -57,8 +60,10 @@ struct pagerex_document {
   MemoryBudget budget_;
   pagerex::Warnings modelWarnings_, fileWarnings_;  ///< of what was read so far
   bool readsModel_ = false;
+  bool fileIsFresh_ = false;  ///< nothing but its beginning has been read
   std::unique_ptr<IStorage, StorageReleaser> storage_;
   std::optional<pagerex::WordFile> file_;
   std::optional<KDRDocument> model_;
+  std::unique_ptr<pagerex_summary> summary_;
   int kind_ = PAGEREX_KIND_UNKNOWN;
 };

@@ -1,6 +1,7 @@
 #include "convert/result_builder.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -84,16 +85,6 @@ const WarningRow& rowOf(WarningCode code) {
   return kWarnings[0];
 }
 
-/// As much of `text` as fits, no character of UTF-8 cut in two.
-template <size_t N>
-void copyText(std::string_view text, char (&out)[N]) {
-  size_t length = std::min(text.size(), N - 1);
-  while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-    --length;
-  std::memcpy(out, text.data(), length);
-  out[length] = '\0';
-}
-
 /// In English, whatever the locale of the host.
 const char* describe(int error) {
 #ifdef __GLIBC__
@@ -118,6 +109,9 @@ int codeOf(StopCause cause) {
   }
   return PAGEREX_RESULT_OK;
 }
+
+ResultBuilder::ResultBuilder(const pagerex_result* out)
+    : wantsSummary_(out && out->size > offsetof(pagerex_result, summary)) {}
 
 void ResultBuilder::SetWritten(const WrittenCounts& written, uint64_t bytes, uint32_t files) {
   result_.counts = {written.characters, written.paragraphs, written.tables, written.pictures, written.pages};

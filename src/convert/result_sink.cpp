@@ -26,6 +26,7 @@ constexpr MediaType kMediaTypes[] = {
     {".wmf", "image/wmf"},
     {".emf", "image/emf"},
     {".pct", "image/x-pict"},
+    {".pict", "image/x-pict"},
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <string_view>
 
 #include "pagerex/convert.h"
 
@@ -33,6 +34,16 @@ void giveStructure(const T& value, T& out) {
   const size_t told = out.size;
   std::memcpy(static_cast<void*>(&out), &value, size);
   if (size >= sizeof(out.size)) out.size = told;
+}
+
+/// As much of `text` as fits, no character of UTF-8 cut in two.
+template <size_t N>
+void copyText(std::string_view text, char (&out)[N]) {
+  size_t length = std::min(text.size(), N - 1);
+  while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+    --length;
+  std::memcpy(out, text.data(), length);
+  out[length] = '\0';
 }
 
 }  // namespace pagerex

@@ -36,7 +36,7 @@ void StoryWalker::Tell(const StoryPlace& story, uint32_t end) {
 /// A paragraph, or a table of the next depth. The position behind it.
 uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                                 bool& endsCell) {
-  const FoundParagraph paragraph = document_.paragraphs.At(start, limit);
+  const FoundParagraph& paragraph = document_.paragraphs.At(start, limit);
   if (paragraph.place.depth > depth) {
     if (inline_.isOpen()) inline_.EndParagraph(start, true);
     return TellTable(start, limit, depth + 1);
@@ -47,54 +47,76 @@ uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, 
 
 // Paragraphs
 
-uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
+uint32_t StoryWalker::TellParagraph(const FoundParagraph& found, uint32_t limit, const TableStylePlace& place,
                                     bool mustEnd) {
   // Nothing is held of what was told before.
   if (!inline_.isOpen()) document_.MayForget();
   const bool isMain = story_.type == mso_word::SUBDOC_MAIN;
-  if (document_.progress && isMain) document_.progress->Reached(paragraph.start);
+  paragraphStart_ = found.start;
+  if (document_.progress && isMain) document_.progress->Reached(paragraphStart_);
+  uint32_t textStart = found.start, textEnd = found.textEnd, end = found.end;
+  bool isMarkShown = LookAtMark(found, place);
+  if (!isMarkShown && found.mark == text_mark::kParagraphEnd && end < limit) {
+    FoundParagraph last = found;
+    textStart = JoinHidden(last, limit, place);
+    textEnd = last.textEnd;
+    end = last.end;
+    mustEnd = last.place.depth > 0 && last.EndsCell(last.place.depth);
+    isMarkShown = LookAtMark(last, place);
+  }
+  place_ = place;
+  inline_.SetParagraph(*this, istd_, place);
+  inline_.Tell(textStart, textEnd);
+  if (isMarkShown || inline_.isOpen() || mustEnd) inline_.EndParagraph(textEnd, mustEnd);
+  if (isMain) {
+    ++document_.written.paragraphs;
+    document_.written.characters += end - paragraphStart_;
+  }
+  if (!inline_.boxes.empty() && !inline_.isOpen()) TellBoxes();
+  return std::max(end, paragraphStart_ + 1);
+}
+
+/// Whether the mark is shown.
+bool StoryWalker::LookAtMark(const FoundParagraph& paragraph, const TableStylePlace& place) {
+  properties_ = &document_.PropertiesOf(paragraph, place);
+  istd_ = properties_->style;
+  markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
+  const TextRun& mark = document_.RunAt(markPosition_, istd_, place);
+  markProperties_ = mark.properties;
+  return mark.isShown;
+}
+
+/// Paragraphs whose marks are not there are one with the next, which is what they look like: leaves that in
+/// `paragraph`, and tells the text in front of it. Returns where the text of the last one begins.
+uint32_t StoryWalker::JoinHidden(FoundParagraph& paragraph, uint32_t limit, const TableStylePlace& place) {
   struct Part {
     uint32_t start, end;
   };
-  std::vector<Part> before;  // of paragraphs whose marks are not there: they are one with the next
-  for (;;) {
-    properties_ = &document_.PropertiesOf(paragraph, place);
-    istd_ = properties_->style;
-    markRun_ =
-        document_.RunAt(paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start, istd_, place);
-    if (markRun_.isShown || paragraph.mark != text_mark::kParagraphEnd || paragraph.end >= limit) break;
-    const FoundParagraph next = document_.paragraphs.At(paragraph.end, limit);
+  std::vector<Part> before;
+  while (paragraph.mark == text_mark::kParagraphEnd && paragraph.end < limit &&
+         !document_.control.MustStop() && !LookAtMark(paragraph, place)) {
+    const FoundParagraph& next = document_.paragraphs.At(paragraph.end, limit);
     if (next.place.depth != paragraph.place.depth || next.place.isRowEnd || next.place.isInnerRowEnd ||
-        paragraph.place.isInnerCellEnd || document_.control.MustStop()) {
+        paragraph.place.isInnerCellEnd) {
       break;
     }
     before.push_back({paragraph.start, paragraph.textEnd});
     paragraph = next;
-    mustEnd = paragraph.place.depth > 0 && paragraph.EndsCell(paragraph.place.depth);
   }
-  markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
+  LookAtMark(paragraph, place);
   place_ = place;
-  paragraphStart_ = before.empty() ? paragraph.start : before.front().start;
   inline_.SetParagraph(*this, istd_, place);
   for (const Part& part : before) inline_.Tell(part.start, part.end);
-  inline_.Tell(paragraph.start, paragraph.textEnd);
-  const bool isNothing = !markRun_.isShown && !inline_.isOpen() && !mustEnd;
-  if (!isNothing) inline_.EndParagraph(paragraph.textEnd, mustEnd);
-  if (isMain) {
-    ++document_.written.paragraphs;
-    document_.written.characters += paragraph.end - paragraphStart_;
-  }
-  if (!inline_.isOpen()) TellBoxes();
-  return std::max(paragraph.end, paragraphStart_ + 1);
+  return paragraph.start;
 }
 
 void StoryWalker::Begin() {
   constexpr uint8_t kBodyText = 9;
   LabelFacts label;
   const RunProperties* labelProperties = nullptr;
-  const bool isListItem = properties_->listNumber != 0 &&
-                          labels_.Next(properties_->listNumber, properties_->listLevel, label,
-                                       markRun_.properties->language, markRun_.properties->fonts.ascii);
+  const bool isListItem =
+      properties_->listNumber != 0 && labels_.Next(properties_->listNumber, properties_->listLevel, label,
+                                                   markProperties_->language, markProperties_->fonts.ascii);
   if (isListItem && !label.text.empty()) {
     labelProperties =
         &document_.resolver->Label(document_.SprmsAt(markPosition_), {}, label.level->chpx, istd_, place_);
@@ -114,7 +136,7 @@ void StoryWalker::Begin() {
                            .listId = label.listId,
                            .number = label.number,
                            .numberFormat = label.nfc,
-                           .markProperties = *markRun_.properties,
+                           .markProperties = *markProperties_,
                            .position = paragraphStart_ - story_.base});
 }
 
@@ -227,7 +249,7 @@ void StoryWalker::TellCells(const TableScan& table, const ScannedRow& row, RowLo
       isInCell = true;
     }
     // What is merged into the cell at its left has mostly no text, and then no paragraph.
-    const FoundParagraph next = document_.paragraphs.At(at, textEnd);
+    const FoundParagraph& next = document_.paragraphs.At(at, textEnd);
     const bool isEmptyRest =
         isFirstBlock && cells[known].isMergedLeft && next.EndsCell(depth) && next.textEnd == next.start;
     bool endsCell = isEmptyRest;

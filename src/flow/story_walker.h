@@ -32,7 +32,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
 
   uint32_t TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                      bool& endsCell);
-  uint32_t TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
+  uint32_t TellParagraph(const FoundParagraph& found, uint32_t limit, const TableStylePlace& place,
                          bool mustEnd);
   uint32_t TellTable(uint32_t start, uint32_t limit, unsigned depth);
   void TellRow(const TableScan& table, uint32_t index, RowLook& look, unsigned depth);
@@ -40,6 +40,8 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   void MakeCells(const TableScan& table, uint32_t index, RowLook& look);
   void TellCells(const TableScan& table, const ScannedRow& row, RowLook& look, unsigned depth);
   bool IsRowHidden(const ScannedRow& row);
+  uint32_t JoinHidden(FoundParagraph& paragraph, uint32_t limit, const TableStylePlace& place);
+  bool LookAtMark(const FoundParagraph& paragraph, const TableStylePlace& place);
   void TellBoxes();
   void TellBox(const FoundShape& shape);
   void TellArtText(const FoundShape& shape);
@@ -57,7 +59,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   uint32_t paragraphStart_ = 0;
   uint16_t istd_ = 0;
   const ParagraphProperties* properties_ = nullptr;
-  TextRun markRun_;
+  const RunProperties* markProperties_ = nullptr;
   uint32_t markPosition_ = 0;
   TableStylePlace place_;
 };

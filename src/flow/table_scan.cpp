@@ -66,7 +66,7 @@ FoundParagraph TableScan::Next(uint32_t limit) {
 
 void TableScan::EndRow(const FoundParagraph& mark) {
   // Text in front of the mark that belongs to no cell is one.
-  if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
+  if ((paragraphsOfCell_ > 0 || mark.textEnd > mark.start) && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
   rows_.back().hasDefinition = true;
   const uint32_t kind = FindKind(mark);
   const RowKind& row = kind != ScannedRow::kNoKind ? kinds_[kind] : unkept_;
@@ -156,14 +156,12 @@ std::vector<ScannedCell> TableScan::CellsOfShape(const RowGrid& shape) const {
 }
 
 void TableScan::PlaceCells() {
-  std::vector<ScannedCell> ofShape;
-  uint32_t lastShape = kNoShape;
+  std::vector<std::vector<ScannedCell>> shapes(shapes_.size());
+  for (size_t i = 0; i < shapes.size(); ++i) shapes[i] = CellsOfShape(shapes_[i]);
+  const std::vector<ScannedCell> none;
   for (size_t i = 0; i < rows_.size(); ++i) {
     ScannedRow& row = rows_[i];
-    if (shapeOfRow_[i] != lastShape) {
-      lastShape = shapeOfRow_[i];
-      ofShape = lastShape != kNoShape ? CellsOfShape(shapes_[lastShape]) : std::vector<ScannedCell>();
-    }
+    const std::vector<ScannedCell>& ofShape = shapeOfRow_[i] != kNoShape ? shapes[shapeOfRow_[i]] : none;
     if (row.cellCount != ofShape.size() || row.cellCount != rows_[0].cellCount) isRegular_ = false;
     row.firstCell = static_cast<uint32_t>(cells_.size());
     const size_t known = std::min<size_t>(row.cellCount, ofShape.size());

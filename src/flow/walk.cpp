@@ -60,20 +60,14 @@ class Walk {
 };
 
 WrittenCounts Walk::Run() {
-  constexpr uint32_t kMostSummary = 1 << 20;
   WordFile& file = document_.file;
-  const DocumentSummary summary =
-      readDocumentSummary(file.WholeStream(L"\x05SummaryInformation", kMostSummary),
-                          file.WholeStream(L"\x05"
-                                           L"DocumentSummaryInformation",
-                                           kMostSummary),
-                          file.warnings());
   const NamesOfStyles styles(document_.styles);
   const NamesOfFonts fonts(document_.fonts);
   const DocumentSettings& settings = document_.settings;
   sections_.Read(file);
-  handler_.BeginDocument({summary, document_.resolver->ParagraphStyleRun(0).language, settings.defaultTabStop,
-                          settings.hasOddAndEvenHeaders, settings.pageCount, &styles, &fonts});
+  handler_.BeginDocument({file.Summary(), document_.resolver->ParagraphStyleRun(0).language,
+                          settings.defaultTabStop, settings.hasOddAndEvenHeaders, settings.pageCount, &styles,
+                          &fonts});
   TellSections();
   TellNotes(NoteKind::kFootnote);
   TellNotes(NoteKind::kEndnote);

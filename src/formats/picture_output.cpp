@@ -219,6 +219,19 @@ class EmbeddedPictures final : public StoredPictures {
   uint64_t left_;
 };
 
+class NoPictures final : public PictureOutput {
+ public:
+  explicit NoPictures(Warnings* warnings) : warnings_(warnings) {}
+
+  std::string_view AddressOf(const PictureFacts& picture) override {
+    if (picture.source) warn(warnings_, WarningCode::kPicturesOff);
+    return {};
+  }
+
+ private:
+  Warnings* const warnings_;
+};
+
 }  // namespace
 
 std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string folder, Warnings* warnings) {
@@ -227,6 +240,10 @@ std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string 
 
 std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings* warnings) {
   return std::make_unique<EmbeddedPictures>(mostBytes, warnings);
+}
+
+std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings) {
+  return std::make_unique<NoPictures>(warnings);
 }
 
 }  // namespace pagerex

@@ -36,4 +36,7 @@ std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string 
 /// Pictures as "data:" addresses, up to `mostBytes` of all together.
 std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings* warnings);
 
+/// None, and a warning for each.
+std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings);
+
 }  // namespace pagerex

@@ -50,6 +50,7 @@ void WordFile::Close() {
   storage_ = nullptr;
   pairs_ = {};
   storyStarts_ = {};
+  summary_.reset();
   allocator_.Clear();
 }
 
@@ -103,6 +104,7 @@ ByteView WordFile::Table(mso_word::FIBFCLCB index) {
     warn(warnings_, WarningCode::kTableDamaged, nameOfTable(index));
   if (there > tableBytesLeft_) return {};
   tableBytesLeft_ -= there;
+  wentBeyondClaim_ |= uint64_t{place.fc} + there > tables_.claimed();
   return tables_.Keep(place.fc, there);
 }
 
@@ -139,6 +141,19 @@ ByteView WordFile::WholeStream(const wchar_t* name, uint32_t most) {
   reader.Attach(stream, 0, allocator_);
   stream->Release();
   return reader.Keep(0, std::min(most, reader.size()));
+}
+
+const DocumentSummary& WordFile::Summary() {
+  constexpr uint32_t kMost = 1 << 20;
+  if (!summary_) {
+    const ByteView summary = WholeStream(L"\x05SummaryInformation", kMost);
+    const ByteView ofDocument = WholeStream(
+        L"\x05"
+        L"DocumentSummaryInformation",
+        kMost);
+    summary_ = readDocumentSummary(summary, ofDocument, warnings_);
+  }
+  return *summary_;
 }
 
 }  // namespace pagerex

@@ -2,11 +2,13 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "base/byte_view.h"
 #include "base/chain_allocator.h"
 #include "base/status.h"
 #include "base/warnings.h"
+#include "wordreader/document_summary.h"
 #include "wordreader/mso_word.h"
 #include "wordreader/stream_reader.h"
 
@@ -50,9 +52,11 @@ class WordFile {
   void ShareData(DsMemReadArchive& archive);
   /// All bytes of a stream, `most` at most; empty without.
   ByteView WholeStream(const wchar_t* name, uint32_t most);
+  /// What the streams of its summary say; read when first asked for.
+  const DocumentSummary& Summary();
 
   /// Whether tables lie behind what the entry of their stream claims.
-  bool wentBeyondClaim() const { return tables_.wentBeyondClaim(); }
+  bool wentBeyondClaim() const { return wentBeyondClaim_; }
 
   ChainAllocator& allocator() { return allocator_; }
   Warnings* warnings() const { return warnings_; }
@@ -78,6 +82,8 @@ class WordFile {
   StoryStarts storyStarts_{};
   uint32_t textStart_ = 0, textEnd_ = 0;
   uint64_t tableBytesLeft_ = 0;  ///< that may still be copied
+  bool wentBeyondClaim_ = false;
+  std::optional<DocumentSummary> summary_;
 };
 
 }  // namespace pagerex

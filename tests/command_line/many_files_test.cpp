@@ -129,6 +129,31 @@ TEST(Report, HasALineForEachFile) {
   EXPECT_THAT(line, HasSubstr("\"version\":\"0."));
 }
 
+TEST(Report, TellsWhatADocumentSaysOfItself) {
+  const TempFolder folder;
+  support::WordDocument document;
+  document.paragraph("Hello");
+  document.summary({.title = "A title"});
+  document.save(folder.path("a.doc"));
+  folder.write("b.doc", std::string("no document"));
+  pagerex({"-o", "out/", "--report", "report", "-j1", "a.doc", "b.doc"}, folder.path());
+  const std::vector<std::string> lines = linesOf(folder.read("report"));
+  EXPECT_THAT(lines.at(0), HasSubstr("\"summary\":{\"title\":\"A title\""));
+  EXPECT_THAT(lines.at(1), Not(HasSubstr("summary")));
+}
+
+TEST(Report, HasTheChoicesThatResultsDependOn) {
+  TempFolder folder;
+  fill(folder, {"a.doc"});
+  const Arguments chosen = {"-o", "out/", "--report", "report", "-t", "text", "--width", "30", "--headers"};
+  Arguments arguments = chosen;
+  arguments.push_back("a.doc");
+  EXPECT_EQ(pagerex(arguments, folder.path()).exitCode, 0);
+  EXPECT_EQ(field(folder.read("report"), "options"),
+            "format=text links=safe pictures=usual pagesize=0 headers width=30");
+  EXPECT_EQ(field(folder.read("report"), "output"), "out/a.txt");
+}
+
 TEST(Report, TellsWarnings) {
   const TempFolder folder;
   support::WordDocument document;

@@ -77,6 +77,69 @@ TEST(OneDocument, KeepsTheLinksThatAreAskedFor) {
   EXPECT_THAT(folder.read("all.files/1.htm"), HasSubstr("odd:address"));
 }
 
+namespace {
+
+std::string changedDocument() {
+  support::WordDocument document;
+  const uint16_t ann = document.author("Ann");
+  document.header(0, support::HeaderSlot::kOddHeader).paragraph("above");
+  document.paragraph("a ").inserted("new ", ann).deleted("old ", ann).run("b");
+  document.paragraph("some words that do not fit").annotation("What is this?");
+  document.paragraph("seen ").run("hidden", {support::sprm(0x083C, 1)});
+  const support::Bytes bytes = document.build();
+  return {bytes.begin(), bytes.end()};
+}
+
+/// What goes to standard output.
+std::string shownWith(const Arguments& options, const char* format = "text") {
+  Arguments arguments = {"-t", format};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  arguments.push_back("-");
+  return pagerex(arguments, ".", changedDocument()).output;
+}
+
+}  // namespace
+
+TEST(OneDocument, GoesToStandardOutputAsText) {
+  EXPECT_THAT(shownWith({}), StartsWith("a new b\nsome words that do not fit"));
+  EXPECT_THAT(shownWith({}), HasSubstr("What is this?"));
+  EXPECT_THAT(shownWith({}), Not(HasSubstr("hidden")));
+  EXPECT_THAT(shownWith({}), Not(HasSubstr("above")));
+}
+
+TEST(OneDocument, TakesTheChoicesOfTheText) {
+  EXPECT_THAT(shownWith({"--revisions", "final"}), HasSubstr("a new b\n"));
+  EXPECT_THAT(shownWith({"--revisions", "original"}), HasSubstr("a old b\n"));
+  EXPECT_THAT(shownWith({"--revisions", "all"}), HasSubstr("a new old b\n"));
+  EXPECT_THAT(shownWith({"--hidden-text"}), HasSubstr("seen hidden\n"));
+  EXPECT_THAT(shownWith({"--no-comments"}), Not(HasSubstr("What is this?")));
+  EXPECT_THAT(shownWith({"--headers"}), HasSubstr("above\n"));
+  EXPECT_THAT(shownWith({"--width", "20"}), HasSubstr("some words that do\n"));
+}
+
+TEST(OneDocument, GoesToStandardOutputAsMarkdownWithoutItsPictures) {
+  EXPECT_THAT(shownWith({}, "markdown"), HasSubstr("a new b\n"));
+  const TempFolder folder;
+  folder.write("x.doc", changedDocument());
+  const Finished files = pagerex({"-t", "markdown", "--pictures", "files", "x.doc"}, folder.path());
+  EXPECT_EQ(files.exitCode, 1);
+  EXPECT_THAT(files.errors, HasSubstr("the format markdown is several files"));
+}
+
+TEST(OneDocument, TakesTheChoicesOfMarkdown) {
+  EXPECT_THAT(shownWith({"--front-matter"}, "markdown"), StartsWith("---\n"));
+  EXPECT_THAT(shownWith({}, "markdown"), Not(StartsWith("---\n")));
+  EXPECT_THAT(shownWith({"--common-mark", "--page-breaks"}, "markdown"), HasSubstr("a new b\n"));
+}
+
+TEST(OneDocument, BecomesMarkdownAndTextByTheEndingOfItsFile) {
+  const TempFolder folder;
+  EXPECT_EQ(pagerex({"-o", "x.md", "-"}, folder.path(), documentOf("Hello")).exitCode, 0);
+  EXPECT_EQ(pagerex({"-o", "x.txt", "-"}, folder.path(), documentOf("Hello")).exitCode, 0);
+  EXPECT_EQ(folder.read("x.md"), "Hello\n");
+  EXPECT_EQ(folder.read("x.txt"), "Hello\n");
+}
+
 TEST(OneDocument, RefusesSeveralFilesOnStandardOutput) {
   const Finished finished = pagerex({"-t", "mulpages", "-"}, ".", documentOf("Hello"));
   EXPECT_EQ(finished.exitCode, 1);
@@ -149,6 +212,20 @@ TEST(Info, TellsWhatEachFileIs) {
   EXPECT_THAT(field(lines[1], "version"), StartsWith("0."));
 }
 
+TEST(Info, TellsWhatTheDocumentSaysOfItself) {
+  const TempFolder folder;
+  support::WordDocument document;
+  document.paragraph("Hello");
+  document.summary({.title = "A \"title\"", .words = 3, .custom = {{"Done", true}}});
+  document.save(folder.path("x.doc"));
+  const std::string line = pagerex({"--info", "x.doc"}, folder.path()).output;
+  EXPECT_THAT(line, HasSubstr("\"summary\":{\"title\":\"A \\\"title\\\"\","));
+  EXPECT_THAT(
+      line,
+      HasSubstr("\"words\":3,\"custom\":[{\"name\":\"Done\",\"value\":\"true\",\"kind\":\"boolean\"}]}"));
+  EXPECT_THAT(line, Not(HasSubstr("subject")));
+}
+
 TEST(Info, ReadsStandardInput) {
   const Finished finished = pagerex({"--info", "-"}, ".", "{\\rtf1 Hello}");
   EXPECT_EQ(finished.exitCode, 0);
@@ -174,6 +251,13 @@ TEST(Arguments, AreRefusedWhereTheyMakeNoSense) {
       {"--view", "phone", "-o", "x.html", "x.doc"},
       {"--links", "some", "x.doc"},
       {"--pictures", "some", "x.doc"},
+      {"--revisions", "some", "x.doc"},
+      {"--revisions=", "x.doc"},
+      {"--width", "19", "-t", "text", "x.doc"},
+      {"--width", "-1", "-t", "text", "x.doc"},
+      {"--width", "wide", "-t", "text", "x.doc"},
+      {"--hidden-text=yes", "x.doc"},
+      {"--headers", "x.doc", "x.html"},
       {"--jobs", "0", "-o", "out/", "x.doc"},
       {"--timeout", "soon", "-o", "out/", "x.doc"},
       {"--timeout", "1.", "-o", "out/", "x.doc"},

@@ -275,6 +275,14 @@ TEST(WalkTables, AnEndWithoutCellsIsNoTrouble) {
   EXPECT_LT(characters.find(u'a'), characters.find(u'b'));
 }
 
+TEST(WalkTables, TextInFrontOfAnEndIsACell) {
+  WordDocument doc;
+  doc.rowEnd(rowOf({0, 1000})).run("a");
+  doc.paragraph("b").inTable();
+  doc.rowEnd(rowOf({0, 1000})).run("c");
+  EXPECT_EQ(Walked(doc).characters(), u"a\nb\nc\n");
+}
+
 TEST(WalkTables, EdgesThatGoBackwardsLoseNoCell) {
   WordDocument doc;
   doc.row({"a", "b", "c"}, rowOf({3000, 2000, 2000, -1000}));

@@ -32,6 +32,13 @@ std::string readPageSize(const std::string& text, Request& request) {
   return readNumber(text, request.pageSize) ? "" : text + " is no number of characters";
 }
 
+std::string readWidth(const std::string& text, Request& request) {
+  constexpr int kLeast = 20;
+  return readNumber(text, request.width) && request.width >= kLeast
+             ? ""
+             : text + " is no number of columns from " + std::to_string(kLeast) + " on";
+}
+
 std::string readJobs(const std::string& text, Request& request) {
   constexpr int kMostJobs = 1000;
   return readNumber(text, request.jobs) && request.jobs <= kMostJobs ? ""
@@ -100,6 +107,14 @@ constexpr Reader kReaders[] = {
     {kLinks, nullptr, &Request::linksWord, nullptr},
     {kPictures, nullptr, nullptr, nullptr},
     {kPageSize, nullptr, nullptr, readPageSize},
+    {kRevisions, nullptr, &Request::revisionsWord, nullptr},
+    {kHiddenText, &Request::hiddenText, nullptr, nullptr},
+    {kNoComments, &Request::noComments, nullptr, nullptr},
+    {kHeaders, &Request::headers, nullptr, nullptr},
+    {kWidth, nullptr, nullptr, readWidth},
+    {kFrontMatter, &Request::frontMatter, nullptr, nullptr},
+    {kPageBreaks, &Request::pageBreaks, nullptr, nullptr},
+    {kCommonMark, &Request::commonMark, nullptr, nullptr},
     {kInfo, &Request::info, nullptr, nullptr},
     {kFilesFrom, nullptr, &Request::filesFrom, nullptr},
     {kNul, &Request::endsWithNull, nullptr, nullptr},
@@ -136,6 +151,7 @@ std::string take(const Option& option, const char* argument, Request& request) {
     return option.id == kView ? "no view " + word : "no such choice as " + word;
   if (option.id == kLinks) request.links = static_cast<int>(place);
   if (option.id == kPictures) request.pictures = static_cast<int>(place) + PAGEREX_PICTURES_FILES;
+  if (option.id == kRevisions) request.revisions = static_cast<int>(place);
   return "";
 }
 

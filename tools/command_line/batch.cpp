@@ -21,26 +21,16 @@ namespace cli {
 
 namespace {
 
-/// The words that reports have for what was asked.
-void spellOptions(const Request& request, Batch& batch) {
-  constexpr const char* kPictureWords[] = {"usual", "files", "embedded", "none"};
-  batch.options = std::string("format=") + batch.format->name + " links=" + request.linksWord +
-                  " pictures=" + kPictureWords[request.pictures] +
-                  " pagesize=" + std::to_string(request.pageSize);
-  batch.limits =
-      "timeout_ms=" + std::to_string(request.timeoutMs) + " memory=" + std::to_string(request.memory);
-}
-
 Batch batchOf(const Request& request) {
   Batch batch;
   batch.format = request.format.empty() ? pagerex_format_at(0) : formatNamed(request.format);
-  batch.links = request.links;
-  batch.pictures = request.pictures;
-  batch.pageSize = request.pageSize;
+  batch.asked = optionsOf(request, *batch.format);
   batch.timeoutMs = request.timeoutMs;
   batch.memory = request.memory;
   batch.hasReport = !request.report.empty();
-  spellOptions(request, batch);
+  batch.options = wordsFor(request, *batch.format);
+  batch.limits =
+      "timeout_ms=" + std::to_string(request.timeoutMs) + " memory=" + std::to_string(request.memory);
   return batch;
 }
 

@@ -53,9 +53,7 @@ struct Item {
 /// The files of a run, and what holds for all of them.
 struct Batch {
   const pagerex_format* format = nullptr;
-  int links = PAGEREX_LINKS_SAFE;
-  int pictures = PAGEREX_PICTURES_USUAL;
-  int pageSize = 0;
+  pagerex_options asked = {};
   uint64_t timeoutMs = 0;
   uint64_t memory = 0;
   bool hasReport = false;

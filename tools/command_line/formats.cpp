@@ -1,6 +1,7 @@
 #include "formats.h"
 
 #include "files.h"
+#include "sized.h"
 
 namespace cli {
 
@@ -27,6 +28,44 @@ const pagerex_format* formatOfEnding(const std::string& path) {
 
 const pagerex_format* firstSingleFile() {
   return firstThat([](const pagerex_format& format) { return format.is_single_file != 0; });
+}
+
+pagerex_options optionsOf(const Request& request, const pagerex_format& format) {
+  auto options = sized<pagerex_options>();
+  options.format = format.name;
+  options.page_size = request.pageSize;
+  options.links = request.links;
+  options.pictures = request.pictures;
+  options.revisions = request.revisions;
+  options.hidden_text = request.hiddenText;
+  options.no_comments = request.noComments;
+  options.headers = request.headers;
+  options.front_matter = request.frontMatter;
+  options.page_breaks = request.pageBreaks;
+  options.common_mark = request.commonMark;
+  options.width = request.width;
+  return options;
+}
+
+std::string wordsFor(const Request& request, const pagerex_format& format) {
+  constexpr const char* kPictureWords[] = {"usual", "files", "embedded", "none"};
+  constexpr struct {
+    bool Request::*flag;
+    const char* word;
+  } kFlags[] = {
+      {&Request::hiddenText, " hidden-text"}, {&Request::noComments, " no-comments"},
+      {&Request::headers, " headers"},        {&Request::frontMatter, " front-matter"},
+      {&Request::pageBreaks, " page-breaks"}, {&Request::commonMark, " common-mark"},
+  };
+  std::string words = std::string("format=") + format.name + " links=" + request.linksWord +
+                      " pictures=" + kPictureWords[request.pictures] +
+                      " pagesize=" + std::to_string(request.pageSize);
+  if (request.revisions) words += " revisions=" + request.revisionsWord;
+  for (const auto& row : kFlags) {
+    if (request.*row.flag) words += row.word;
+  }
+  if (request.width) words += " width=" + std::to_string(request.width);
+  return words;
 }
 
 }  // namespace cli

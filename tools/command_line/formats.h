@@ -3,6 +3,7 @@
 #include <string>
 
 #include "pagerex/convert.h"
+#include "request.h"
 
 namespace cli {
 
@@ -11,5 +12,10 @@ const pagerex_format* formatNamed(const std::string& name);
 /// The first whose main file ends so, in whatever case.
 const pagerex_format* formatOfEnding(const std::string& path);
 const pagerex_format* firstSingleFile();
+
+/// What the library is to be asked for.
+pagerex_options optionsOf(const Request& request, const pagerex_format& format);
+/// The same in words, as reports have it: what differs from what is usual.
+std::string wordsFor(const Request& request, const pagerex_format& format);
 
 }  // namespace cli

@@ -50,8 +50,9 @@ void printFormatNames() {
 }
 
 void printShort() {
-  std::printf("%sWord 97-2003 documents to HTML. Folders are taken with all that is in them.\n\n",
-              usage().c_str());
+  std::printf(
+      "%sWord 97-2003 documents to HTML, text, Markdown. Folders are taken with all that is in them.\n\n",
+      usage().c_str());
   for (const Option& option : kOptions) {
     if (option.isShown) printRow(spelled(option), option.help);
   }
@@ -62,7 +63,7 @@ void printShort() {
 }
 
 void printAll() {
-  std::printf("%s\nConverts Word 97-2003 documents to HTML.\n", usage().c_str());
+  std::printf("%s\nConverts Word 97-2003 documents to HTML, text and Markdown.\n", usage().c_str());
   for (const GroupText& group : kGroups) {
     std::printf("\n%s:\n", group.title);
     for (const Option& option : kOptions) {

@@ -10,6 +10,7 @@
 #include "messages.h"
 #include "one_document.h"
 #include "sized.h"
+#include "summary.h"
 
 namespace cli {
 
@@ -50,7 +51,10 @@ void print(const std::string& path, const Info& info) {
   json.Uint64(info.bytes);
   putText(json, "sha256", spelled(info.hash));
   putText(json, "result", pagerex_result_name(info.result.code));
-  if (info.isOpened) putCounts(json, info.document.counts);
+  if (info.isOpened) {
+    putCounts(json, info.document.counts);
+    putSummary(json, info.document.summary);
+  }
   putText(json, "version", pagerex_version());
   json.EndObject();
   std::printf("%s\n", buffer.GetString());

@@ -66,26 +66,21 @@ const pagerex_format* formatOf(const Request& request) {
   return request.output.empty() ? firstSingleFile() : formatOfEnding(request.output);
 }
 
+/// Whether the format becomes a single file by what is asked of pictures, which have no place on standard
+/// output.
+bool isSingleWith(const Request& request, const pagerex_format& format) {
+  return format.is_single_without_pictures && request.pictures != PAGEREX_PICTURES_FILES;
+}
+
 /// Why the format and the place of the output do not go together.
 std::string whyNotThere(const Request& request, const pagerex_format* format) {
   if (!format && request.output.empty()) return "name a file to write: -o FILE";
   if (!format)
     return shown(request.output) +
            ": no format has this ending; choose one with -t, or a folder with a / at its end";
-  if (request.output.empty() && !format->is_single_file)
+  if (request.output.empty() && !format->is_single_file && !isSingleWith(request, *format))
     return std::string("the format ") + format->name + " is several files: name the main one with -o FILE";
   return "";
-}
-
-pagerex_options optionsOf(const Request& request, const pagerex_format& format) {
-  auto options = sized<pagerex_options>();
-  options.format = format.name;
-  options.page_size = request.pageSize;
-  // A preview that is shown at once is of the whole document.
-  if (request.output.empty() && request.pageSize == 0 && format.has_page_size) options.page_size = INT_MAX;
-  options.links = request.links;
-  options.pictures = request.pictures;
-  return options;
 }
 
 int stopFlag = 0;
@@ -128,7 +123,11 @@ int convert(const Request& request, const pagerex_format& format) {
   limits.memory = request.memory;
   limits.deadline_ms = request.timeoutMs;
   limits.cancel = &stopFlag;
-  const pagerex_options options = optionsOf(request, format);
+  pagerex_options options = optionsOf(request, format);
+  // A preview that is shown at once is of the whole document.
+  if (request.output.empty() && request.pageSize == 0 && format.has_page_size) options.page_size = INT_MAX;
+  if (request.output.empty() && !format.is_single_file && request.pictures == PAGEREX_PICTURES_USUAL)
+    options.pictures = PAGEREX_PICTURES_NONE;
   auto result = sized<pagerex_result>();
   const int code = pagerex_convert(&input, &limits, &options, &output, &result);
   return code == PAGEREX_RESULT_OK ? kSuccess : explain(request, result, standardOutput.error());

@@ -10,6 +10,7 @@
 #include <unordered_map>
 
 #include "json.h"
+#include "summary.h"
 
 namespace cli {
 
@@ -56,6 +57,7 @@ std::string reportLine(const Batch& batch, const Item& item, const Outcome& outc
   putNumber(json, "written_bytes", outcome.result ? outcome.result->output_bytes : 0);
   putNumber(json, "written_files", outcome.result ? outcome.result->output_files : 0);
   putWarnings(json, outcome.result);
+  if (outcome.result && !isFailure(outcome.status)) putSummary(json, outcome.result->summary);
   putText(json, "version", pagerex_version());
   putText(json, "options", batch.options);
   putText(json, "limits", batch.limits);

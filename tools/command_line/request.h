@@ -25,6 +25,15 @@ struct Request {
   int pageSize = 0;    ///< 0 where not given
   int links = PAGEREX_LINKS_SAFE;
   int pictures = PAGEREX_PICTURES_USUAL;
+  int revisions = PAGEREX_REVISIONS_FINAL;
+  std::string revisionsWord = "final";
+  bool hiddenText = false;
+  bool noComments = false;
+  bool headers = false;
+  bool frontMatter = false;
+  bool pageBreaks = false;
+  bool commonMark = false;
+  int width = 0;  ///< 0 where not given
   bool info = false;
 
   std::string filesFrom;

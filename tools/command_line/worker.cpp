@@ -159,15 +159,10 @@ class Worker {
     limits.memory = batch_.memory;
     limits.deadline_ms = batch_.timeoutMs - batch_.timeoutMs / 10;  // so that most end by themselves
     limits.cancel = &stopped;
-    auto options = sized<pagerex_options>();
-    options.format = batch_.format->name;
-    options.page_size = batch_.pageSize;
-    options.links = batch_.links;
-    options.pictures = batch_.pictures;
     auto output = sized<pagerex_output>();
     output.path = item.output.c_str();
     result_.size = sizeof result_;
-    pagerex_convert(&input, &limits, &options, &output, &result_);
+    pagerex_convert(&input, &limits, &batch_.asked, &output, &result_);
   }
 
   void tell(Outcome& outcome) const {

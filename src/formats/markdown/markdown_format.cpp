@@ -5,8 +5,19 @@
 
 namespace pagerex {
 
+namespace {
+
+std::unique_ptr<PictureOutput> picturesFor(FormatJob& job) {
+  constexpr uint64_t kMostEmbedded = 64 << 20;
+  if (job.pictures == PAGEREX_PICTURES_NONE) return makeNoPictures(&job.warnings);
+  if (job.pictures == PAGEREX_PICTURES_EMBEDDED) return makeEmbeddedPictures(kMostEmbedded, &job.warnings);
+  return makePictureFiles(job.files, job.mainName.substr(0, job.mainName.rfind('.')) + ".files",
+                          &job.warnings);
+}
+
+}  // namespace
+
 Status writeMarkdown(FormatJob& job) {
-  constexpr uint64_t kMostEmbedded = uint64_t{1} << 30;
   Utf8Output out(job.files);
   if (!out.Open(job.mainName.c_str())) return Status::kFailure;
   const MarkdownOptions options{.commonMarkOnly = job.choices.commonMark,
@@ -15,16 +26,10 @@ Status writeMarkdown(FormatJob& job) {
                                 .pageBreaks = job.choices.pageBreaks,
                                 .htmlTables = true,
                                 .links = job.links};
-  std::unique_ptr<PictureOutput> pictures;
-  if (job.pictures == PAGEREX_PICTURES_EMBEDDED) {
-    pictures = makeEmbeddedPictures(kMostEmbedded, &job.warnings);
-  } else if (job.pictures != PAGEREX_PICTURES_NONE) {
-    pictures = makePictureFiles(job.files, job.mainName.substr(0, job.mainName.rfind('.')) + ".files",
-                                &job.warnings);
-  }
+  const std::unique_ptr<PictureOutput> pictures = picturesFor(job);
   MarkdownWriter writer(out, options, pictures.get(), &job.warnings);
   walkFor(job, writer);
-  if (pictures) job.written.pictures = pictures->pictures();
+  job.written.pictures = pictures->pictures();
   return Status::kOk;
 }
 
