@@ -33,10 +33,10 @@ TEST(HostFacts, OfTheDocument) {
     EXPECT_EQ(f->has_odd_even_headers, 1);
     EXPECT_EQ(f->custom_count, 2u);
     EXPECT_EQ(spelled(f->custom[0].name), "Client");
-    EXPECT_EQ(f->custom[0].kind, 0);
+    EXPECT_EQ(f->custom[0].kind, PAGEREX_PROPERTY_TEXT);
     EXPECT_EQ(spelled(f->custom[0].text), "X");
     EXPECT_EQ(spelled(f->custom[1].name), "Due");
-    EXPECT_EQ(f->custom[1].kind, 4);
+    EXPECT_EQ(f->custom[1].kind, PAGEREX_PROPERTY_TIME);
     EXPECT_EQ(f->custom[1].time, 1078131600);
     return 1;
   };

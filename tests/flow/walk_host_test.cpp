@@ -249,6 +249,7 @@ TEST(WalkHost, DoesNotCallFunctionsThatAreNotThere) {
   EXPECT_EQ(opened.result.counts.paragraphs, 5u);
   EXPECT_EQ(opened.result.counts.tables, 1u);
   EXPECT_EQ(opened.result.complete, 1);
+  EXPECT_STREQ(opened.result.summary.title, "Report");
 }
 
 TEST(WalkHost, RefusesWhatMakesNoSense) {
