@@ -85,7 +85,7 @@ enum {
 /* A property that someone gave a name. */
 typedef struct pagerex_custom_property {
   pagerex_text name;
-  int64_t kind; /* 0 text, 1 integer, 2 real, 3 boolean, 4 time: which of the others counts */
+  int64_t kind; /* PAGEREX_PROPERTY_...: which of the others counts */
   pagerex_text text;
   int64_t integer; /* and of a boolean: 0 or 1 */
   double real;

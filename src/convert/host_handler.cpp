@@ -209,6 +209,8 @@ int pagerex_picture_source::Read(pagerex_picture_data& out) {
   } catch (const std::bad_alloc&) {
     hasNoMemory = true;
     code = PAGEREX_RESULT_OUT_OF_MEMORY;
+  } catch (...) {  // a damaged document
+    code = PAGEREX_RESULT_UNREADABLE;
   }
   pagerex::giveStructure(told, out);
   return code;

@@ -38,13 +38,15 @@ struct Request {
 
 /// PAGEREX_RESULT_..., unless the control has a cause.
 int tell(pagerex_document& document, const Request& request, void* user, RunControl& control,
-         WrittenCounts& told) {
+         ResultBuilder& result) {
   int code = PAGEREX_RESULT_OK;
   try {
     control.LookAtClock();
     HostHandler handler(request.handler, user, control);
-    if (WordFile* const file = document.BeginFile(control, code); file && !control.MustStop())
-      told = walk(*file, request.Options(), control, nullptr, handler);
+    if (WordFile* const file = document.BeginFile(control, code); file && !control.MustStop()) {
+      if (result.wantsSummary()) result.SetSummary(document.Summary());
+      result.SetWritten(walk(*file, request.Options(), control, nullptr, handler), 0, 0);
+    }
   } catch (const std::bad_alloc&) {
     control.Stop(document.MemoryCause());
   } catch (...) {  // a damaged document
@@ -63,9 +65,7 @@ int walkDocument(pagerex_document* document, const pagerex_walk_options* options
   if (!document || !request.Take(options, handler)) return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
   RunControl control;
   arm(control, request.limits);
-  WrittenCounts told;
-  const int code = tell(*document, request, user, control, told);
-  result.SetWritten(told, 0, 0);
+  const int code = tell(*document, request, user, control, result);
   result.Add(document->warnings());
   const int error = code == PAGEREX_RESULT_UNREADABLE ? document->input().error() : 0;
   document->End(code != PAGEREX_RESULT_OK);

@@ -201,7 +201,7 @@ class FlowHandler {
   virtual void BeginParagraph(const ParagraphFacts&) {}
   virtual void EndParagraph() {}
   /// Characters of one look: no marks, no halves of a character. Properties at one address are the same from
-  /// call to call of a document. Optional hyphens are U+00AD, non-breaking ones U+2011.
+  /// call to call of a paragraph. Optional hyphens are U+00AD, non-breaking ones U+2011.
   virtual void Text(std::u16string_view text, const RunProperties& properties) = 0;
   virtual void MarkHere(Mark, const RunProperties&) {}
   virtual void BeginLink(const LinkFacts&) {}

@@ -33,10 +33,10 @@ TEST(HostFacts, OfTheDocument) {
     EXPECT_EQ(f->has_odd_even_headers, 1);
     EXPECT_EQ(f->custom_count, 2u);
     EXPECT_EQ(spelled(f->custom[0].name), "Client");
-    EXPECT_EQ(f->custom[0].kind, 0);
+    EXPECT_EQ(f->custom[0].kind, PAGEREX_PROPERTY_TEXT);
     EXPECT_EQ(spelled(f->custom[0].text), "X");
     EXPECT_EQ(spelled(f->custom[1].name), "Due");
-    EXPECT_EQ(f->custom[1].kind, 4);
+    EXPECT_EQ(f->custom[1].kind, PAGEREX_PROPERTY_TIME);
     EXPECT_EQ(f->custom[1].time, 1078131600);
     return 1;
   };
@@ -209,6 +209,21 @@ TEST(HostFacts, EndTheWalkWhereAPictureNeedsMoreMemoryThanThereIs) {
   PictureFacts facts;
   facts.source = &source;
   EXPECT_THROW(handed.handler.Picture(facts), std::bad_alloc);
+}
+
+TEST(HostFacts, TellWhereAPictureCannotBeRead) {
+  class Source final : public PictureSource {
+    PictureData Read() override { throw 1; }
+  } source;
+  Handed<pagerex_picture> handed(&pagerex_handler::picture, [](const pagerex_picture& p) {
+    pagerex_picture_data data = {};
+    data.size = sizeof data;
+    EXPECT_EQ(pagerex_picture_read(&p, &data), PAGEREX_RESULT_UNREADABLE);
+  });
+  PictureFacts facts;
+  facts.source = &source;
+  handed.handler.Picture(facts);
+  EXPECT_EQ(handed.calls, 1);
 }
 
 TEST(HostFacts, OfTables) {

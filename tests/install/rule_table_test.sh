@@ -17,11 +17,12 @@ complain() {
 while IFS='|' read -r _ seen file function test _; do
   file=${file//[\` ]/} function=${function//[\` ]/} test=${test//[\` ]/}
   rows=$((rows + 1))
-  path=$(find -L src -name "$file" -print -quit)
-  if [[ -z $file || -z $path ]]; then
+  # Folders may have files of the same name.
+  paths=$(find -L src -name "$file")
+  if [[ -z $file || -z $paths ]]; then
     complain "no file $file (${seen})"
-  elif ! grep -qw -- "$function" "$path"; then
-    complain "no $function in $path (${seen})"
+  elif ! xargs grep -qw -- "$function" <<<"$paths"; then
+    complain "no $function in $file (${seen})"
   fi
   grep -rqE "^(TEST|TEST_F|TEST_P|TYPED_TEST)\($test," tests || complain "no test $test (${seen})"
 done < <(sed -n '/^## To find a rule/,/^## /p' docs/architecture.md | grep '^| .*`')

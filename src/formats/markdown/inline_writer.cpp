@@ -11,7 +11,7 @@ struct InlineWriter::Look {
   std::string_view open, close;
 };
 
-const InlineWriter::Look InlineWriter::kLooks[] = {
+constexpr InlineWriter::Look InlineWriter::kLooks[] = {
     {kInsertedLook, {}, "<ins>", "</ins>"},    {kDeletedLook, {}, "<del>", "</del>"},
     {kStrikeLook, "~~", "<del>", "</del>"},    {kBoldLook, "**", "<strong>", "</strong>"},
     {kItalicLook, "*", "<em>", "</em>"},       {kUnderlineLook, {}, "<u>", "</u>"},

@@ -85,6 +85,7 @@ void MarkdownWriter::BeginSection(const SectionFacts& facts) {
 void MarkdownWriter::BeginParagraph(const ParagraphFacts& facts) {
   if (muted_) return;
   inline_.Clear();
+  lastProperties_ = nullptr;  // others may have taken their place
   openLinks_ = 0;
   shape_ = place_ == Place::kBody ? ShapeOf(facts) : Shape::kPlain;
   if (place_ == Place::kPipeTable) {
