@@ -121,8 +121,35 @@ TEST(MarkdownText, WritesCode) {
   EXPECT_EQ(paragraph(u"a`b``", "code"), "``` a`b`` ```\n");
 }
 
-TEST(MarkdownText, WritesCapitalsAsShown) {
-  EXPECT_EQ(paragraph(u"\u00E9t\u00E9", "caps"), "\u00C9T\u00C9\n");
+TEST(MarkdownText, RaisesWhatIsMeantToBeRaised) {
+  RunProperties run;
+  const auto raisedBy = [&](int16_t halfPoints) {
+    run.raisedHalfPoints = halfPoints;
+    return markdownOf([&](FlowScript& s) { s.Paragraph([&] { s.to.Text(u"2", run); }); });
+  };
+  EXPECT_EQ(raisedBy(6), "<sup>2</sup>\n");
+  EXPECT_EQ(raisedBy(-4), "<sub>2</sub>\n");
+  EXPECT_EQ(raisedBy(1), "2\n");
+}
+
+TEST(MarkdownText, LabelsHaveTheLookOfTheirText) {
+  RunProperties bold;
+  bold.bold = true;
+  const ParagraphProperties properties;
+  const auto labelled = [&](uint8_t headingLevel) {
+    return markdownOf([&](FlowScript& s) {
+      s.to.BeginParagraph({properties, u"", headingLevel, u"1.1", &bold, ParagraphFacts::Follow::kTab, true,
+                           false, 1, 1, 0, bold, 0});
+      s.to.Text(u"Title", bold);
+      s.to.EndParagraph();
+    });
+  };
+  EXPECT_EQ(labelled(1), "# 1.1 Title\n");
+  EXPECT_EQ(labelled(0), "**1.1 Title**\n");
+}
+
+TEST(MarkdownText, WritesCapitalsAsTyped) {
+  EXPECT_EQ(paragraph(u"\u00E9t\u00E9", "caps"), "\u00E9t\u00E9\n");
 }
 
 TEST(MarkdownText, LinksWithEscapedAddresses) {

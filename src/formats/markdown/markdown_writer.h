@@ -102,7 +102,6 @@ class MarkdownWriter final : public FlowHandler {
   uint32_t rulesBefore_ = 0, rulesBehind_ = 0;  ///< lines that the paragraph has at its ends
   uint32_t pageBreaksBefore_ = 0, pageBreaksBehind_ = 0;
   std::string spelled_;       ///< kept for its memory
-  std::u16string upper_;      ///< kept for its memory
   std::string anchors_;       ///< that the next text is to have
   std::u16string partLabel_;  ///< owed to the first paragraph of a note that has no mark of Markdown's
   bool beginsPart_ = false;   ///< this label stands, its text does not
