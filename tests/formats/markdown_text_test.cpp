@@ -17,7 +17,34 @@ std::string inParagraph(const std::function<void(FlowScript&)>& inside) {
   return markdownOf([&](FlowScript& s) { s.Paragraph([&] { inside(s); }); });
 }
 
+/// One address for all.
+class OneAddress final : public PictureOutput {
+ public:
+  std::string_view AddressOf(const PictureFacts&) override { return "p.png"; }
+};
+
 }  // namespace
+
+TEST(MarkdownText, IsNotCutByPicturesThatFloat) {
+  OneAddress pictures;
+  const auto withPicture = [&](bool isInline, std::u16string_view before, std::u16string_view behind) {
+    PictureFacts picture;
+    picture.isInline = isInline;
+    return markdownOf(
+        [&](FlowScript& s) {
+          s.Paragraph([&] {
+            if (!before.empty()) s.Text(before);
+            s.to.Picture(picture);
+            if (!behind.empty()) s.Text(behind);
+          });
+        },
+        {}, {}, &pictures);
+  };
+  EXPECT_EQ(withPicture(true, u"L", u"orem"), "L![](p.png)orem\n");
+  EXPECT_EQ(withPicture(false, u"L", u"orem"), "Lorem ![](p.png)\n");
+  EXPECT_EQ(withPicture(false, u"", u"Lorem"), "![](p.png) Lorem\n");
+  EXPECT_EQ(withPicture(false, u"", u""), "![](p.png)\n");
+}
 
 TEST(MarkdownText, SeesWhereOtherPropertiesTookThePlaceOfTheLast) {
   RunProperties place;

@@ -122,6 +122,11 @@ MarkdownWriter::Shape MarkdownWriter::ShapeOf(const ParagraphFacts& facts) {
 
 void MarkdownWriter::EndParagraph() {
   if (muted_) return;
+  for (const std::string& picture : floating_) {
+    inline_.Add(u" ", 0);
+    inline_.AddMarkup(picture);
+  }
+  floating_.clear();
   if (place_ != Place::kBody) return WriteInCell();
   PutDue(rulesBefore_, pageBreaksBefore_);
   if (shape_ == Shape::kCode) {
@@ -353,7 +358,17 @@ void MarkdownWriter::Picture(const PictureFacts& picture) {
     appendDestination(markup, address);
     markup += ')';
   }
+  PutPicture(markup, picture.isInline);
+}
+
+/// Text that flows around a picture is not cut by it: that stands in front or behind.
+void MarkdownWriter::PutPicture(const std::string& markup, bool isInline) {
+  if (!isInline && !inline_.IsEmpty()) {
+    floating_.push_back(markup);
+    return;
+  }
   inline_.AddMarkup(markup);
+  if (!isInline) inline_.Add(u" ", 0);
 }
 
 // Tables.
