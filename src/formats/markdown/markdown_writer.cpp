@@ -398,9 +398,9 @@ void MarkdownWriter::EndTable() {
 void MarkdownWriter::BeginRow(const RowProperties& row) {
   if (muted_) return;
   if (place_ == Place::kHtmlTable) {
-    htmlTable_.BeginRow(row.isHeader);
+    htmlTable_.BeginRow(row);
   } else if (tables_ == 1) {
-    pipeTable_.BeginRow();
+    pipeTable_.BeginRow(row.columnsBefore);
   }
 }
 
