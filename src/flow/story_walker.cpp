@@ -1,6 +1,7 @@
 #include "flow/story_walker.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "flow/table_cells.h"
 
@@ -10,6 +11,11 @@ namespace pagerex {
 namespace {
 
 constexpr unsigned kDeepestBox = 4;
+
+/// Not changed as well.
+bool isOnlyHidden(const RunProperties& mark) {
+  return mark.hidden && mark.revision.kind == Revision::kNone && mark.deletion.kind == Revision::kNone;
+}
 
 }  // namespace
 
@@ -53,19 +59,20 @@ uint32_t StoryWalker::TellParagraph(const FoundParagraph& found, uint32_t limit,
   if (!inline_.isOpen()) document_.MayForget();
   const bool isMain = story_.type == mso_word::SUBDOC_MAIN;
   paragraphStart_ = found.start;
+  place_ = place;
   if (document_.progress && isMain) document_.progress->Reached(paragraphStart_);
   uint32_t textStart = found.start, textEnd = found.textEnd, end = found.end;
-  bool isMarkShown = LookAtMark(found, place);
+  bool isMarkShown = LookAtMark(found);
   if (!isMarkShown && found.mark == text_mark::kParagraphEnd && end < limit) {
     FoundParagraph last = found;
-    textStart = JoinHidden(last, limit, place);
+    isMarkShown = JoinHidden(last, limit);
+    textStart = last.start;
     textEnd = last.textEnd;
     end = last.end;
     mustEnd = last.place.depth > 0 && last.EndsCell(last.place.depth);
-    isMarkShown = LookAtMark(last, place);
+  } else {
+    inline_.SetParagraph(*this, istd_, place);
   }
-  place_ = place;
-  inline_.SetParagraph(*this, istd_, place);
   inline_.Tell(textStart, textEnd);
   if (isMarkShown || inline_.isOpen() || mustEnd) inline_.EndParagraph(textEnd, mustEnd);
   if (isMain) {
@@ -77,37 +84,51 @@ uint32_t StoryWalker::TellParagraph(const FoundParagraph& found, uint32_t limit,
 }
 
 /// Whether the mark is shown.
-bool StoryWalker::LookAtMark(const FoundParagraph& paragraph, const TableStylePlace& place) {
-  properties_ = &document_.PropertiesOf(paragraph, place);
+bool StoryWalker::LookAtMark(const FoundParagraph& paragraph) {
+  properties_ = &document_.PropertiesOf(paragraph, place_);
   istd_ = properties_->style;
   markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
-  const TextRun& mark = document_.RunAt(markPosition_, istd_, place);
+  const TextRun& mark = document_.RunAt(markPosition_, istd_, place_);
   markProperties_ = mark.properties;
   return mark.isShown;
 }
 
-/// Paragraphs whose marks are not there are one with the next, which is what they look like: leaves that in
-/// `paragraph`, and tells the text in front of it. Returns where the text of the last one begins.
-uint32_t StoryWalker::JoinHidden(FoundParagraph& paragraph, uint32_t limit, const TableStylePlace& place) {
-  struct Part {
-    uint32_t start, end;
-  };
+/// Paragraphs whose marks are not there are one with the next: leaves the last one in `paragraph`, and tells
+/// the text in front of it. The last one says what the whole looks like, but behind a mark that is only
+/// hidden the first one that shows text. Returns whether the last mark is shown.
+bool StoryWalker::JoinHidden(FoundParagraph& paragraph, uint32_t limit) {
   std::vector<Part> before;
+  std::optional<uint32_t> speaker;
   while (paragraph.mark == text_mark::kParagraphEnd && paragraph.end < limit &&
-         !document_.control.MustStop() && !LookAtMark(paragraph, place)) {
+         !document_.control.MustStop() && !LookAtMark(paragraph)) {
     const FoundParagraph& next = document_.paragraphs.At(paragraph.end, limit);
     if (next.place.depth != paragraph.place.depth || next.place.isRowEnd || next.place.isInnerRowEnd ||
         paragraph.place.isInnerCellEnd) {
       break;
     }
-    before.push_back({paragraph.start, paragraph.textEnd});
+    const Part part{paragraph.start, paragraph.textEnd, istd_};
+    before.push_back(part);
     paragraph = next;
+    if (!speaker && isOnlyHidden(*markProperties_) && ShowsText(part)) speaker = part.start;
   }
-  LookAtMark(paragraph, place);
-  place_ = place;
-  inline_.SetParagraph(*this, istd_, place);
-  for (const Part& part : before) inline_.Tell(part.start, part.end);
-  return paragraph.start;
+  const bool isMarkShown = LookAtMark(paragraph);
+  const uint16_t lastStyle = istd_;
+  if (speaker) LookAtMark(document_.paragraphs.At(*speaker, limit));
+  for (const Part& part : before) {
+    inline_.SetParagraph(*this, part.istd, place_);
+    inline_.Tell(part.start, part.end);
+  }
+  inline_.SetParagraph(*this, lastStyle, place_);
+  return isMarkShown;
+}
+
+bool StoryWalker::ShowsText(const Part& part) {
+  for (uint32_t at = part.start; at < part.end;) {
+    const TextRun& run = document_.RunAt(at, part.istd, place_);
+    if (run.isShown) return true;
+    at = run.end;
+  }
+  return false;
 }
 
 void StoryWalker::Begin() {

@@ -145,6 +145,7 @@ Status KROStorageAdaptor::OpenStream(const wchar_t* name, void*, unsigned int, u
   *stream = nullptr;
   SotRoStream* found = storage_->openStream(name);
   if (!found) return Status::kStreamNotFound;
+  found->seek(0, STREAM_SEEK_SET);  // all who open it share its position
   *stream = new KROStreamAdaptor(found);
   return Status::kOk;
 }
@@ -154,6 +155,7 @@ Status KROStorageAdaptor::OpenStreamOfAnyCase(const wchar_t* name, IStream** str
   *stream = nullptr;
   SotRoStream* const found = storage_->openStreamOfAnyCase(name);
   if (!found) return Status::kStreamNotFound;
+  found->seek(0, STREAM_SEEK_SET);
   *stream = new KROStreamAdaptor(found);
   return Status::kOk;
 }

@@ -7,6 +7,7 @@
 #include <cstddef>
 
 #include "convert/host.h"
+#include "support/temp_folder.h"
 #include "support/word_document_writer.h"
 
 using namespace convert_test;
@@ -125,6 +126,116 @@ TEST(WalkedFormats, TellTheSameHoweverOftenTheyAreWritten) {
     EXPECT_EQ(host.content("document.txt"), "one\n");
     EXPECT_EQ(document.result.warnings_total, first);
   }
+}
+
+/// Markdown of a document with links, a page break and a picture in the line.
+Bytes documentForMarkdown() {
+  WordDocument document;
+  document.paragraph().field(88, " HYPERLINK \"http://x.example/\" ", "plain");
+  document.paragraph().field(88, " HYPERLINK \"odd:address\" ", "odd");
+  document.paragraph("one\f").run("two");
+  document.summary({.title = "A title"});
+  return document.build();
+}
+
+TEST(Markdown, KeepsTheAddressesThatAreWanted) {
+  pagerex_options options = Host::quiet("markdown");
+  EXPECT_THAT(written(documentForMarkdown(), options), HasSubstr("http://x.example/"));
+  EXPECT_THAT(written(documentForMarkdown(), options), Not(HasSubstr("odd:address")));
+  options.links = PAGEREX_LINKS_ALL;
+  EXPECT_THAT(written(documentForMarkdown(), options), HasSubstr("odd:address"));
+  options.links = PAGEREX_LINKS_NONE;
+  EXPECT_THAT(written(documentForMarkdown(), options), Not(HasSubstr("x.example")));
+}
+
+TEST(Markdown, WarnsOfTheAddressesThatItLeavesOut) {
+  Host host(documentForMarkdown());
+  const Result result = convert(host.memory(), host.sink(), Host::quiet("markdown"));
+  EXPECT_TRUE(result.warns(PAGEREX_WARNING_LINK_REMOVED, "odd"));
+  EXPECT_EQ(result.complete, 1);
+}
+
+TEST(Markdown, BeginsWithThePropertiesWhereTheyAreWanted) {
+  pagerex_options options = Host::quiet("markdown");
+  EXPECT_THAT(written(documentForMarkdown(), options), Not(HasSubstr("A title")));
+  options.front_matter = 1;
+  EXPECT_THAT(written(documentForMarkdown(), options), testing::StartsWith("---\n"));
+  EXPECT_THAT(written(documentForMarkdown(), options), HasSubstr("A title"));
+}
+
+TEST(Markdown, MarksPageBreaksWhereTheyAreWanted) {
+  pagerex_options options = Host::quiet("markdown");
+  EXPECT_THAT(written(documentForMarkdown(), options), Not(HasSubstr("<!--")));
+  options.page_breaks = 1;
+  EXPECT_THAT(written(documentForMarkdown(), options), HasSubstr("<!-- page break -->"));
+}
+
+TEST(Markdown, IsCommonMarkWhereThatIsWanted) {
+  WordDocument document;
+  document.row({"a", "b"}, {support::defTableSprm({0, 1000, 2000})});
+  document.paragraph();
+  pagerex_options options = Host::quiet("markdown");
+  EXPECT_THAT(written(document.build(), options), Not(HasSubstr("<table")));
+  options.common_mark = 1;
+  EXPECT_THAT(written(document.build(), options), HasSubstr("<table"));
+}
+
+class MarkdownPictures : public testing::Test {
+ protected:
+  Result write(int32_t pictures) {
+    pagerex_options options = Host::quiet("markdown");
+    options.pictures = pictures;
+    return convert(host_.memory(), host_.sink(), options);
+  }
+  Host host_{smallDocument()};
+};
+
+TEST_F(MarkdownPictures, AreFilesUnlessAskedForOtherwise) {
+  for (const int32_t files : {PAGEREX_PICTURES_USUAL, PAGEREX_PICTURES_FILES}) {
+    host_.forget();
+    const Result result = write(files);
+    EXPECT_EQ(result.counts.pictures, 1u);
+    ASSERT_EQ(host_.names().size(), 2u);
+    const std::string name = host_.names().back();
+    EXPECT_THAT(name, testing::StartsWith("document.files/picture-1."));
+    EXPECT_THAT(host_.typeOf(name), testing::StartsWith("image/"));
+    EXPECT_THAT(host_.content("document.md"), HasSubstr("(" + name + ")"));
+  }
+}
+
+TEST_F(MarkdownPictures, AreEmbeddedInTheOneFile) {
+  EXPECT_EQ(write(PAGEREX_PICTURES_EMBEDDED).counts.pictures, 1u);
+  EXPECT_EQ(host_.names().size(), 1u);
+  EXPECT_THAT(host_.content("document.md"), HasSubstr("(data:image/"));
+}
+
+TEST_F(MarkdownPictures, AreToldWhereTheyAreNotWanted) {
+  const Result result = write(PAGEREX_PICTURES_NONE);
+  EXPECT_TRUE(result.warns(PAGEREX_WARNING_PICTURES_OFF));
+  EXPECT_EQ(result.complete, 1);
+  EXPECT_EQ(host_.names().size(), 1u);
+  EXPECT_THAT(host_.content("document.md"), Not(HasSubstr("data:")));
+}
+
+TEST_F(MarkdownPictures, TakeThePlaceOfOlderOnes) {
+  const support::TempFolder from, to;
+  const std::string source = from.write("in.doc", smallDocument());
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(convertPaths(source, to.path("x.md"), "markdown").code, PAGEREX_RESULT_OK);
+    EXPECT_EQ(to.files().size(), 2u);
+  }
+  to.write("x.files/mine.png", std::string("mine"));
+  EXPECT_EQ(convertPaths(source, to.path("x.md"), "markdown").code, PAGEREX_RESULT_REFUSED);
+}
+
+TEST_F(MarkdownPictures, ThatAreNoFilesLeaveTheFolderAlone) {
+  const support::TempFolder to;
+  to.write("x.files/mine.png", std::string("mine"));
+  pagerex_options options = Host::quiet("markdown");
+  options.pictures = PAGEREX_PICTURES_EMBEDDED;
+  const std::string target = to.path("x.md");
+  EXPECT_EQ(convert(host_.memory(), outputTo(target), options).code, PAGEREX_RESULT_OK);
+  EXPECT_EQ(to.read("x.files/mine.png"), "mine");
 }
 
 /// The streams have names in other letters, which the views do not find.

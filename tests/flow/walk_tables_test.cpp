@@ -240,6 +240,24 @@ table
 
 // --- What definition and text contradict each other in: no text is lost. ---
 
+TEST(WalkTables, RowsThatFloatElsewhereAreATableOfTheirOwn) {
+  constexpr uint16_t kFloatLeft = 0x940E;
+  WordDocument doc;
+  doc.row({"a"}, rowOf({0, 1000}));
+  doc.row({"b"}, rowOf({0, 1000}).add(sprm(kFloatLeft, 500)));
+  doc.row({"c"}, rowOf({0, 1000}).add(sprm(kFloatLeft, 500)));
+  doc.row({"d"}, rowOf({0, 1000}).add(sprm(kFloatLeft, 700)));
+  doc.paragraph("end");
+  const std::string text = transcriptOf(doc);
+  const auto count = [&text](const std::string& word) {
+    size_t found = 0;
+    for (size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) ++found;
+    return found;
+  };
+  EXPECT_EQ(count("table"), 3u) << text;
+  EXPECT_EQ(count("row"), 4u) << text;
+}
+
 TEST(WalkTables, MoreCellsThanDefinedAreAllTold) {
   WordDocument doc;
   doc.row({"a", "b", "c"}, rowOf({0, 1000}));

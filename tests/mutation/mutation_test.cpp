@@ -7,6 +7,7 @@
 #include "mutation/rich_documents.h"
 #include "pagerex/pagerex.h"
 #include "support/temp_folder.h"
+#include "support/walked_ways.h"
 
 // Thousands of documents that are sound but for a few bytes, the same ones in each run. What comes out of
 // them is not the matter here: that the conversion ends, with a result that it tells, with moderate output,
@@ -77,6 +78,36 @@ TEST_P(MutatedDocument, EndsInModerationWhateverItsContainerHolds) {
 
 INSTANTIATE_TEST_SUITE_P(Views, MutatedDocument, testing::Values("normal", "phone", "mulpages", "preview"),
                          [](const auto& chosen) { return std::string(chosen.param); });
+
+/// The same in the ways in which the formats of the walk are asked for.
+class MutatedWalk : public testing::TestWithParam<support::WalkedWay> {
+ protected:
+  void write(const Bytes& file, const std::string& what) {
+    const pagerex_result result = support::writeWalked(file, GetParam()).told;
+    EXPECT_TRUE(result.code == PAGEREX_RESULT_OK || result.code == PAGEREX_RESULT_DAMAGED ||
+                result.code == PAGEREX_RESULT_NOT_WORD || result.code == PAGEREX_RESULT_ENCRYPTED)
+        << result.code << ": " << what;
+    EXPECT_LT(result.output_bytes, uint64_t{16} << 20) << what;
+    ++(result.code == PAGEREX_RESULT_OK ? converted_ : refused_);
+  }
+
+  mutation::Random random_;
+  int converted_ = 0;
+  int refused_ = 0;
+};
+
+TEST_P(MutatedWalk, EndsInModerationWhateverTheStreamsHold) {
+  constexpr int kRounds = 100;
+  for (const mutation::NamedDocument& rich : mutation::richDocuments()) {
+    const WordStreams sound = rich.document.streams();
+    for (int round = 0; round < kRounds; ++round)
+      write(fileOf(changed(sound, random_)), rich.name + (" " + std::to_string(round)));
+  }
+  EXPECT_GT(converted_, refused_);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, MutatedWalk, testing::ValuesIn(support::kWalkedWays),
+                         [](const auto& chosen) { return std::string(chosen.param.name); });
 
 /// Without this the others would show little: changes are made to what does come out.
 TEST(RichDocuments, AreConvertedWhole) {

@@ -51,7 +51,7 @@ void printFormatNames() {
 
 void printShort() {
   std::printf(
-      "%sWord 97-2003 documents to HTML, text, Markdown. Folders are taken with all that is in them.\n\n",
+      "%sWord 97-2003 documents to HTML, text and Markdown. Folders are taken whole.\n\n",
       usage().c_str());
   for (const Option& option : kOptions) {
     if (option.isShown) printRow(spelled(option), option.help);
