@@ -6,7 +6,7 @@
 set -euo pipefail
 
 packages=(g++ cmake ninja-build pkg-config binutils zlib1g-dev libmd-dev rapidjson-dev libgtest-dev libgmock-dev
-          libgumbo-dev locales "$@")
+          libgumbo-dev libcmark-gfm-dev libcmark-gfm-extensions-dev locales "$@")
 locale=zh_CN.UTF-8
 
 as_root() {

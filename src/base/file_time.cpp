@@ -52,12 +52,20 @@ std::string iso8601(FileTime time) {
   return text;
 }
 
-std::string iso8601OfDttm(uint32_t dttm) {
+LocalTime localTimeOfDttm(uint32_t dttm) {
   const uint32_t minute = dttm & 63, hour = dttm >> 6 & 31;
   const uint32_t day = dttm >> 11 & 31, month = dttm >> 16 & 15, year = 1900 + (dttm >> 20 & 511);
   if (minute > 59 || hour > 23 || month < 1 || month > 12 || day < 1 || day > daysOf(month, year)) return {};
+  return {static_cast<uint16_t>(year), static_cast<uint8_t>(month), static_cast<uint8_t>(day),
+          static_cast<uint8_t>(hour), static_cast<uint8_t>(minute)};
+}
+
+std::string iso8601OfDttm(uint32_t dttm) {
+  const LocalTime time = localTimeOfDttm(dttm);
+  if (time.year == 0) return {};
   char text[64];
-  std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u", year, month, day, hour, minute);
+  std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u", unsigned{time.year}, unsigned{time.month},
+                unsigned{time.day}, unsigned{time.hour}, unsigned{time.minute});
   return text;
 }
 

@@ -12,6 +12,7 @@
 
 #include "convert/document_counts.h"
 #include "convert/format_table.h"
+#include "convert/host_call.h"
 #include "convert/host_listener.h"
 #include "convert/open_document.h"
 #include "convert/output_target.h"
@@ -27,7 +28,6 @@ namespace {
 // What the first versions of the structures held.
 constexpr size_t kInputSize = sizeof(pagerex_input);
 constexpr size_t kOutputSize = sizeof(pagerex_output);
-constexpr size_t kLimitsSize = sizeof(pagerex_limits);
 constexpr size_t kOptionsSize = offsetof(pagerex_options, revisions);
 constexpr size_t kInfoSize = offsetof(pagerex_document_info, summary);
 
@@ -55,14 +55,6 @@ int errorOfName(const std::string& name) {
     if (c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F) return EINVAL;
   }
   return 0;
-}
-
-/// One call's limits, from its beginning on.
-void arm(RunControl& control, const pagerex_limits& limits) {
-  constexpr uint64_t kLongest = uint64_t{1} << 40;  // milliseconds: beyond that there is no deadline
-  control.WatchFlag(limits.cancel);
-  if (limits.deadline_ms != 0 && limits.deadline_ms < kLongest)
-    control.EndAt(RunControl::Clock::now() + std::chrono::milliseconds(limits.deadline_ms));
 }
 
 /// What is to be written, once a host's structures have been read and found sound.
@@ -227,22 +219,6 @@ int Writing::RunFormat(ResultSink& sink) {
   if (failed(status)) return PAGEREX_RESULT_DAMAGED;
   listener.Done();
   return PAGEREX_RESULT_OK;
-}
-
-/// Fills in `result` for a call that has no memory for anything else, or that threw what nobody expects.
-template <class Function>
-int answer(pagerex_result* result, const Function& function) {
-  ResultBuilder builder(result);
-  int code;
-  try {
-    code = function(builder);
-  } catch (const std::bad_alloc&) {
-    code = builder.End(PAGEREX_RESULT_OUT_OF_MEMORY);
-  } catch (...) {
-    code = builder.End(PAGEREX_RESULT_DAMAGED);
-  }
-  builder.Give(result);
-  return code;
 }
 
 int openDocument(const pagerex_input* input, const pagerex_limits* limits, pagerex_document** document,

@@ -21,6 +21,18 @@ class StyleNames {
   virtual std::u16string_view NameOf(uint16_t istd) const = 0;
 };
 
+/// The names of the fonts of a document, by their index in its font table.
+class ToldFonts {
+ public:
+  ToldFonts() = default;
+  ToldFonts(const ToldFonts&) = delete;
+  ToldFonts& operator=(const ToldFonts&) = delete;
+  virtual ~ToldFonts() = default;
+
+  /// Empty where there is no such font.
+  virtual std::u16string_view NameOf(uint16_t ftc) const = 0;
+};
+
 /// What is known of a document before its text. Lives as long as the walk.
 struct DocumentFacts {
   const DocumentSummary& summary;
@@ -29,6 +41,7 @@ struct DocumentFacts {
   bool hasOddAndEvenHeaders;
   uint32_t pageCount;                  ///< as Word counted last; 0 if not told
   const StyleNames* styles = nullptr;  ///< null where nobody tells
+  const ToldFonts* fonts = nullptr;    ///< the same
 };
 
 enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };
@@ -188,7 +201,7 @@ class FlowHandler {
   virtual void BeginParagraph(const ParagraphFacts&) {}
   virtual void EndParagraph() {}
   /// Characters of one look: no marks, no halves of a character. Properties at one address are the same from
-  /// call to call of a document. Optional hyphens are U+00AD, non-breaking ones U+2011.
+  /// call to call of a paragraph. Optional hyphens are U+00AD, non-breaking ones U+2011.
   virtual void Text(std::u16string_view text, const RunProperties& properties) = 0;
   virtual void MarkHere(Mark, const RunProperties&) {}
   virtual void BeginLink(const LinkFacts&) {}

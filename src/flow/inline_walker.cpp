@@ -47,7 +47,7 @@ void InlineWalker::SetParagraph(ParagraphBeginner& beginner, uint16_t istd, cons
 
 void InlineWalker::Tell(uint32_t start, uint32_t end) {
   for (uint32_t at = start; at < end;) {
-    const TextRun run = document_.RunAt(at, istd_, place_);
+    const TextRun& run = document_.RunAt(at, istd_, place_);
     const uint32_t stop = std::min(run.end, end);
     while (at < stop) {
       if (at >= nextEvent_) TellEvents(at);
@@ -78,7 +78,7 @@ void InlineWalker::EndParagraph(uint32_t position, bool mustEnd) {
   }
   Begin();
   DeliverHeld();
-  EndRevision();
+  if (document_.options.revisions == RevisionView::kAll) EndRevision();
   EndLink();
   isOpen_ = false;
   handler_.EndParagraph();

@@ -15,14 +15,12 @@ void ParagraphFinder::Read(WordFile& file, PieceList& pieces, TextReader& text) 
   hugeBytesLeft_ = 2 * uint64_t{data_.size()};
 }
 
-FoundParagraph ParagraphFinder::At(uint32_t start, uint32_t limit) {
-  if (start == last_.start && limit == lastLimit_ && last_.end > start) return last_;
+void ParagraphFinder::Find(uint32_t start, uint32_t limit) {
   last_ = {};
   last_.start = start;
   lastLimit_ = limit;
   FindEnd(last_, limit);
   FindProperties(last_);
-  return last_;
 }
 
 FoundParagraph ParagraphFinder::TextAt(uint32_t start, uint32_t limit) {
@@ -59,7 +57,7 @@ void ParagraphFinder::FindEnd(FoundParagraph& paragraph, uint32_t limit) {
 bool ParagraphFinder::EndsWithPageBreak(uint32_t position) {
   const TextPiece& piece = pieces_->Find(position);
   const uint32_t offset = piece.OffsetOf(position);
-  const PropertyPages::Entry entry = pages_.At(offset);
+  const PropertyPages::Entry& entry = pages_.At(offset);
   return entry.isThere && entry.end == offset + (piece.isWide ? 2 : 1);
 }
 
@@ -67,7 +65,7 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   const uint32_t position = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
   const TextPiece& piece = pieces_->Find(position);
   if (piece.start == piece.end) return;
-  const PropertyPages::Entry entry = pages_.At(piece.OffsetOf(position));
+  const PropertyPages::Entry& entry = pages_.At(piece.OffsetOf(position));
   paragraph.istd = entry.properties.u16(0);
   paragraph.sprms = entry.properties.part(2);
   paragraph.prm = piece.prm;

@@ -44,10 +44,15 @@ class ParagraphFinder {
   /// Where a paragraph that begins at `start` ends, without what the pages say of it.
   FoundParagraph TextAt(uint32_t start, uint32_t limit);
   /// The paragraph that begins at `start`, which is below `limit`, where a section or another part ends.
-  FoundParagraph At(uint32_t start, uint32_t limit);
+  /// Until the next one is looked for.
+  const FoundParagraph& At(uint32_t start, uint32_t limit) {
+    if (start != last_.start || limit != lastLimit_ || last_.end <= start) Find(start, limit);
+    return last_;
+  }
   bool missed() const { return pages_.missed(); }
 
  private:
+  void Find(uint32_t start, uint32_t limit);
   void FindEnd(FoundParagraph& paragraph, uint32_t limit);
   bool EndsWithPageBreak(uint32_t position);
   void FindProperties(FoundParagraph& paragraph);
@@ -61,7 +66,7 @@ class ParagraphFinder {
   std::unordered_map<uint32_t, ByteView> huge_;  ///< lists in "Data" by their offset
   uint64_t hugeBytesLeft_ = 0;
   FoundParagraph last_;
-  RecentLists<ParagraphOutline> outlines_;
+  RecentLists<ParagraphOutline, 504> outlines_;
   uint32_t lastLimit_ = 0;
 };
 

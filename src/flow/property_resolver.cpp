@@ -22,7 +22,7 @@ constexpr uint16_t kNormal = 0;
 constexpr uint16_t kParagraphCondition = 0xC666;  ///< sprmPCnf
 constexpr uint16_t kRunCondition = 0xCA85;        ///< sprmCCnf
 
-/// A list of a style, whose toggles are judged by what is there so far.
+/// A list of a style whose toggles are judged by what is there so far: by its base.
 void applyStyleList(ByteView sprms, RunProperties& properties) {
   const RunProperties base = properties;
   applyRunSprms(sprms, properties, base);
@@ -181,9 +181,7 @@ RunProperties PropertyResolver::StyleRun(uint16_t istd, const TableStylePlace& p
     applyStyleList(sprms, ofTable);
   }
   RunProperties properties = ofTable;
-  clearToggles(properties);
   for (const uint16_t style : styles_.Chain(istd)) applyStyleList(styles_.Chpx(style), properties);
-  turnToggles(properties, ofTable);
   if (properties.sizeHalfPoints == standard.sizeHalfPoints) {
     properties.sizeHalfPoints = ofTable.sizeHalfPoints;
   }
@@ -212,15 +210,16 @@ RunProperties PropertyResolver::DefaultRun() const {
   return properties;
 }
 
-/// Toggles of the style turn those of the paragraph.
+/// Toggles are judged by the paragraph, also in the style's bases: Word makes character styles that are bold
+/// so that they are not in paragraphs that are.
 void PropertyResolver::ApplyCharacterStyle(uint16_t istd, RunProperties& properties) const {
   const bool isThere =
       styles_.Kind(istd) == StyleKind::kCharacter && hasShortLists(styles_, istd, &StyleTable::Chpx);
   if (isThere) {
     const RunProperties paragraph = properties;
-    clearToggles(properties);
-    for (const uint16_t style : styles_.Chain(istd)) applyStyleList(styles_.Chpx(style), properties);
-    turnToggles(properties, paragraph);
+    for (const uint16_t style : styles_.Chain(istd)) {
+      applyRunSprms(styles_.Chpx(style), properties, paragraph);
+    }
   }
   properties.characterStyle = istd;
 }

@@ -11,7 +11,7 @@ namespace pagerex {
 
 /// What came of the last few lists of a page, found again by their bytes. Neighbours in a text, and still
 /// more the cells of a table, are often alike.
-template <class Result>
+template <class Result, size_t kLongest = 120>
 class RecentLists {
  public:
   /// Null for lists that were not kept.
@@ -33,7 +33,7 @@ class RecentLists {
     if (sprms.size() > kLongest) return;
     Entry& entry = entries_[SlotOf(sprms, istd) + next_++ % kWays];
     if (!sprms.empty()) std::memcpy(entry.bytes, sprms.data(), sprms.size());
-    entry.size = static_cast<uint8_t>(sprms.size());
+    entry.size = static_cast<uint16_t>(sprms.size());
     entry.prm = prm;
     entry.istd = istd;
     entry.place = place;
@@ -46,12 +46,11 @@ class RecentLists {
   }
 
  private:
-  static constexpr size_t kSlots = 32, kWays = 2;
-  static constexpr size_t kLongest = 120;
+  static constexpr size_t kSlots = 16, kWays = 4;
 
   struct Entry {
     bool isThere = false;
-    uint8_t size = 0;
+    uint16_t size = 0;
     uint16_t prm = 0;
     uint16_t istd = 0;
     TableStylePlace place;
@@ -65,7 +64,7 @@ class RecentLists {
     const size_t n = sprms.size() < sizeof(last) ? sprms.size() : sizeof(last);
     if (n > 0) std::memcpy(&last, sprms.data() + sprms.size() - n, n);
     last = (last + sprms.size() + istd) * 0x9E3779B97F4A7C15;
-    return static_cast<size_t>(last >> 59) * kWays;
+    return static_cast<size_t>(last >> 60) * kWays;
   }
 
   std::array<Entry, kSlots * kWays> entries_;

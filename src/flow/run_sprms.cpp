@@ -10,8 +10,7 @@ namespace {
 
 /// How an operand goes into its property.
 enum class Rule : uint8_t {
-  kToggle,  ///< 0, 1, 128 the style's, 129 its opposite; a character style turns what its paragraph has
-  kFlag,    ///< likewise, but a character style overrides
+  kToggle,  ///< 0, 1, 128 the style's, 129 its opposite
   kByte,
   kWord,
   kColour,       ///< COLORREF
@@ -46,10 +45,10 @@ constexpr Row kRows[] = {
     {0x083C, Rule::kToggle, PROPERTY(hidden)},
     {0x0854, Rule::kToggle, PROPERTY(imprint)},
     {0x0858, Rule::kToggle, PROPERTY(emboss)},
-    {0x2A53, Rule::kFlag, PROPERTY(doubleStrike)},
-    {0x085A, Rule::kFlag, PROPERTY(isRightToLeft)},
-    {0x0882, Rule::kFlag, PROPERTY(isComplexScript)},
-    {0x0875, Rule::kFlag, PROPERTY(noProof)},
+    {0x2A53, Rule::kToggle, PROPERTY(doubleStrike)},
+    {0x085A, Rule::kToggle, PROPERTY(isRightToLeft)},
+    {0x0882, Rule::kToggle, PROPERTY(isComplexScript)},
+    {0x0875, Rule::kToggle, PROPERTY(noProof)},
     {0x2A3E, Rule::kByte, PROPERTY(underline)},
     {0x2A0C, Rule::kByte, PROPERTY(highlight)},
     {0x2A48, Rule::kByte, PROPERTY(verticalAlignment)},
@@ -124,7 +123,6 @@ void applyRevision(const Row& row, ByteView operand, RunProperties& properties) 
 void apply(const Row& row, ByteView operand, RunProperties& properties, const RunProperties& style) {
   switch (row.rule) {
     case Rule::kToggle:
-    case Rule::kFlag:
       return toggle(at<bool>(properties, row), operand.u8(0),
                     at<bool>(const_cast<RunProperties&>(style), row));
     case Rule::kByte:
@@ -162,20 +160,6 @@ void applyRunSprms(ByteView sprms, RunProperties& properties, const RunPropertie
   forEachSprm(sprms, [&](uint16_t opcode, ByteView operand) {
     if (const Row* const row = findRow(kRows, kIndex, opcode)) apply(*row, operand, properties, style);
   });
-}
-
-void clearToggles(RunProperties& properties) {
-  for (const Row& row : kRows) {
-    if (row.rule == Rule::kToggle) at<bool>(properties, row) = false;
-  }
-}
-
-void turnToggles(RunProperties& properties, const RunProperties& paragraph) {
-  for (const Row& row : kRows) {
-    if (row.rule == Rule::kToggle) {
-      at<bool>(properties, row) ^= at<bool>(const_cast<RunProperties&>(paragraph), row);
-    }
-  }
 }
 
 uint16_t characterStyleOf(ByteView sprms, uint16_t style) {

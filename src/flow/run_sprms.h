@@ -9,11 +9,6 @@ namespace pagerex {
 /// or its opposite, are judged against `style`.
 void applyRunSprms(ByteView sprms, RunProperties& properties, const RunProperties& style);
 
-/// For character styles: their lists are applied to the paragraph's properties with its toggles cleared; then
-/// those that the paragraph has are turned, so that bold on bold is not bold.
-void clearToggles(RunProperties& properties);
-void turnToggles(RunProperties& properties, const RunProperties& paragraph);
-
 /// The character style that a list names; `style` where it names none.
 uint16_t characterStyleOf(ByteView sprms, uint16_t style = 10);
 

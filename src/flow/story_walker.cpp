@@ -1,6 +1,7 @@
 #include "flow/story_walker.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "flow/table_cells.h"
 
@@ -10,6 +11,11 @@ namespace pagerex {
 namespace {
 
 constexpr unsigned kDeepestBox = 4;
+
+/// Not changed as well.
+bool isOnlyHidden(const RunProperties& mark) {
+  return mark.hidden && mark.revision.kind == Revision::kNone && mark.deletion.kind == Revision::kNone;
+}
 
 }  // namespace
 
@@ -36,7 +42,7 @@ void StoryWalker::Tell(const StoryPlace& story, uint32_t end) {
 /// A paragraph, or a table of the next depth. The position behind it.
 uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                                 bool& endsCell) {
-  const FoundParagraph paragraph = document_.paragraphs.At(start, limit);
+  const FoundParagraph& paragraph = document_.paragraphs.At(start, limit);
   if (paragraph.place.depth > depth) {
     if (inline_.isOpen()) inline_.EndParagraph(start, true);
     return TellTable(start, limit, depth + 1);
@@ -47,54 +53,91 @@ uint32_t StoryWalker::TellBlock(uint32_t start, uint32_t limit, unsigned depth, 
 
 // Paragraphs
 
-uint32_t StoryWalker::TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
+uint32_t StoryWalker::TellParagraph(const FoundParagraph& found, uint32_t limit, const TableStylePlace& place,
                                     bool mustEnd) {
   // Nothing is held of what was told before.
   if (!inline_.isOpen()) document_.MayForget();
   const bool isMain = story_.type == mso_word::SUBDOC_MAIN;
-  if (document_.progress && isMain) document_.progress->Reached(paragraph.start);
-  struct Part {
-    uint32_t start, end;
-  };
-  std::vector<Part> before;  // of paragraphs whose marks are not there: they are one with the next
-  for (;;) {
-    properties_ = &document_.PropertiesOf(paragraph, place);
-    istd_ = properties_->style;
-    markRun_ =
-        document_.RunAt(paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start, istd_, place);
-    if (markRun_.isShown || paragraph.mark != text_mark::kParagraphEnd || paragraph.end >= limit) break;
-    const FoundParagraph next = document_.paragraphs.At(paragraph.end, limit);
-    if (next.place.depth != paragraph.place.depth || next.place.isRowEnd || next.place.isInnerRowEnd ||
-        paragraph.place.isInnerCellEnd || document_.control.MustStop()) {
-      break;
-    }
-    before.push_back({paragraph.start, paragraph.textEnd});
-    paragraph = next;
-    mustEnd = paragraph.place.depth > 0 && paragraph.EndsCell(paragraph.place.depth);
-  }
-  markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
+  paragraphStart_ = found.start;
   place_ = place;
-  paragraphStart_ = before.empty() ? paragraph.start : before.front().start;
-  inline_.SetParagraph(*this, istd_, place);
-  for (const Part& part : before) inline_.Tell(part.start, part.end);
-  inline_.Tell(paragraph.start, paragraph.textEnd);
-  const bool isNothing = !markRun_.isShown && !inline_.isOpen() && !mustEnd;
-  if (!isNothing) inline_.EndParagraph(paragraph.textEnd, mustEnd);
+  if (document_.progress && isMain) document_.progress->Reached(paragraphStart_);
+  uint32_t textStart = found.start, textEnd = found.textEnd, end = found.end;
+  bool isMarkShown = LookAtMark(found);
+  if (!isMarkShown && found.mark == text_mark::kParagraphEnd && end < limit) {
+    FoundParagraph last = found;
+    isMarkShown = JoinHidden(last, limit);
+    textStart = last.start;
+    textEnd = last.textEnd;
+    end = last.end;
+    mustEnd = last.place.depth > 0 && last.EndsCell(last.place.depth);
+  } else {
+    inline_.SetParagraph(*this, istd_, place);
+  }
+  inline_.Tell(textStart, textEnd);
+  if (isMarkShown || inline_.isOpen() || mustEnd) inline_.EndParagraph(textEnd, mustEnd);
   if (isMain) {
     ++document_.written.paragraphs;
-    document_.written.characters += paragraph.end - paragraphStart_;
+    document_.written.characters += end - paragraphStart_;
   }
-  if (!inline_.isOpen()) TellBoxes();
-  return std::max(paragraph.end, paragraphStart_ + 1);
+  if (!inline_.boxes.empty() && !inline_.isOpen()) TellBoxes();
+  return std::max(end, paragraphStart_ + 1);
+}
+
+/// Whether the mark is shown.
+bool StoryWalker::LookAtMark(const FoundParagraph& paragraph) {
+  properties_ = &document_.PropertiesOf(paragraph, place_);
+  istd_ = properties_->style;
+  markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
+  const TextRun& mark = document_.RunAt(markPosition_, istd_, place_);
+  markProperties_ = mark.properties;
+  return mark.isShown;
+}
+
+/// Paragraphs whose marks are not there are one with the next: leaves the last one in `paragraph`, and tells
+/// the text in front of it. The last one says what the whole looks like, but behind a mark that is only
+/// hidden the first one that shows text. Returns whether the last mark is shown.
+bool StoryWalker::JoinHidden(FoundParagraph& paragraph, uint32_t limit) {
+  std::vector<Part> before;
+  std::optional<uint32_t> speaker;
+  while (paragraph.mark == text_mark::kParagraphEnd && paragraph.end < limit &&
+         !document_.control.MustStop() && !LookAtMark(paragraph)) {
+    const FoundParagraph& next = document_.paragraphs.At(paragraph.end, limit);
+    if (next.place.depth != paragraph.place.depth || next.place.isRowEnd || next.place.isInnerRowEnd ||
+        paragraph.place.isInnerCellEnd) {
+      break;
+    }
+    const Part part{paragraph.start, paragraph.textEnd, istd_};
+    before.push_back(part);
+    paragraph = next;
+    if (!speaker && isOnlyHidden(*markProperties_) && ShowsText(part)) speaker = part.start;
+  }
+  const bool isMarkShown = LookAtMark(paragraph);
+  const uint16_t lastStyle = istd_;
+  if (speaker) LookAtMark(document_.paragraphs.At(*speaker, limit));
+  for (const Part& part : before) {
+    inline_.SetParagraph(*this, part.istd, place_);
+    inline_.Tell(part.start, part.end);
+  }
+  inline_.SetParagraph(*this, lastStyle, place_);
+  return isMarkShown;
+}
+
+bool StoryWalker::ShowsText(const Part& part) {
+  for (uint32_t at = part.start; at < part.end;) {
+    const TextRun& run = document_.RunAt(at, part.istd, place_);
+    if (run.isShown) return true;
+    at = run.end;
+  }
+  return false;
 }
 
 void StoryWalker::Begin() {
   constexpr uint8_t kBodyText = 9;
   LabelFacts label;
   const RunProperties* labelProperties = nullptr;
-  const bool isListItem = properties_->listNumber != 0 &&
-                          labels_.Next(properties_->listNumber, properties_->listLevel, label,
-                                       markRun_.properties->language, markRun_.properties->fonts.ascii);
+  const bool isListItem =
+      properties_->listNumber != 0 && labels_.Next(properties_->listNumber, properties_->listLevel, label,
+                                                   markProperties_->language, markProperties_->fonts.ascii);
   if (isListItem && !label.text.empty()) {
     labelProperties =
         &document_.resolver->Label(document_.SprmsAt(markPosition_), {}, label.level->chpx, istd_, place_);
@@ -114,7 +157,7 @@ void StoryWalker::Begin() {
                            .listId = label.listId,
                            .number = label.number,
                            .numberFormat = label.nfc,
-                           .markProperties = *markRun_.properties,
+                           .markProperties = *markProperties_,
                            .position = paragraphStart_ - story_.base});
 }
 
@@ -227,7 +270,7 @@ void StoryWalker::TellCells(const TableScan& table, const ScannedRow& row, RowLo
       isInCell = true;
     }
     // What is merged into the cell at its left has mostly no text, and then no paragraph.
-    const FoundParagraph next = document_.paragraphs.At(at, textEnd);
+    const FoundParagraph& next = document_.paragraphs.At(at, textEnd);
     const bool isEmptyRest =
         isFirstBlock && cells[known].isMergedLeft && next.EndsCell(depth) && next.textEnd == next.start;
     bool endsCell = isEmptyRest;

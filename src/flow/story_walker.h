@@ -28,12 +28,20 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
     bool isFirst = false, isLast = false;
     bool isThere = false;
   };
+  /// Of a paragraph that is one with the next: its text, and its style.
+  struct Part {
+    uint32_t start, end;
+    uint16_t istd;
+  };
   using RowLooks = std::vector<RowLook>;  ///< by kind; the last is of all that have none
 
   uint32_t TellBlock(uint32_t start, uint32_t limit, unsigned depth, const TableStylePlace& place,
                      bool& endsCell);
-  uint32_t TellParagraph(FoundParagraph paragraph, uint32_t limit, const TableStylePlace& place,
+  uint32_t TellParagraph(const FoundParagraph& found, uint32_t limit, const TableStylePlace& place,
                          bool mustEnd);
+  bool LookAtMark(const FoundParagraph& paragraph);
+  bool JoinHidden(FoundParagraph& paragraph, uint32_t limit);
+  bool ShowsText(const Part& part);
   uint32_t TellTable(uint32_t start, uint32_t limit, unsigned depth);
   void TellRow(const TableScan& table, uint32_t index, RowLook& look, unsigned depth);
   RowLook& LookOf(const TableScan& table, uint32_t index, RowLooks& looks);
@@ -57,7 +65,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   uint32_t paragraphStart_ = 0;
   uint16_t istd_ = 0;
   const ParagraphProperties* properties_ = nullptr;
-  TextRun markRun_;
+  const RunProperties* markProperties_ = nullptr;
   uint32_t markPosition_ = 0;
   TableStylePlace place_;
 };

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "wordreader/sprm_list.h"
+#include "flow/sprm_walk.h"
 #include "wordreader/text_marks.h"
 
 namespace pagerex {
@@ -12,11 +12,26 @@ namespace {
 /// Edges that lie so near to each other, in twips, are one.
 constexpr int32_t kNear = 10;
 constexpr uint32_t kNoShape = UINT32_MAX;
-constexpr uint16_t kTableHeader = 0x3404;
 
-bool isHeaderRow(ByteView sprms) {
-  KDWSprm sprm;
-  return KDWSprmList(sprms).FindSprm(kTableHeader, &sprm) == Status::kOk && sprm.GetArgument().u8(0) != 0;
+void readKind(ByteView sprms, RowKind& kind) {
+  forEachSprm(sprms, [&kind](uint16_t opcode, ByteView operand) {
+    switch (opcode) {
+      case 0x3404:  // sprmTTableHeader
+        kind.isHeader = operand.u8(0) != 0;
+        break;
+      case 0x360D:  // sprmTPc
+        kind.floats.anchors = operand.u8(0);
+        break;
+      case 0x940E:  // sprmTDxaAbs
+        kind.floats.left = operand.i16(0);
+        break;
+      case 0x940F:  // sprmTDyaAbs
+        kind.floats.top = operand.i16(0);
+        break;
+      default:
+        break;
+    }
+  });
 }
 
 }  // namespace
@@ -29,8 +44,9 @@ void TableScan::Read(uint32_t start, uint32_t limit) {
     if (paragraph.place.depth < depth_) break;
     end_ = paragraph.end;
     if (paragraph.EndsRow(depth_)) {
-      EndRow(paragraph);
-      continue;
+      if (EndRow(paragraph)) continue;
+      TakeRowBack();
+      break;
     }
     ++paragraphsOfCell_;
     if (paragraph.place.depth > depth_) hasSingleParagraphs_ = false;
@@ -64,15 +80,30 @@ FoundParagraph TableScan::Next(uint32_t limit) {
   return document_.paragraphs.At(end_, limit);
 }
 
-void TableScan::EndRow(const FoundParagraph& mark) {
+/// False if the row belongs to another table.
+bool TableScan::EndRow(const FoundParagraph& mark) {
+  const size_t shapeCount = shapes_.size();
   // Text in front of the mark that belongs to no cell is one.
-  if (paragraphsOfCell_ > 0 && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
-  rows_.back().hasDefinition = true;
+  if ((paragraphsOfCell_ > 0 || mark.textEnd > mark.start) && cellsOfRow_ < UINT16_MAX) ++cellsOfRow_;
   const uint32_t kind = FindKind(mark);
   const RowKind& row = kind != ScannedRow::kNoKind ? kinds_[kind] : unkept_;
+  const bool isFirst = rows_.size() == 1;
+  if (!isFirst && row.floats != floats_) {
+    shapes_.resize(shapeCount);
+    return false;
+  }
+  floats_ = row.floats;
+  rows_.back().hasDefinition = true;
   rows_.back().kind = kind;
   if (headerRows_ + 1 == rows_.size() && row.isHeader) ++headerRows_;
   CloseRow(row.shape);
+  return true;
+}
+
+void TableScan::TakeRowBack() {
+  end_ = rows_.back().start;
+  cellsOfRow_ = paragraphsOfCell_ = 0;
+  hasSingleParagraphs_ = hadSingleParagraphs_;
 }
 
 /// kNoKind for one that is not kept: then `unkept_` tells of it.
@@ -100,7 +131,7 @@ uint32_t TableScan::FindKind(const FoundParagraph& mark) {
 RowKind TableScan::KindOf(const FoundParagraph& mark) {
   RowKind kind;
   kind.sprms.assign(mark.sprms.data(), mark.sprms.data() + mark.sprms.size());
-  kind.isHeader = isHeaderRow(mark.sprms);
+  readKind(mark.sprms, kind);
   RowGrid grid;
   if (!rowGridOf(mark.sprms, grid) && !rowGridOf(mark.pieceSprms, grid)) return kind;
   if (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0) shapes_.push_back(grid);
@@ -114,6 +145,7 @@ void TableScan::CloseRow(uint32_t shape) {
   row.cellCount = cellsOfRow_;
   shapeOfRow_.push_back(shape);
   cellsOfRow_ = paragraphsOfCell_ = 0;
+  hadSingleParagraphs_ = hasSingleParagraphs_;
   rows_.emplace_back().start = end_;
 }
 
@@ -156,14 +188,12 @@ std::vector<ScannedCell> TableScan::CellsOfShape(const RowGrid& shape) const {
 }
 
 void TableScan::PlaceCells() {
-  std::vector<ScannedCell> ofShape;
-  uint32_t lastShape = kNoShape;
+  std::vector<std::vector<ScannedCell>> shapes(shapes_.size());
+  for (size_t i = 0; i < shapes.size(); ++i) shapes[i] = CellsOfShape(shapes_[i]);
+  const std::vector<ScannedCell> none;
   for (size_t i = 0; i < rows_.size(); ++i) {
     ScannedRow& row = rows_[i];
-    if (shapeOfRow_[i] != lastShape) {
-      lastShape = shapeOfRow_[i];
-      ofShape = lastShape != kNoShape ? CellsOfShape(shapes_[lastShape]) : std::vector<ScannedCell>();
-    }
+    const std::vector<ScannedCell>& ofShape = shapeOfRow_[i] != kNoShape ? shapes[shapeOfRow_[i]] : none;
     if (row.cellCount != ofShape.size() || row.cellCount != rows_[0].cellCount) isRegular_ = false;
     row.firstCell = static_cast<uint32_t>(cells_.size());
     const size_t known = std::min<size_t>(row.cellCount, ofShape.size());

@@ -17,9 +17,18 @@ struct ScannedCell {
   bool isMergedLeft = false;
 };
 
+/// Where a table stands that text flows around. Rows of different ones are different tables.
+struct TableFloat {
+  uint8_t anchors = 0;
+  int16_t left = 0, top = 0;
+
+  friend bool operator==(const TableFloat&, const TableFloat&) = default;
+};
+
 /// A kind of rows: those whose marks have equal lists.
 struct RowKind {
   std::vector<uint8_t> sprms;
+  TableFloat floats;
   uint32_t shape = UINT32_MAX;
   bool isHeader = false;
 };
@@ -52,7 +61,8 @@ class TableScan {
   TableProperties Properties(const RowDefinition& firstRow) const;
 
  private:
-  void EndRow(const FoundParagraph& mark);
+  bool EndRow(const FoundParagraph& mark);
+  void TakeRowBack();
   RowKind KindOf(const FoundParagraph& mark);
   uint32_t FindKind(const FoundParagraph& mark);
   void CloseRow(uint32_t shape);
@@ -77,11 +87,13 @@ class TableScan {
   uint16_t cellsOfRow_ = 0;
   uint16_t paragraphsOfCell_ = 0;
   size_t headerRows_ = 0;
+  TableFloat floats_;
   std::vector<RowKind> kinds_;
   RowKind unkept_;
   size_t kindBytes_ = 0;
   uint32_t lastKind_ = 0;
   bool hasSingleParagraphs_ = true;
+  bool hadSingleParagraphs_ = true;  ///< without the row at hand
   bool hasMerged_ = false;
   bool isRegular_ = true;
 };

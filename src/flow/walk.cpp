@@ -20,6 +20,15 @@ class NamesOfStyles final : public StyleNames {
   const StyleTable& styles_;
 };
 
+class NamesOfFonts final : public ToldFonts {
+ public:
+  explicit NamesOfFonts(const FontNames& fonts) : fonts_(fonts) {}
+  std::u16string_view NameOf(uint16_t ftc) const override { return fonts_.Name(ftc); }
+
+ private:
+  const FontNames& fonts_;
+};
+
 /// The parts of a document in the order in which they are told.
 class Walk {
  public:
@@ -52,12 +61,13 @@ class Walk {
 
 WrittenCounts Walk::Run() {
   WordFile& file = document_.file;
-  const NamesOfStyles names(document_.styles);
+  const NamesOfStyles styles(document_.styles);
+  const NamesOfFonts fonts(document_.fonts);
   const DocumentSettings& settings = document_.settings;
   sections_.Read(file);
   handler_.BeginDocument({file.Summary(), document_.resolver->ParagraphStyleRun(0).language,
-                          settings.defaultTabStop, settings.hasOddAndEvenHeaders, settings.pageCount,
-                          &names});
+                          settings.defaultTabStop, settings.hasOddAndEvenHeaders, settings.pageCount, &styles,
+                          &fonts});
   TellSections();
   TellNotes(NoteKind::kFootnote);
   TellNotes(NoteKind::kEndnote);

@@ -105,10 +105,9 @@ uint32_t PieceList::IndexOf(uint32_t position) const {
   return above == mended_.begin() ? Count() : static_cast<uint32_t>(above - mended_.begin() - 1);
 }
 
-const TextPiece& PieceList::Find(uint32_t position) {
+const TextPiece& PieceList::FindElsewhere(uint32_t position) {
   static constexpr TextPiece kNone{};
   const auto holds = [&] { return position >= piece_.start && position < piece_.end; };
-  if (holds()) return piece_;
   if (position >= end_ || Count() == 0) return kNone;
   if (position >= piece_.end && current_ + 1 < Count()) Load(current_ + 1);
   if (holds()) return piece_;

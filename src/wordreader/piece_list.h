@@ -32,7 +32,9 @@ class PieceList {
   /// The end of the last piece.
   uint32_t end() const { return end_; }
   /// The piece that holds `position`; an empty one behind the end. Cheap for positions that rise.
-  const TextPiece& Find(uint32_t position);
+  const TextPiece& Find(uint32_t position) {
+    return position >= piece_.start && position < piece_.end ? piece_ : FindElsewhere(position);
+  }
   /// The start of the first piece behind `position`, which lies in none; the end of all for none.
   uint32_t NextStart(uint32_t position) const;
   /// The property list that the modifier of a piece brings; empty for none. Valid as long as the file.
@@ -43,6 +45,7 @@ class PieceList {
   void MakeOnePiece(const WordFile& file);
   void Mend();
   void Load(uint32_t index);
+  const TextPiece& FindElsewhere(uint32_t position);
   uint32_t Count() const;
   uint32_t IndexOf(uint32_t position) const;
   ByteView SingleSprm(uint16_t prm);

@@ -18,29 +18,38 @@ void PropertyPages::Read(WordFile& file, Kind kind) {
   for (uint32_t i = 0; i < bins_.Count() && rises_; ++i) rises_ = bins_.Position(i) <= bins_.Position(i + 1);
 }
 
-PropertyPages::Entry PropertyPages::At(uint32_t offset) {
-  const bool isInPage = count_ > 0 && offset >= PageStart(0) && offset < PageStart(count_);
-  if (!isInPage && !LoadPageOf(offset)) return Missing(offset);
+void PropertyPages::Find(uint32_t offset) {
+  if (!IsInPage(offset) && !LoadPageOf(offset)) {
+    entry_ = Missing(offset);
+    return;
+  }
   current_ = EntryOf(offset);
-  const Entry entry{PageStart(current_), PageStart(current_ + 1), true, PropertiesOf(current_)};
-  return entry.start <= offset && offset < entry.end ? entry : Missing(offset);
+  entry_ = {PageStart(current_), PageStart(current_ + 1), true, PropertiesOf(current_)};
+  if (offset < entry_.start || offset >= entry_.end) entry_ = Missing(offset);
 }
 
-/// To where the pages tell of something again, as far as that is known.
+/// To where the pages may tell of something again.
 PropertyPages::Entry PropertyPages::Missing(uint32_t offset) {
+  constexpr uint32_t kStretch = 512;
   missed_ = true;
-  Entry entry{offset, UINT32_MAX, false, {}};
-  if (count_ > 0 && PageStart(0) > offset) entry.end = PageStart(0);
+  Entry entry{offset, offset < UINT32_MAX - kStretch ? offset + kStretch : UINT32_MAX, false, {}};
+  const uint32_t next = rises_ ? bins_.Position(bins_.UpperBound(offset)) : 0;
+  if (next > offset) entry.end = next;
+  if (count_ > 0 && PageStart(0) > offset) entry.end = std::min(entry.end, PageStart(0));
   return entry;
 }
 
 bool PropertyPages::LoadPageOf(uint32_t offset) {
-  const auto holds = [&] { return count_ > 0 && offset >= PageStart(0) && offset < PageStart(count_); };
-  if (pageNumber_ != UINT32_MAX && pageNumber_ + 1 < bins_.Count() && LoadPage(pageNumber_ + 1) && holds())
-    return true;
-  // Where the places do not rise, nothing can be found but what comes next.
-  const uint32_t index = rises_ ? bins_.Find(offset) : bins_.Count();
-  return index < bins_.Count() && LoadPage(index) && holds();
+  // The one that is looked for is mostly among the next few.
+  constexpr uint32_t kNear = 4;
+  uint32_t index = pageNumber_;
+  const uint32_t last = pageNumber_ < bins_.Count() ? std::min(pageNumber_ + kNear, bins_.Count()) : 0;
+  while (index < last && offset >= bins_.Position(index + 1)) ++index;
+  if (index >= last || offset < bins_.Position(index)) {
+    // Where the places do not rise, nothing can be found but what is near.
+    index = rises_ ? bins_.Find(offset) : bins_.Count();
+  }
+  return index < bins_.Count() && LoadPage(index) && IsInPage(offset);
 }
 
 /// False, and no page, for one that lies outside.
@@ -51,7 +60,7 @@ bool PropertyPages::LoadPage(uint32_t index) {
   page_ = offset < reader_.size() ? reader_.At(static_cast<uint32_t>(offset), kPageBytes) : ByteView();
   const uint32_t entryBytes = kind_ == Kind::kRuns ? 1 : 13;
   const uint32_t most = (kPageBytes - 1 - 4) / (4 + entryBytes);
-  count_ = std::min<uint32_t>(page_.u8(kPageBytes - 1), most);
+  count_ = page_.size() == kPageBytes ? std::min<uint32_t>(page_.u8(kPageBytes - 1), most) : 0;
   return count_ > 0;
 }
 

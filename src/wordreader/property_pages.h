@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "base/byte_view.h"
 #include "wordreader/position_table.h"
@@ -24,18 +25,30 @@ class PropertyPages {
   };
 
   void Read(WordFile& file, Kind kind);
-  /// What holds at `offset`. Cheap for offsets that rise.
-  Entry At(uint32_t offset);
+  /// What holds at `offset`, until the next call. Cheap for offsets that rise.
+  const Entry& At(uint32_t offset) {
+    if (offset < entry_.start || offset >= entry_.end) Find(offset);
+    return entry_;
+  }
   /// Whether text lay where no page tells of it.
   bool missed() const { return missed_; }
 
  private:
+  void Find(uint32_t offset);
+  bool IsInPage(uint32_t offset) const {
+    return count_ > 0 && offset >= PageStart(0) && offset < PageStart(count_);
+  }
   bool LoadPageOf(uint32_t offset);
   bool LoadPage(uint32_t index);
   uint32_t EntryOf(uint32_t offset) const;
   ByteView PropertiesOf(uint32_t entry) const;
   Entry Missing(uint32_t offset);
-  uint32_t PageStart(uint32_t i) const { return page_.u32(size_t{i} * 4); }
+  /// Where entry `i` begins, up to the count of entries, which keeps this in the page.
+  uint32_t PageStart(uint32_t i) const {
+    uint32_t start;
+    std::memcpy(&start, page_.data() + size_t{i} * 4, sizeof(start));
+    return start;
+  }
 
   Kind kind_ = Kind::kRuns;
   StreamReader reader_;
@@ -45,6 +58,7 @@ class PropertyPages {
   ByteView page_;
   uint32_t count_ = 0;    ///< entries of the page
   uint32_t current_ = 0;  ///< the entry found last
+  Entry entry_;           ///< that was found last
   bool missed_ = false;
 };
 

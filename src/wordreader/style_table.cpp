@@ -94,7 +94,7 @@ StyleChain StyleTable::Chain(uint16_t istd) const {
 /// A base must be there and of the same kind, and the chain of bases must end.
 void StyleTable::CutBases() {
   for (Style& style : styles_) {
-    if (at(style.base).kind != style.kind) style.base = kNoStyle;
+    if (style.base >= styles_.size() || at(style.base).kind != style.kind) style.base = kNoStyle;
   }
   enum : uint8_t { kUnknown, kOnTheWay, kEnds };
   std::vector<uint8_t> states(styles_.size(), kUnknown);

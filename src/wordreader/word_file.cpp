@@ -52,6 +52,7 @@ void WordFile::Close() {
   storyStarts_ = {};
   summary_.reset();
   tablesRead_.clear();
+  wentBeyondClaim_ = false;
   allocator_.Clear();
 }
 
@@ -112,6 +113,7 @@ ByteView WordFile::ReadTable(mso_word::FIBFCLCB index) {
     warn(warnings_, WarningCode::kTableDamaged, nameOfTable(index));
   if (there > tableBytesLeft_) return {};
   tableBytesLeft_ -= there;
+  wentBeyondClaim_ |= uint64_t{place.fc} + there > tables_.claimed();
   return tables_.Keep(place.fc, there);
 }
 

@@ -59,7 +59,7 @@ class WordFile {
   const DocumentSummary& Summary();
 
   /// Whether tables lie behind what the entry of their stream claims.
-  bool wentBeyondClaim() const { return tables_.wentBeyondClaim(); }
+  bool wentBeyondClaim() const { return wentBeyondClaim_; }
 
   ChainAllocator& allocator() { return allocator_; }
   Warnings* warnings() const { return warnings_; }
@@ -87,6 +87,7 @@ class WordFile {
   uint32_t textStart_ = 0, textEnd_ = 0;
   uint64_t tableBytesLeft_ = 0;  ///< that may still be copied
   std::vector<std::pair<mso_word::FIBFCLCB, ByteView>> tablesRead_;
+  bool wentBeyondClaim_ = false;
   std::optional<DocumentSummary> summary_;
 };
 

@@ -240,18 +240,26 @@ TEST(ResolvedRun, TakesTheCharacterStyleOfItsPiece) {
   EXPECT_EQ(resolved.run(0, {}, {support::characterStyle(1)}).underline, 3);
 }
 
-TEST(ResolvedRun, IsNotBoldIfParagraphAndCharactersAre) {
-  for (const int on : {1, 0x81}) {
-    Resolved resolved({Style(), Style().chpx({support::bold(on)}), characterStyle({support::bold(on)}),
-                       characterStyle({support::italic()}).basedOn(2)});
-    EXPECT_TRUE(resolved.run(0, {support::characterStyle(2)}).bold) << on;
-    EXPECT_TRUE(resolved.run(1).bold) << on;
-    EXPECT_FALSE(resolved.run(1, {support::characterStyle(2)}).bold) << on;
-    EXPECT_FALSE(resolved.run(1, {support::characterStyle(3)}).bold) << on;
-    EXPECT_TRUE(resolved.run(1, {support::characterStyle(3)}).italic) << on;
-    EXPECT_TRUE(resolved.run(1, {support::characterStyle(2), support::bold()}).bold) << on;
-    EXPECT_TRUE(resolved.run(1, {support::characterStyle(2), support::bold(0x81)}).bold) << on;
-  }
+TEST(ResolvedRun, IsNotBoldIfItsParagraphAndItsCharacterStyleAre) {
+  Resolved resolved({Style(), Style().chpx({support::bold()}), characterStyle({support::bold(0x81)}),
+                     characterStyle({support::italic()}).basedOn(2),
+                     characterStyle({support::bold(0x81)}).basedOn(2)});
+  EXPECT_TRUE(resolved.run(0, {support::characterStyle(2)}).bold);
+  EXPECT_TRUE(resolved.run(1).bold);
+  EXPECT_FALSE(resolved.run(1, {support::characterStyle(2)}).bold);
+  EXPECT_FALSE(resolved.run(1, {support::characterStyle(3)}).bold);
+  EXPECT_TRUE(resolved.run(1, {support::characterStyle(3)}).italic);
+  EXPECT_FALSE(resolved.run(1, {support::characterStyle(4)}).bold) << "its base says so, too";
+  EXPECT_TRUE(resolved.run(1, {support::characterStyle(2), support::bold()}).bold);
+  EXPECT_TRUE(resolved.run(1, {support::characterStyle(2), support::bold(0x81)}).bold);
+  EXPECT_FALSE(resolved.run(1, {support::characterStyle(2), support::bold(0x80)}).bold);
+}
+
+TEST(ResolvedRun, IsBoldOrNotIfItsCharacterStyleSaysSoOutright) {
+  Resolved resolved({Style().chpx({support::bold()}), characterStyle({support::bold(1)}),
+                     characterStyle({support::bold(0)})});
+  EXPECT_TRUE(resolved.run(0, {support::characterStyle(1)}).bold);
+  EXPECT_FALSE(resolved.run(0, {support::characterStyle(2)}).bold);
 }
 
 TEST(ResolvedRun, HasNoCharacterStyleOfAnotherKind) {
@@ -269,9 +277,11 @@ TEST(ResolvedRun, TakesTheTableStyleAndItsConditions) {
   EXPECT_FALSE(resolved.run(0, {support::bold(0)}, {}, {1, kFirstRow}).bold);
 }
 
-TEST(ResolvedRun, IsNotBoldIfTableAndParagraphAre) {
-  Resolved resolved({Style().chpx({support::bold()}), tableStyle({}, {support::bold()})});
+TEST(ResolvedRun, JudgesTheTogglesOfItsStyleByTheTable) {
+  Resolved resolved({Style().chpx({support::bold(0x81)}), tableStyle({}, {support::bold()}),
+                     Style().chpx({support::bold()})});
   EXPECT_FALSE(resolved.run(0, {}, {}, {1, 0}).bold);
+  EXPECT_TRUE(resolved.run(2, {}, {}, {1, 0}).bold);
 }
 
 TEST(ResolvedRun, LeavesItsSizeToTheTableStyleIfItsOwnSaysTheDefault) {

@@ -114,6 +114,7 @@ TEST(RunSprms, TakeTheStylesToggleOrItsOpposite) {
   EXPECT_TRUE(applied({sprm(0x0835, 1)}, style).bold);
   EXPECT_TRUE(applied({sprm(0x0836, 129)}, style).italic);
   EXPECT_FALSE(applied({sprm(0x0836, 128)}, style).italic);
+  EXPECT_TRUE(applied({sprm(0x085A, 129)}).isRightToLeft);
 }
 
 TEST(RunSprms, JudgeTogglesByTheStyleAndNotByWhatStandsBefore) {
@@ -136,24 +137,6 @@ TEST(RunSprms, CountMissingBytesAsZero) {
   EXPECT_EQ(applied(cut).colour, (Colour{0x010000, false}));
   EXPECT_EQ(applied(Bytes{0x35, 0x08}).bold, false);
   EXPECT_EQ(applied(Bytes{0x35}), RunProperties());
-}
-
-TEST(CharacterStyles, TurnTheTogglesOfTheirParagraph) {
-  RunProperties paragraph;
-  paragraph.bold = true;
-  paragraph.smallCaps = true;
-  paragraph.isRightToLeft = true;
-  RunProperties run = paragraph;
-  clearToggles(run);
-  EXPECT_FALSE(run.bold);
-  EXPECT_TRUE(run.isRightToLeft);
-  run.bold = true;
-  run.italic = true;
-  turnToggles(run, paragraph);
-  EXPECT_FALSE(run.bold) << "bold on bold";
-  EXPECT_TRUE(run.italic);
-  EXPECT_TRUE(run.smallCaps);
-  EXPECT_TRUE(run.isRightToLeft);
 }
 
 TEST(CharacterStyleOfARun, IsTheLastOneNamed) {

@@ -240,6 +240,24 @@ table
 
 // --- What definition and text contradict each other in: no text is lost. ---
 
+TEST(WalkTables, RowsThatFloatElsewhereAreATableOfTheirOwn) {
+  constexpr uint16_t kFloatLeft = 0x940E;
+  WordDocument doc;
+  doc.row({"a"}, rowOf({0, 1000}));
+  doc.row({"b"}, rowOf({0, 1000}).add(sprm(kFloatLeft, 500)));
+  doc.row({"c"}, rowOf({0, 1000}).add(sprm(kFloatLeft, 500)));
+  doc.row({"d"}, rowOf({0, 1000}).add(sprm(kFloatLeft, 700)));
+  doc.paragraph("end");
+  const std::string text = transcriptOf(doc);
+  const auto count = [&text](const std::string& word) {
+    size_t found = 0;
+    for (size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) ++found;
+    return found;
+  };
+  EXPECT_EQ(count("table"), 3u) << text;
+  EXPECT_EQ(count("row"), 4u) << text;
+}
+
 TEST(WalkTables, MoreCellsThanDefinedAreAllTold) {
   WordDocument doc;
   doc.row({"a", "b", "c"}, rowOf({0, 1000}));
@@ -273,6 +291,14 @@ TEST(WalkTables, AnEndWithoutCellsIsNoTrouble) {
   doc.paragraph("b");
   const std::u16string characters = Walked(doc).characters();
   EXPECT_LT(characters.find(u'a'), characters.find(u'b'));
+}
+
+TEST(WalkTables, TextInFrontOfAnEndIsACell) {
+  WordDocument doc;
+  doc.rowEnd(rowOf({0, 1000})).run("a");
+  doc.paragraph("b").inTable();
+  doc.rowEnd(rowOf({0, 1000})).run("c");
+  EXPECT_EQ(Walked(doc).characters(), u"a\nb\nc\n");
 }
 
 TEST(WalkTables, EdgesThatGoBackwardsLoseNoCell) {

@@ -163,6 +163,29 @@ TEST(WalkText, HiddenTextIsLeftOut) {
   EXPECT_EQ(charactersOf(doc), u"ab\n");
 }
 
+TEST(WalkText, AHiddenMarkJoinsParagraphsAndTheFirstSaysWhatTheyAreLike) {
+  WordDocument doc;
+  doc.style(1, Style().name("heading 1").sti(1).chpx({bold()}));
+  doc.paragraph().istd(1).run("Head. ").mark({sprm(kVanish, 1)});
+  doc.paragraph("Text.");
+  EXPECT_EQ(transcriptOf(doc, kWithFormats | kWithStyles), R"(
+paragraph style="heading 1" heading=1
+  text "Head. " bold
+  text "Text."
+)");
+}
+
+TEST(WalkText, AHiddenParagraphSaysNothingOfTheNext) {
+  WordDocument doc;
+  doc.style(15, Style().name("Secret").chpx({sprm(kVanish, 1)}));
+  doc.paragraph("hidden").istd(15);
+  doc.paragraph("shown");
+  EXPECT_EQ(transcriptOf(doc, kWithFormats | kWithStyles), R"(
+paragraph
+  text "shown"
+)");
+}
+
 TEST(WalkText, HiddenTextIsToldWhenItIsWanted) {
   WordDocument doc;
   doc.paragraph("a").run("hidden", {sprm(kVanish, 1)});

@@ -19,6 +19,16 @@ std::string inParagraph(const std::function<void(FlowScript&)>& inside) {
 
 }  // namespace
 
+TEST(MarkdownText, SeesWhereOtherPropertiesTookThePlaceOfTheLast) {
+  RunProperties place;
+  EXPECT_EQ(markdownOf([&](FlowScript& s) {
+              s.Paragraph([&] { s.to.Text(u"plain", place); });
+              place.bold = true;
+              s.Paragraph([&] { s.to.Text(u"bold", place); });
+            }),
+            "plain\n\n**bold**\n");
+}
+
 TEST(MarkdownText, KeepsParagraphsApartAndLeavesEmptyOnesOut) {
   EXPECT_EQ(markdownOf([](FlowScript& s) {
               s.Paragraph(u"one");

@@ -7,6 +7,7 @@
 set -euo pipefail
 build=$1 cc=$2 cxx=$3 flags=$4
 programs=$(cd "$(dirname "$0")/consumer" && pwd)
+examples=$(cd "$(dirname "$0")/../../examples" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp "$5" "$work/sample.doc"
@@ -81,8 +82,17 @@ looks_right phone
 "$cxx" -std=c++11 -Wall -Wextra -Wpedantic -Werror "$programs/use.cpp" -o "$work/use_cpp" $flags $(pkg-config --cflags --libs pagerex)
 # shellcheck disable=SC2046,SC2086
 "$cc" -std=c99 -Wall -Wextra -Wpedantic -Werror "$programs/memory.c" -o "$work/memory_c" $flags $(pkg-config --cflags --libs pagerex)
+# shellcheck disable=SC2046,SC2086
+"$cc" -std=c99 -Wall -Wextra -Wpedantic -Wshadow -Werror "$examples/word_count/word_count.c" -o "$work/word_count" $flags $(pkg-config --cflags --libs pagerex)
+# The header by itself, in both languages.
+for language in 'c -std=c99' 'c++ -std=c++11'; do
+  # shellcheck disable=SC2046,SC2086
+  echo '#include <pagerex/walk.h>' | "$cc" -x $language -Wall -Wextra -Wpedantic -Werror -fsyntax-only $(pkg-config --cflags pagerex) -
+done
 use pkg-config "$work/use_c" "$work/use_cpp"
 in_memory pkg-config "$work/memory_c"
+counted=$(LD_LIBRARY_PATH=$libdir "$work/word_count" "$work/sample.doc") || fail "word_count: exit code $?"
+grep -qE '^[1-9][0-9]+ words, [1-9][0-9]* headings, ' <<<"$counted" || fail "word_count: $counted"
 echo "pkg-config: $(pkg-config --modversion pagerex)"
 
 # Through CMake.

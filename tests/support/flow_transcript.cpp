@@ -156,7 +156,29 @@ void FlowTranscript::Line(const std::string& line) {
   lines_ += '\n';
 }
 
+bool FlowTranscript::IsInParagraph() const {
+  return !open_.empty() &&
+         (open_.back() == Open::kParagraph || open_.back() == Open::kLink || open_.back() == Open::kRevision);
+}
+
+bool FlowTranscript::MayBegin(Open what) const {
+  switch (what) {
+    case Open::kRow:
+      return !open_.empty() && open_.back() == Open::kTable;
+    case Open::kCell:
+      return !open_.empty() && open_.back() == Open::kRow;
+    case Open::kLink:
+    case Open::kRevision:
+      return IsInParagraph();
+    default:
+      return !IsInParagraph() &&
+             (open_.empty() || (open_.back() != Open::kTable && open_.back() != Open::kRow));
+  }
+}
+
 void FlowTranscript::Begin(Open what, const std::string& line) {
+  FlushText();
+  isWrong_ |= !MayBegin(what);
   Line(line);
   open_.push_back(what);
 }
@@ -164,7 +186,7 @@ void FlowTranscript::Begin(Open what, const std::string& line) {
 void FlowTranscript::End(Open what) {
   FlushText();
   if (open_.empty() || open_.back() != what) {
-    hasWrongEnd_ = true;
+    isWrong_ = true;
     Line("WRONG END");
     return;
   }
@@ -179,6 +201,7 @@ void FlowTranscript::FlushText() {
 }
 
 void FlowTranscript::Text(std::u16string_view text, const RunProperties& properties) {
+  isWrong_ |= !IsInParagraph() || text.empty();
   const std::string look = tells(kWithFormats) ? lookOf(properties) : "";
   if (look != pendingLook_) FlushText();
   pendingLook_ = look;
@@ -201,7 +224,7 @@ void FlowTranscript::BeginDocument(const DocumentFacts& facts) {
 
 void FlowTranscript::EndDocument() {
   FlushText();
-  hasWrongEnd_ |= hasEnded_ || !open_.empty();
+  isWrong_ |= hasEnded_ || !open_.empty();
   hasEnded_ = true;
 }
 
@@ -261,6 +284,7 @@ void FlowTranscript::EndParagraph() {
 }
 
 void FlowTranscript::MarkHere(Mark mark, const RunProperties&) {
+  isWrong_ |= !IsInParagraph();
   Line(kMarkNames[static_cast<int>(mark)]);
   characters_ += kMarkCharacters[static_cast<int>(mark)];
 }
@@ -277,14 +301,17 @@ void FlowTranscript::EndLink() {
 }
 
 void FlowTranscript::BookmarkStart(std::u16string_view name) {
+  isWrong_ |= !IsInParagraph();
   if (tells(kWithBookmarks)) Line("bookmarkStart " + utf8(name));
 }
 
 void FlowTranscript::BookmarkEnd(std::u16string_view name) {
+  isWrong_ |= !IsInParagraph();
   if (tells(kWithBookmarks)) Line("bookmarkEnd " + utf8(name));
 }
 
 void FlowTranscript::NoteReference(const NoteFacts& facts, const RunProperties&) {
+  isWrong_ |= !IsInParagraph();
   Line(noteWords("reference", facts).str());
 }
 
@@ -293,10 +320,12 @@ void FlowTranscript::NoteMark(const NoteFacts& facts, const RunProperties&) {
 }
 
 void FlowTranscript::CommentStart(uint32_t index) {
+  isWrong_ |= !IsInParagraph();
   Line("commentStart " + std::to_string(index));
 }
 
 void FlowTranscript::CommentEnd(uint32_t index) {
+  isWrong_ |= !IsInParagraph();
   Line("commentEnd " + std::to_string(index));
 }
 

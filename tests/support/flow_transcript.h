@@ -33,8 +33,8 @@ class FlowTranscript : public pagerex::FlowHandler {
   const std::string& text();
   /// The characters alone, with "\n" behind each paragraph, and marks as characters.
   const std::u16string& characters() const { return characters_; }
-  /// Whether each thing that began has ended, in its order.
-  bool isBalanced() const { return hasEnded_ && open_.empty() && !hasWrongEnd_; }
+  /// Whether each thing that began has ended, in its order, and stood where it may stand.
+  bool isBalanced() const { return hasEnded_ && open_.empty() && !isWrong_; }
 
   void BeginDocument(const pagerex::DocumentFacts&) override;
   void EndDocument() override;
@@ -92,12 +92,14 @@ class FlowTranscript : public pagerex::FlowHandler {
   void Begin(Open what, const std::string& line);
   void End(Open what);
   void FlushText();
+  bool IsInParagraph() const;
+  bool MayBegin(Open what) const;
 
   const unsigned parts_;
   std::string lines_;
   std::u16string characters_;
   std::vector<Open> open_;
-  bool hasWrongEnd_ = false, hasEnded_ = false;
+  bool isWrong_ = false, hasEnded_ = false;
   std::u16string pendingText_;
   std::string pendingLook_;
 };

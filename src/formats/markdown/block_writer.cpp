@@ -38,7 +38,12 @@ size_t BlockWriter::BeginInItem(uint8_t level) {
   Level before{};
   while (!levels_.empty() && levels_.back().last.level >= level) Pop(before);
   const size_t indent = Indent();
-  StartLine(indent, before.marker != 0 || !isBehindEmptyItem_);
+  // An empty item needs something that keeps the paragraph from being its text.
+  if (before.marker == 0 && isBehindEmptyItem_) {
+    StartLine(indent, false);
+    out_.Put("<!-- -->\n");
+  }
+  StartLine(indent, true);
   return indent;
 }
 

@@ -202,14 +202,14 @@ void appendUtf8(std::string& out, std::u16string_view text) {
 
 void appendEscaped(std::string& out, std::u16string_view text, const TextPlace& place) {
   const Line line(text, place);
-  const size_t blockEscape = place.isLineStart ? line.BlockEscape() : std::u16string_view::npos;
+  size_t firstEscape = place.isLineStart ? line.BlockEscape() : std::u16string_view::npos;
+  if (place.isBehindReference && (text[0] == '(' || text[0] == ':')) firstEscape = 0;
   size_t done = 0;
-  if (place.isBehindReference && (text[0] == '(' || text[0] == ':')) out += '\\';
-  if (blockEscape != std::u16string_view::npos) {
-    appendUtf8(out, text.substr(0, blockEscape));
+  if (firstEscape != std::u16string_view::npos) {
+    appendUtf8(out, text.substr(0, firstEscape));
     out += '\\';
-    out += static_cast<char>(text[blockEscape]);
-    done = blockEscape + 1;
+    out += static_cast<char>(text[firstEscape]);
+    done = firstEscape + 1;
   }
   for (size_t i = done; i < text.size(); ++i) {
     if (!isSpecial(text[i])) continue;
@@ -277,10 +277,15 @@ void appendDestination(std::string& out, std::string_view address) {
   }
 }
 
+/// A backslash is spelled as a number: some readers take one in front of the last quote for its escape.
 void appendTitle(std::string& out, std::u16string_view title, bool isInCell) {
   std::u16string escaped;
   for (const char16_t unit : title) {
-    if (unit == '"' || unit == '\\' || unit == '&' || (unit == '|' && isInCell)) escaped += u'\\';
+    if (unit == '\\') {
+      escaped += u"&#92;";
+      continue;
+    }
+    if (unit == '"' || unit == '&' || (unit == '|' && isInCell)) escaped += u'\\';
     escaped += unit;
   }
   appendUtf8(out, escaped);

@@ -159,6 +159,7 @@ void InlineText::Join() {
       last->end = piece.end;
     } else {
       ordered_.push_back(piece);
+      if (isKept) ordered_.back().look &= static_cast<uint16_t>(~kCodeLook);
     }
   }
   pieces_.swap(ordered_);

@@ -11,7 +11,7 @@ struct InlineWriter::Look {
   std::string_view open, close;
 };
 
-const InlineWriter::Look InlineWriter::kLooks[] = {
+constexpr InlineWriter::Look InlineWriter::kLooks[] = {
     {kInsertedLook, {}, "<ins>", "</ins>"},    {kDeletedLook, {}, "<del>", "</del>"},
     {kStrikeLook, "~~", "<del>", "</del>"},    {kBoldLook, "**", "<strong>", "</strong>"},
     {kItalicLook, "*", "<em>", "</em>"},       {kUnderlineLook, {}, "<u>", "</u>"},
@@ -19,6 +19,8 @@ const InlineWriter::Look InlineWriter::kLooks[] = {
 };
 
 namespace {
+
+constexpr size_t kNowhere = static_cast<size_t>(-1);
 
 using Piece = InlineText::Piece;
 
@@ -109,12 +111,14 @@ size_t InlineWriter::EndOfLink(size_t begin, size_t end) const {
   return i;
 }
 
-/// What a reader sees at the beginning of a piece: its text, or what is written in front.
+/// What a reader sees at the beginning of a piece: its text, or what is written in front. GitHub looks
+/// through "~".
 Flank InlineWriter::FlankAt(size_t index, size_t end, uint16_t looks, uint32_t link, Flank behind) const {
   if (index >= end) return behind;
   const Piece& piece = text_.pieces()[index];
   if (piece.kind == Piece::kBreak) return Flank::kSpace;
-  if (piece.kind != Piece::kText || piece.link != link || (piece.look & (looks | kCodeLook))) {
+  const unsigned open = piece.look & (looks | kCodeLook);
+  if (piece.kind != Piece::kText || piece.link != link || (open != 0 && open != kStrikeLook)) {
     return Flank::kPunctuation;
   }
   return firstFlank(text_.TextOf(piece));
@@ -130,21 +134,33 @@ void InlineWriter::WriteLook(const Look& look, size_t begin, size_t end, uint16_
   const bool meets =
       delimiterEnd_ == start && start > begin_ && !look.delimiter.empty() && out_.back() == look.delimiter[0];
   const Flank first = FlankAt(begin, end, looks, link, behind);
+  const bool hasStrikeFirst = (text_.pieces()[begin].look & looks & kStrikeLook) != 0;
+  const bool isStar = !look.delimiter.empty() && look.delimiter[0] == '*';
+  const size_t outerStar = starBegin_;
+  if (isStar) starBegin_ = start;
   ++depth_;
   WriteRange(begin, end, looks, link, behind);
   --depth_;
+  starBegin_ = outerStar;
   bool isDelimited =
       !IsHtml() && !look.delimiter.empty() && !meets && (look.bit != kStrikeLook || form_.hasStrikes);
   if (isDelimited) {
     const char mark = look.delimiter[0];
     const bool sharesBegin = out_[start] == mark;
     const bool sharesEnd = delimiterEnd_ == out_.size() && out_.back() == mark;
-    isDelimited = (sharesBegin || flanks(before, first)) && (sharesEnd || flanks(behind, last_));
+    isDelimited = (sharesBegin || flanks(before, hasStrikeFirst ? Flank::kPunctuation : first)) &&
+                  (sharesEnd || flanks(behind, last_));
+    // Within emphasis it could end that.
+    const bool isWithin = isStar && outerStar != kNowhere && outerStar != start;
+    if (isWithin && flanks(first, before)) isDelimited = false;
   }
   out_.insert(start, isDelimited ? look.delimiter : look.open);
   out_ += isDelimited ? look.delimiter : look.close;
   if (isDelimited) delimiterEnd_ = out_.size();
-  last_ = Flank::kPunctuation;
+  // GitHub looks through "~", others do not.
+  const bool isSeenThrough = isDelimited && look.bit == kStrikeLook;
+  if (!isSeenThrough) last_ = Flank::kPunctuation;
+  if (last_ == Flank::kWord) last_ = Flank::kUnclear;
 }
 
 void InlineWriter::WriteLink(size_t begin, size_t end, uint16_t looks) {
@@ -197,7 +213,11 @@ void InlineWriter::WritePiece(size_t index) {
   }
   if (piece.kind == Piece::kText) {
     if (piece.look & kCodeLook) return WriteCode(text_.TextOf(piece));
-    return WriteText(text_.TextOf(piece), depth_ == 0 && index + 1 == text_.pieces().size());
+    std::u16string_view text = text_.TextOf(piece);
+    const bool isLast = index + 1 == text_.pieces().size();
+    const bool isBeforeBreak = !isLast && text_.pieces()[index + 1].kind == Piece::kBreak;
+    while (isBeforeBreak && !text.empty() && isAsciiBlank(text.back())) text.remove_suffix(1);
+    return WriteText(text, isLast && depth_ == 0);
   }
   BeginSpan();
   out_ += text_.MarkupOf(piece);

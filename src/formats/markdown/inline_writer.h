@@ -47,11 +47,12 @@ class InlineWriter {
   const InlineText& text_;
   const InlineForm& form_;
   std::string& out_;
-  const size_t begin_;          ///< of what is written
-  Flank last_ = Flank::kSpace;  ///< of the last character that was written
-  size_t delimiterEnd_ = 0;     ///< behind the last "*" or "~" that closes
-  uint32_t depth_ = 0;          ///< spans around the piece that is written
-  uint32_t breaks_ = 0;         ///< that are owed
+  const size_t begin_;                          ///< of what is written
+  Flank last_ = Flank::kSpace;                  ///< of the last character that was written
+  size_t delimiterEnd_ = 0;                     ///< behind the last "*" or "~" that closes
+  size_t starBegin_ = static_cast<size_t>(-1);  ///< of the innermost emphasis by "*" around that
+  uint32_t depth_ = 0;                          ///< spans around the piece that is written
+  uint32_t breaks_ = 0;                         ///< that are owed
   bool isInLink_ = false;
   bool isAtLineStart_;
   bool isFirstLine_ = true;

@@ -45,6 +45,12 @@ bool beginsPage(const SectionProperties& section) {
          section.start == Start::kOddPage;
 }
 
+/// At the end of a heading, behind a blank, they would be part of the markup.
+void keepLastNumberSigns(std::string& heading) {
+  const size_t behind = heading.find_last_not_of('#') + 1;
+  if (behind < heading.size() && (behind == 0 || heading[behind - 1] == ' ')) heading.insert(behind, 1, '\\');
+}
+
 std::string utf8Of(std::u16string_view text) {
   std::string bytes;
   appendUtf8(bytes, text);
@@ -79,6 +85,7 @@ void MarkdownWriter::BeginSection(const SectionFacts& facts) {
 void MarkdownWriter::BeginParagraph(const ParagraphFacts& facts) {
   if (muted_) return;
   inline_.Clear();
+  lastProperties_ = nullptr;  // others may have taken their place
   openLinks_ = 0;
   shape_ = place_ == Place::kBody ? ShapeOf(facts) : Shape::kPlain;
   if (place_ == Place::kPipeTable) {
@@ -166,9 +173,7 @@ void MarkdownWriter::Spell(const InlineForm& form, uint16_t ignoredLooks) {
   spelled_.swap(anchors_);
   inline_.Arrange(ignoredLooks);
   InlineWriter(inline_, whole, spelled_).Write();
-  // At the end of a heading it would be part of the markup.
-  if (form.kind == InlineForm::kHeading && spelled_.ends_with('#'))
-    spelled_.insert(spelled_.size() - 1, 1, '\\');
+  if (form.kind == InlineForm::kHeading) keepLastNumberSigns(spelled_);
 }
 
 void MarkdownWriter::WriteInCell() {
