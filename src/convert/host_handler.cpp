@@ -78,8 +78,22 @@ void HostHandler::BeginParagraph(const ParagraphFacts& facts) {
   told.label_run = facts.labelProperties ? labelRun_.Of(*facts.labelProperties, names_) : nullptr;
   told.mark_run = markRun_.Of(facts.markProperties, names_);
   paragraph_.Fill(facts.properties, told);
-  texts_.Fill({{facts.styleName, &told.style}, {facts.label, &told.label}});
+  pagerex_picture bullet = {};
+  pagerex_picture_source source{};
+  if (facts.labelPicture) {
+    bullet = Shape(*facts.labelPicture);
+    source.source = facts.labelPicture->source;
+    if (source.source) bullet.source = &source;
+    told.label_picture = &bullet;
+  }
+  // One block holds all texts of the call.
+  texts_.Fill({{facts.styleName, &told.style},
+               {facts.label, &told.label},
+               {facts.labelPicture ? facts.labelPicture->description : u"", &bullet.description},
+               {facts.labelPicture ? facts.labelPicture->name : u"", &bullet.name},
+               {facts.labelPicture ? facts.labelPicture->linkedAddress : u"", &bullet.linked_address}});
   Call(host_.begin_paragraph, &told);
+  if (source.hasNoMemory) throw std::bad_alloc();
 }
 
 /// Long texts go in parts, so that the room for them stays small.
