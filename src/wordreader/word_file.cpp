@@ -51,6 +51,8 @@ void WordFile::Close() {
   pairs_ = {};
   storyStarts_ = {};
   summary_.reset();
+  tablesRead_.clear();
+  wentBeyondClaim_ = false;
   allocator_.Clear();
 }
 
@@ -97,6 +99,13 @@ mso_word::FCLCB WordFile::Place(mso_word::FIBFCLCB index) const {
 }
 
 ByteView WordFile::Table(mso_word::FIBFCLCB index) {
+  for (const auto& [known, bytes] : tablesRead_) {
+    if (known == index) return bytes;
+  }
+  return tablesRead_.emplace_back(index, ReadTable(index)).second;
+}
+
+ByteView WordFile::ReadTable(mso_word::FIBFCLCB index) {
   const mso_word::FCLCB place = Place(index);
   if (place.lcb == 0) return {};
   const uint32_t there = place.fc < tables_.size() ? std::min(place.lcb, tables_.size() - place.fc) : 0;

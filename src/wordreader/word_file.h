@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "base/byte_view.h"
 #include "base/chain_allocator.h"
@@ -33,7 +35,8 @@ class WordFile {
   Status Open(IStorage* storage, MemoryBudget* budget, Warnings* warnings);
   void Close();
 
-  /// The table with this FIB index, cut to what is there; empty for none. Valid until the file is closed.
+  /// The table with this FIB index, cut to what is there; empty for none. Valid until the file is closed, and
+  /// read but once.
   ByteView Table(mso_word::FIBFCLCB index);
   /// What follows that table in the stream, `most` bytes at most.
   ByteView BehindTable(mso_word::FIBFCLCB index, uint32_t most);
@@ -68,6 +71,7 @@ class WordFile {
   IStream* OpenStream(const wchar_t* name);
   IStream* DataStream();
   void ReadFib(ByteView fib);
+  ByteView ReadTable(mso_word::FIBFCLCB index);
   mso_word::FCLCB Place(mso_word::FIBFCLCB index) const;
   void Attach(IStream* stream, StreamReader& reader, uint32_t window);
 
@@ -82,6 +86,7 @@ class WordFile {
   StoryStarts storyStarts_{};
   uint32_t textStart_ = 0, textEnd_ = 0;
   uint64_t tableBytesLeft_ = 0;  ///< that may still be copied
+  std::vector<std::pair<mso_word::FIBFCLCB, ByteView>> tablesRead_;
   bool wentBeyondClaim_ = false;
   std::optional<DocumentSummary> summary_;
 };

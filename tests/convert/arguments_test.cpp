@@ -70,6 +70,7 @@ TEST_F(Arguments, LeaveNoDocumentWhereTheyAreRefused) {
 }
 
 TEST_F(Arguments, RefuseStructuresThatAreTooShort) {
+  options.size = offsetof(pagerex_options, revisions);  // of the first version
   for (size_t* const size : {&input.size, &limits.size, &options.size, &output.size}) {
     const size_t right = *size;
     for (const size_t wrong : {size_t{0}, size_t{1}, sizeof(size_t), right - 1}) {

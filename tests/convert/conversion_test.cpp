@@ -24,6 +24,12 @@ Files filesIn(const support::TempFolder& folder) {
 class EachFormat : public testing::TestWithParam<std::string> {
  protected:
   const char* format() const { return GetParam().c_str(); }
+  const pagerex_format& row() const {
+    int i = 0;
+    while (pagerex_format_at(i)->name != GetParam()) ++i;
+    return *pagerex_format_at(i);
+  }
+  std::string mainName() const { return std::string("document") + row().extension; }
   const Files whole_ = filesOf(richDocument(), GetParam());
 };
 INSTANTIATE_TEST_SUITE_P(Formats, EachFormat, testing::ValuesIn(formats()),
@@ -45,7 +51,7 @@ TEST_P(EachFormat, IsTheSameFromAPath) {
 
 TEST_P(EachFormat, IsTheSameAtAPath) {
   const support::TempFolder from, to;
-  EXPECT_EQ(convertPaths(from.write("in.doc", richDocument()), to.path("document.html"), format()).code,
+  EXPECT_EQ(convertPaths(from.write("in.doc", richDocument()), to.path(mainName()), format()).code,
             PAGEREX_RESULT_OK);
   EXPECT_EQ(filesIn(to), whole_);
 }
@@ -55,7 +61,7 @@ TEST_P(EachFormat, IsTheSameFromAFileThatMayOnlyBeRead) {
   const std::string source = from.write("in.doc", richDocument());
   fs::permissions(source, fs::perms::owner_read);
   fs::permissions(from.path(), fs::perms::owner_read | fs::perms::owner_exec);
-  const int code = convertPaths(source, to.path("document.html"), format()).code;
+  const int code = convertPaths(source, to.path(mainName()), format()).code;
   fs::permissions(from.path(), fs::perms::owner_all);
   EXPECT_EQ(code, PAGEREX_RESULT_OK);
   EXPECT_EQ(filesIn(to), whole_);
@@ -93,7 +99,7 @@ TEST_P(EachFormat, NamesItsMainFileAndWhatStandsBesideIt) {
   pagerex_output output = host.sink();
   output.main_name = "letter.htm";
   convert(host.memory(), output, Host::quiet(format()));
-  EXPECT_EQ(host.typeOf("letter.htm"), "text/html; charset=utf-8");
+  EXPECT_EQ(host.typeOf("letter.htm"), row().media_type);
   for (const std::string& name : host.names())
     EXPECT_TRUE(name == "letter.htm" || name.starts_with("letter.files/")) << name;
 }
@@ -106,11 +112,12 @@ TEST_P(EachFormat, TellsTheTypeOfEachFile) {
 }
 
 TEST_P(EachFormat, IsOneFileWhereItSaysSo) {
-  for (int i = 0; const pagerex_format* const row = pagerex_format_at(i); ++i) {
-    if (row->name == GetParam()) {
-      EXPECT_EQ(row->is_single_file != 0, whole_.size() == 1);
-    }
-  }
+  EXPECT_EQ(row().is_single_file != 0, whole_.size() == 1);
+  Host host(richDocument());
+  pagerex_options options = Host::quiet(format());
+  options.pictures = PAGEREX_PICTURES_NONE;
+  convert(host.memory(), host.sink(), options);
+  EXPECT_EQ(row().is_single_without_pictures != 0, host.files().size() == 1);
 }
 
 TEST_P(EachFormat, RisesFromNothingToAll) {
@@ -154,7 +161,12 @@ TEST_P(EachFormat, RefusesPicturesThatItCannotDo) {
   Host host(richDocument());
   pagerex_options options = Host::quiet(format());
   options.pictures = PAGEREX_PICTURES_EMBEDDED;
-  EXPECT_EQ(convert(host.memory(), host.sink(), options).code, PAGEREX_RESULT_INVALID_ARGUMENT);
+  const bool canEmbed = GetParam() == "markdown";
+  EXPECT_EQ(convert(host.memory(), host.sink(), options).code,
+            canEmbed ? PAGEREX_RESULT_OK : PAGEREX_RESULT_INVALID_ARGUMENT);
+  options.pictures = PAGEREX_PICTURES_FILES;
+  EXPECT_EQ(convert(host.memory(), host.sink(), options).code,
+            row().is_single_file ? PAGEREX_RESULT_INVALID_ARGUMENT : PAGEREX_RESULT_OK);
 }
 
 TEST_P(EachFormat, TakesItsUsualPageForNone) {

@@ -93,7 +93,8 @@ TEST(Warnings, AreNoneForSoundDocuments) {
     for (const std::string& format : formats()) {
       Host host(document);
       const Result result = convert(host.memory(), host.sink(), Host::quiet(format.c_str()));
-      EXPECT_EQ(result.warnings_total, 0u) << rich.name << ", " << format;
+      EXPECT_EQ(result.warnings_total, 0u)
+          << rich.name << ", " << format << ": " << result.warnings[0].sentence << result.warnings[0].where;
       EXPECT_EQ(result.complete, 1) << rich.name << ", " << format;
     }
   }
