@@ -99,11 +99,13 @@ struct RunProperties {
   friend bool operator==(const RunProperties&, const RunProperties&) = default;
 };
 
-/// 1 for text above its line, -1 below it: by its kind, or raised so far that it is meant.
+/// 1 for text above its line, -1 below it: by its kind, or raised by so much of its size that it is meant.
 inline int sideOfLine(const RunProperties& run) {
-  constexpr int kMeantHalfPoints = 4;
+  constexpr int kMeantPart = 6, kLeastHalfPoints = 3;
   if (run.verticalAlignment != 0) return run.verticalAlignment == 1 ? 1 : -1;
-  return run.raisedHalfPoints >= kMeantHalfPoints ? 1 : run.raisedHalfPoints <= -kMeantHalfPoints ? -1 : 0;
+  const int distance = run.raisedHalfPoints < 0 ? -run.raisedHalfPoints : run.raisedHalfPoints;
+  if (distance < kLeastHalfPoints || distance * kMeantPart < run.sizeHalfPoints) return 0;
+  return run.raisedHalfPoints > 0 ? 1 : -1;
 }
 
 struct TabStop {

@@ -83,19 +83,19 @@ uint32_t StoryWalker::TellParagraph(const FoundParagraph& found, uint32_t limit,
   return std::max(end, paragraphStart_ + 1);
 }
 
-/// Whether the mark is shown.
+/// Whether the mark is shown as the end of a line: that behind a drop cap is not.
 bool StoryWalker::LookAtMark(const FoundParagraph& paragraph) {
   properties_ = &document_.PropertiesOf(paragraph, place_);
   istd_ = properties_->style;
   markPosition_ = paragraph.end > paragraph.start ? paragraph.end - 1 : paragraph.start;
   const TextRun& mark = document_.RunAt(markPosition_, istd_, place_);
   markProperties_ = mark.properties;
-  return mark.isShown;
+  return mark.isShown && properties_->frame.dropCapLines == 0;
 }
 
-/// Paragraphs whose marks are not there are one with the next: leaves the last one in `paragraph`, and tells
-/// the text in front of it. The last one says what the whole looks like, but behind a mark that is only
-/// hidden the first one that shows text. Returns whether the last mark is shown.
+/// Paragraphs whose marks are not there are one with the next, as drop caps are: leaves the last one in
+/// `paragraph`, and tells the text in front of it. The last one says what the whole looks like, but behind a
+/// mark that is only hidden the first one that shows text. Returns whether the last mark is shown.
 bool StoryWalker::JoinHidden(FoundParagraph& paragraph, uint32_t limit) {
   std::vector<Part> before;
   std::optional<uint32_t> speaker;

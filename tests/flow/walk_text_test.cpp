@@ -175,6 +175,17 @@ paragraph style="heading 1" heading=1
 )");
 }
 
+TEST(WalkText, ADropCapBeginsTheNextParagraph) {
+  constexpr uint16_t kDropCap = 0x442C, kCentred = 0x2403;
+  WordDocument doc;
+  doc.paragraph("O").sprms({sprm(kDropCap, 0x19)});
+  doc.paragraph("nce").sprms({sprm(kCentred, 1)});
+  EXPECT_EQ(transcriptOf(doc, kWithFormats), R"(
+paragraph align=1
+  text "Once"
+)");
+}
+
 TEST(WalkText, AHiddenParagraphSaysNothingOfTheNext) {
   WordDocument doc;
   doc.style(15, Style().name("Secret").chpx({sprm(kVanish, 1)}));

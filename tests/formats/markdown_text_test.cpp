@@ -157,6 +157,8 @@ TEST(MarkdownText, RaisesWhatIsMeantToBeRaised) {
   EXPECT_EQ(raisedBy(6), "<sup>2</sup>\n");
   EXPECT_EQ(raisedBy(-4), "<sub>2</sub>\n");
   EXPECT_EQ(raisedBy(1), "2\n");
+  run.sizeHalfPoints = 60;
+  EXPECT_EQ(raisedBy(-9), "2\n");
 }
 
 TEST(MarkdownText, PageBreaksLeaveHeadingsOnOneLine) {
