@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <new>
 #include <unordered_map>
 
 #include "base/stdio_archive.h"
@@ -69,6 +70,7 @@ bool inflateParts(ByteView deflated, uint64_t rawSize, const TakePart& take) {
     isTaken = stream.total_out <= rawSize && take(ByteView(part, count));
   }
   inflateEnd(&stream);
+  if (result == Z_MEM_ERROR) throw std::bad_alloc();
   return result == Z_STREAM_END && isTaken;
 }
 
