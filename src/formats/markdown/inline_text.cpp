@@ -9,16 +9,12 @@ namespace pagerex {
 namespace {
 
 bool isBlank(char16_t unit) {
-  return flankOf(unit) == Flank::kSpace;
+  return unit < 0x80 ? unit <= 0x20 : flankOf(unit) == Flank::kSpace;
 }
 
 /// Of Markdown: others show.
 bool isTrimmed(char16_t unit) {
   return unit == ' ' || unit == '\t';
-}
-
-bool mayBeNoText(char16_t unit) {
-  return unit < 0x20 || unit >= 0xD800;
 }
 
 }  // namespace
@@ -33,7 +29,7 @@ void InlineText::Clear() {
 
 void InlineText::Add(std::u16string_view text, uint16_t look) {
   const size_t begin = text_.size();
-  if (std::none_of(text.begin(), text.end(), mayBeNoText)) {
+  if (isPlainText(text.data(), text.size())) {
     text_ += text;
   } else {
     for (size_t i = 0; i < text.size();) {
@@ -72,11 +68,14 @@ void InlineText::BeginLink(InlineLink link) {
 }
 
 bool InlineText::IsEmpty() const {
-  return std::all_of(pieces_.begin(), pieces_.end(), [this](const Piece& piece) {
-    if (piece.kind == Piece::kBreak) return true;
-    const std::u16string_view text = TextOf(piece);
-    return piece.kind == Piece::kText && std::all_of(text.begin(), text.end(), isTrimmed);
-  });
+  for (const Piece& piece : pieces_) {
+    if (piece.kind == Piece::kBreak) continue;
+    if (piece.kind != Piece::kText) return false;
+    for (size_t i = piece.begin; i < piece.end; ++i) {
+      if (!isTrimmed(text_[i])) return false;
+    }
+  }
+  return true;
 }
 
 uint16_t InlineText::CommonLook() const {
@@ -103,10 +102,10 @@ void InlineText::Arrange(uint16_t ignored) {
 }
 
 bool InlineText::IsBlank(const Piece& piece) const {
-  if (piece.kind == Piece::kBreak) return true;
-  return piece.kind == Piece::kText && isBlank(text_[piece.begin]) && isBlank(text_[piece.end - 1]) &&
-         std::all_of(text_.begin() + static_cast<ptrdiff_t>(piece.begin),
-                     text_.begin() + static_cast<ptrdiff_t>(piece.end), isBlank);
+  if (piece.kind != Piece::kText) return piece.kind == Piece::kBreak;
+  if (!isBlank(text_[piece.begin]) || !isBlank(text_[piece.end - 1])) return false;
+  const std::u16string_view text = TextOf(piece);
+  return std::all_of(text.begin(), text.end(), isBlank);
 }
 
 /// Blanks at the edges of a piece become pieces.
@@ -182,7 +181,7 @@ void InlineText::TrimEnds() {
     }
     if (piece.kind != Piece::kBreak && piece.begin < piece.end) break;
   }
-  pieces_.erase(pieces_.begin(), pieces_.begin() + static_cast<ptrdiff_t>(first));
+  if (first > 0) pieces_.erase(pieces_.begin(), pieces_.begin() + static_cast<ptrdiff_t>(first));
 }
 
 }  // namespace pagerex
