@@ -79,8 +79,15 @@ bool isPlainTextOf(const char16_t* text, size_t n) {
   if (n < kUnits) return isPlainTextByOnes(text, n);
   // The last block looks at some of it once more.
   __m128i others = notPlainTextIn(load(text + n - kUnits));
-  for (size_t i = 0; n - i > kUnits; i += kUnits)
-    others = _mm_or_si128(others, notPlainTextIn(load(text + i)));
+  size_t i = 0;
+  for (; n - i > 4 * kUnits; i += 4 * kUnits) {
+    const char16_t* const block = text + i;
+    const __m128i first = _mm_or_si128(notPlainTextIn(load(block)), notPlainTextIn(load(block + kUnits)));
+    const __m128i last =
+        _mm_or_si128(notPlainTextIn(load(block + 2 * kUnits)), notPlainTextIn(load(block + 3 * kUnits)));
+    others = _mm_or_si128(others, _mm_or_si128(first, last));
+  }
+  for (; n - i > kUnits; i += kUnits) others = _mm_or_si128(others, notPlainTextIn(load(text + i)));
   return _mm_movemask_epi8(others) == 0;
 }
 

@@ -193,8 +193,18 @@ class LineEnd {
   /// What is no ASCII at the beginning of a text, and controls but for tabs, and its count.
   size_t PutOthers(std::u16string_view text) {
     size_t i = 0;
-    while (i < text.size() && (text[i] < 0x20 || text[i] >= 0x80) && text[i] != '\t') {
+    while (i < text.size()) {
       MakeRoom();
+      const char16_t unit = text[i];
+      if (unit >= 0x800 && unit < 0xD800) {
+        bytes_[used_] = static_cast<char>(0xE0 | unit >> 12);
+        bytes_[used_ + 1] = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+        bytes_[used_ + 2] = static_cast<char>(0x80 | (unit & 0x3F));
+        used_ += 3;
+        ++i;
+        continue;
+      }
+      if ((unit >= 0x20 && unit < 0x80) || unit == '\t') break;
       const CharacterAt next = characterAt(text.data() + i, text.size() - i);
       if (!isNoText(next.code)) used_ += encodeUtf8(next.code, bytes_ + used_);
       i += next.units;
