@@ -261,6 +261,8 @@ typedef struct pagerex_paragraph {
   const pagerex_tab_stop* tabs; /* by position */
   uint32_t tab_count;
   pagerex_frame frame;
+  /* A picture in the place of the label; null for none. */
+  const struct pagerex_picture* label_picture;
 } pagerex_paragraph;
 
 enum {
@@ -415,7 +417,8 @@ typedef struct pagerex_cell {
 
 /* Functions of the host, called on the thread of the call; null ones are not. Each gets the `user` of the
  * call and returns 0 to go on; anything else ends the walk as PAGEREX_RESULT_CANCELED, and nothing is called
- * any more. Where a flag, a deadline or the input ends it, what has begun is told to end; not where memory ends.
+ * any more. Where a flag, a deadline or the input ends it, what has begun is told to end; not where memory
+ * ends.
  *
  *     document  = begin_document section* notes comments end_document
  *     section   = begin_section header* block* end_section

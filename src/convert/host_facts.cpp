@@ -5,6 +5,19 @@
 namespace pagerex {
 namespace {
 
+using Start = SectionProperties::Start;
+static_assert(static_cast<int>(Start::kContinuous) == PAGEREX_SECTION_CONTINUOUS &&
+              static_cast<int>(Start::kNewColumn) == PAGEREX_SECTION_NEW_COLUMN &&
+              static_cast<int>(Start::kNewPage) == PAGEREX_SECTION_NEW_PAGE &&
+              static_cast<int>(Start::kEvenPage) == PAGEREX_SECTION_EVEN_PAGE &&
+              static_cast<int>(Start::kOddPage) == PAGEREX_SECTION_ODD_PAGE);
+using Kind = CustomProperty::Kind;
+static_assert(static_cast<int>(Kind::kText) == PAGEREX_PROPERTY_TEXT &&
+              static_cast<int>(Kind::kInteger) == PAGEREX_PROPERTY_INTEGER &&
+              static_cast<int>(Kind::kReal) == PAGEREX_PROPERTY_REAL &&
+              static_cast<int>(Kind::kBoolean) == PAGEREX_PROPERTY_BOOLEAN &&
+              static_cast<int>(Kind::kTime) == PAGEREX_PROPERTY_TIME);
+
 constexpr uint64_t kTicksPerSecond = 10'000'000;
 
 /// 0 stays: it stands for none.

@@ -15,6 +15,24 @@ static_assert(static_cast<int>(Mark::kTab) == PAGEREX_MARK_TAB &&
               static_cast<int>(Mark::kColumnBreak) == PAGEREX_MARK_COLUMN_BREAK &&
               static_cast<int>(Mark::kRule) == PAGEREX_MARK_RULE);
 
+static_assert(static_cast<int>(HeaderKind::kEven) == PAGEREX_HEADER_EVEN &&
+              static_cast<int>(HeaderKind::kOdd) == PAGEREX_HEADER_ODD &&
+              static_cast<int>(HeaderKind::kFirst) == PAGEREX_HEADER_FIRST);
+static_assert(static_cast<int>(NoteKind::kFootnote) == PAGEREX_NOTE_FOOTNOTE &&
+              static_cast<int>(NoteKind::kEndnote) == PAGEREX_NOTE_ENDNOTE);
+static_assert(static_cast<int>(ParagraphFacts::Follow::kTab) == PAGEREX_FOLLOW_TAB &&
+              static_cast<int>(ParagraphFacts::Follow::kSpace) == PAGEREX_FOLLOW_SPACE &&
+              static_cast<int>(ParagraphFacts::Follow::kNothing) == PAGEREX_FOLLOW_NOTHING);
+static_assert(static_cast<int>(FormFieldFacts::Kind::kText) == PAGEREX_FIELD_TEXT &&
+              static_cast<int>(FormFieldFacts::Kind::kCheckBox) == PAGEREX_FIELD_CHECK_BOX &&
+              static_cast<int>(FormFieldFacts::Kind::kDropDown) == PAGEREX_FIELD_DROP_DOWN);
+static_assert(static_cast<int>(PictureType::kEmf) == PAGEREX_PICTURE_EMF &&
+              static_cast<int>(PictureType::kWmf) == PAGEREX_PICTURE_WMF &&
+              static_cast<int>(PictureType::kPict) == PAGEREX_PICTURE_PICT &&
+              static_cast<int>(PictureType::kJpeg) == PAGEREX_PICTURE_JPEG &&
+              static_cast<int>(PictureType::kPng) == PAGEREX_PICTURE_PNG &&
+              static_cast<int>(PictureType::kDib) == PAGEREX_PICTURE_DIB);
+
 /// What has begun is not told to end once the host has had enough.
 template <class... Given>
 void HostHandler::Call(int (*function)(void*, Given...), std::type_identity_t<Given>... given) {
@@ -60,8 +78,22 @@ void HostHandler::BeginParagraph(const ParagraphFacts& facts) {
   told.label_run = facts.labelProperties ? labelRun_.Of(*facts.labelProperties, names_) : nullptr;
   told.mark_run = markRun_.Of(facts.markProperties, names_);
   paragraph_.Fill(facts.properties, told);
-  texts_.Fill({{facts.styleName, &told.style}, {facts.label, &told.label}});
+  pagerex_picture bullet = {};
+  pagerex_picture_source source{};
+  if (facts.labelPicture) {
+    bullet = Shape(*facts.labelPicture);
+    source.source = facts.labelPicture->source;
+    if (source.source) bullet.source = &source;
+    told.label_picture = &bullet;
+  }
+  // One block holds all texts of the call.
+  texts_.Fill({{facts.styleName, &told.style},
+               {facts.label, &told.label},
+               {facts.labelPicture ? facts.labelPicture->description : u"", &bullet.description},
+               {facts.labelPicture ? facts.labelPicture->name : u"", &bullet.name},
+               {facts.labelPicture ? facts.labelPicture->linkedAddress : u"", &bullet.linked_address}});
   Call(host_.begin_paragraph, &told);
+  if (source.hasNoMemory) throw std::bad_alloc();
 }
 
 /// Long texts go in parts, so that the room for them stays small.

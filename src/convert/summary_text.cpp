@@ -1,7 +1,9 @@
 #include "convert/summary_text.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -35,16 +37,30 @@ uint32_t counted(int32_t count) {
   return static_cast<uint32_t>(std::max(count, 0));
 }
 
-template <class Number>
-std::string spelled(Number number) {
-  char digits[32];
-  return {digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr};
+/// As few digits as tell the number from others, with a full stop whatever the host's locale has. The
+/// standard library's own way would bring tables of 100 KB along.
+std::string spelled(double number) {
+  char digits[64];
+  for (int precision = 15; precision <= 17; ++precision) {
+    std::snprintf(digits, sizeof(digits), "%.*g", precision, number);
+    if (std::strtod(digits, nullptr) == number) break;
+  }
+  std::string text;
+  for (const char* c = digits; *c; ++c) {
+    const bool isOfNumber = std::isalnum(static_cast<unsigned char>(*c)) || *c == '-' || *c == '+';
+    if (isOfNumber) {
+      text += *c;
+    } else if (text.empty() || text.back() != '.') {
+      text += '.';
+    }
+  }
+  return text;
 }
 
 std::string spelledValue(const CustomProperty& property) {
   switch (property.kind) {
     case CustomProperty::Kind::kInteger:
-      return spelled(property.integer);
+      return std::to_string(property.integer);
     case CustomProperty::Kind::kReal:
       return spelled(property.real);
     case CustomProperty::Kind::kBoolean:

@@ -46,13 +46,14 @@ class StoredPicture final : public PictureSource {
   DsMemReadArchive& delayed_;
 };
 
-/// A picture of an inline shape: `index` counts from 0 in the list behind it.
+/// A picture of an inline shape: `index` counts from 0 in the list behind it. Many writers count on through
+/// the document, though each list has one picture.
 class InlinePicture final : public PictureSource {
  public:
   InlinePicture(const KDRBseTable& table, uint32_t index) : table_(table), index_(index) {}
 
   PictureData Read() override try {
-    const KDRBseImage* const image = table_.ImageItem(index_);
+    const KDRBseImage* const image = table_.ImageItem(index_ < table_.Count() ? index_ : 0);
     if (!image) return {};
     const uint32_t type = uint32_t{image->blipRecord.u16(2)} - mso_escher::kFirstBlip;
     return dataOf(type, image->data, image->metafileHeader);
@@ -71,6 +72,14 @@ void readNames(const mso_escher::MsoROShape& shape, FoundShape& out) {
   int flags = 0;
   KQueryProp::QueryI4Prop(&shape, kBlipFlags, flags);
   if (flags & kBlipIsLink) KQueryProp::QueryBstrProp(&shape, kBlipName, out.linkedAddress);
+}
+
+/// Of a property that stands with the usual ones or apart from them.
+bool has(const mso_escher::MsoROShape& shape, PID property) {
+  bool value = false;
+  return (KQueryProp::QueryBoolProp(&shape, property, value) ||
+          KQueryProp::QueryBoolUDefProp(&shape, property, value)) &&
+         value;
 }
 
 }  // namespace
@@ -160,8 +169,7 @@ void Drawings::AddShape(const Shape& shape, const PictureFacts& place, unsigned 
     }
     return;
   }
-  bool isHidden = false;
-  if (KQueryProp::QueryBoolProp(&shape, kIsHidden, isHidden) && isHidden) return;
+  if (has(shape, kIsHidden)) return;
   FoundShape found;
   found.place = place;
   readNames(shape, found);
@@ -233,7 +241,7 @@ bool Drawings::Inline(uint32_t offset, FoundShape& out) try {
   out.place.width = scaled(PICF::kGoalWidth, PICF::kScaleX);
   out.place.height = scaled(PICF::kGoalHeight, PICF::kScaleY);
   readNames(*shape.shape, out);
-  KQueryProp::QueryBoolProp(shape.shape, kIsRule, out.isRule);
+  out.isRule = has(*shape.shape, kIsRule);
   AddText(*shape.shape, out);
   int index = 0;
   const bool hasBlip = KQueryProp::QueryI4Prop(shape.shape, kBlip, index) && index > 0;

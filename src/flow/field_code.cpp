@@ -269,9 +269,12 @@ bool FieldWords::Next(FieldWord& out) {
   return true;
 }
 
-/// A backslash makes a quote or a backslash text; before others it is one itself, as paths have them.
+/// A backslash makes a quote or a backslash text; before others it is one itself, as paths have them. A
+/// straight quote that no other one follows is closed by one that is not.
 void FieldWords::ReadQuoted(FieldWord& out) {
-  const char16_t opening = code_[at_++];
+  char16_t opening = code_[at_++];
+  const bool isOnlyOne = opening == u'"' && code_.find(u'"', at_) == code_.npos;
+  if (isOnlyOne) opening = u'\u201C';
   for (; at_ < code_.size() && !closes(code_[at_], opening); ++at_) {
     const bool isEscape =
         code_[at_] == u'\\' && at_ + 1 < code_.size() && (code_[at_ + 1] == u'\\' || code_[at_ + 1] == u'"');

@@ -60,6 +60,8 @@ struct SectionFacts {
   int32_t headerSections[2][3];
 };
 
+struct PictureFacts;
+
 /// What a paragraph is, beside its properties.
 struct ParagraphFacts {
   const ParagraphProperties& properties;
@@ -74,8 +76,9 @@ struct ParagraphFacts {
   int32_t listId;        ///< of the definition: one for all that count together
   int32_t number;        ///< of the item in its level
   uint8_t numberFormat;  ///< nfc of the level: 0 1 2, 1 I II, 2 i ii, 3 A B, 4 a b, 23 bullet, ...
-  const RunProperties& markProperties;  ///< of the paragraph mark
-  uint32_t position;                    ///< character position in its story
+  const RunProperties& markProperties;         ///< of the paragraph mark
+  uint32_t position;                           ///< character position in its story
+  const PictureFacts* labelPicture = nullptr;  ///< stands in the place of the label; null for none
 };
 
 struct LinkFacts {

@@ -306,12 +306,12 @@ void InlineWalker::TellFieldWithoutResult(OpenField& field, const TextRun& run) 
       text = field.code.substr(buttonTextStart(field.code));
       break;
     case FieldDisplay::kAutoNumber:
-      appendNumber(++counters_.autoNumber, kArabicNumbers, text);
-      text += u'.';
+      Prepare(run);
+      counters_.fields.AppendAutoNumber(fieldTypeOf(field.code, field.flt), field.code, headingLevel_,
+                                        run.properties->language, text);
       break;
     case FieldDisplay::kListNumber:
-      appendNumber(++counters_.listNumber, kArabicNumbers, text);
-      text += u')';
+      counters_.fields.AppendListNumber(field.code, run.properties->language, text);
       break;
     case FieldDisplay::kFormText:
     case FieldDisplay::kFormCheckBox:

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "flow/equation_text.h"
+#include "flow/field_numbers.h"
 #include "flow/field_stack.h"
 #include "flow/walk_document.h"
 
@@ -23,7 +24,7 @@ struct StoryPlace {
 struct NoteCounters {
   DocumentSettings::Numbering numbering[2];  ///< as the section has it
   uint32_t next[2] = {1, 1};
-  int32_t autoNumber = 0, listNumber = 0;
+  FieldNumbers fields;
 };
 
 /// Tells a paragraph's text: runs, marks, fields, links, notes, comments, bookmarks, pictures. Begins the
@@ -48,6 +49,7 @@ class InlineWalker {
     /// Calls BeginParagraph.
     virtual void Begin() = 0;
   };
+  void SetHeadingLevel(uint8_t level) { headingLevel_ = level; }
   void SetParagraph(ParagraphBeginner& beginner, uint16_t istd, const TableStylePlace& place);
   /// Tells the characters [start, end).
   void Tell(uint32_t start, uint32_t end);
@@ -108,6 +110,7 @@ class InlineWalker {
   FieldStack fields_;
   ParagraphBeginner* beginner_ = nullptr;
   uint16_t istd_ = 0;
+  uint8_t headingLevel_ = 0;
   TableStylePlace place_;
   bool isOpen_ = false;
   bool isLinkOpen_ = false;

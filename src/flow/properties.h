@@ -99,6 +99,13 @@ struct RunProperties {
   friend bool operator==(const RunProperties&, const RunProperties&) = default;
 };
 
+/// 1 for text above its line, -1 below it: by its kind, or raised so far that it is meant.
+inline int sideOfLine(const RunProperties& run) {
+  constexpr int kMeantHalfPoints = 4;
+  if (run.verticalAlignment != 0) return run.verticalAlignment == 1 ? 1 : -1;
+  return run.raisedHalfPoints >= kMeantHalfPoints ? 1 : run.raisedHalfPoints <= -kMeantHalfPoints ? -1 : 0;
+}
+
 struct TabStop {
   int16_t position = 0;   ///< from the paragraph's margin
   uint8_t alignment = 0;  ///< 0 left, 1 centre, 2 right, 3 decimal, 4 bar

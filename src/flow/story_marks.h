@@ -48,6 +48,9 @@ class RangeMarks {
   void Read(ByteView starts, uint32_t startBytes, ByteView ends);
   uint32_t Count() const { return starts_.Count(); }
 
+  uint32_t StartOf(uint32_t range) const { return starts_.Position(range); }
+  uint32_t EndOf(uint32_t range) const { return ends_.Position(starts_.Record(range).u16(0)); }
+
   struct Event {
     uint32_t position = UINT32_MAX;
     uint32_t range = 0;  ///< its number

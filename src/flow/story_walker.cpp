@@ -142,11 +142,16 @@ void StoryWalker::Begin() {
     labelProperties =
         &document_.resolver->Label(document_.SprmsAt(markPosition_), {}, label.level->chpx, istd_, place_);
   }
+  const FoundShape* const bullet =
+      isListItem && label.pictureBullet >= 0 ? document_.PictureBullet(label.pictureBullet) : nullptr;
+  const PictureFacts picture = bullet ? bullet->Facts() : PictureFacts();
   const uint8_t outline = properties_->outlineLevel;
+  const uint8_t headingLevel =
+      outline < kBodyText ? static_cast<uint8_t>(outline + 1) : document_.styles.HeadingLevel(istd_);
+  inline_.SetHeadingLevel(headingLevel);
   handler_.BeginParagraph({.properties = *properties_,
                            .styleName = document_.styles.EnglishName(istd_),
-                           .headingLevel = outline < kBodyText ? static_cast<uint8_t>(outline + 1)
-                                                               : document_.styles.HeadingLevel(istd_),
+                           .headingLevel = headingLevel,
                            .label = isListItem ? label.text : std::u16string_view(),
                            .labelProperties = labelProperties,
                            .labelFollow = isListItem ? static_cast<ParagraphFacts::Follow>(
@@ -158,7 +163,8 @@ void StoryWalker::Begin() {
                            .number = label.number,
                            .numberFormat = label.nfc,
                            .markProperties = *markProperties_,
-                           .position = paragraphStart_ - story_.base});
+                           .position = paragraphStart_ - story_.base,
+                           .labelPicture = bullet ? &picture : nullptr});
 }
 
 // Tables
@@ -333,7 +339,8 @@ void StoryWalker::TellArtText(const FoundShape& shape) {
                            .number = 0,
                            .numberFormat = 0,
                            .markProperties = run,
-                           .position = 0});
+                           .position = 0,
+                           .labelPicture = nullptr});
   handler_.Text(shape.artText, run);
   handler_.EndParagraph();
   handler_.EndTextBox();

@@ -9,8 +9,9 @@
 namespace pagerex {
 namespace {
 
-/// Edges that lie so near to each other, in twips, are one.
-constexpr int32_t kNear = 10;
+/// Edges of different rows that lie so near to each other, in twips, are one: less where there are cells that
+/// are as narrow.
+constexpr int32_t kNear = 60, kNearest = 10;
 constexpr uint32_t kNoShape = UINT32_MAX;
 
 void readKind(ByteView sprms, RowKind& kind) {
@@ -151,12 +152,16 @@ void TableScan::CloseRow(uint32_t shape) {
 
 /// The edges of all rows, one for each place.
 void TableScan::MakeColumns() {
-  for (const RowGrid& shape : shapes_)
+  int32_t near = kNear;
+  for (const RowGrid& shape : shapes_) {
     edges_.insert(edges_.end(), shape.edges, shape.edges + shape.count + 1);
+    for (size_t i = 0; i < shape.count; ++i) near = std::min(near, shape.edges[i + 1] - shape.edges[i] - 1);
+  }
+  near = std::max(near, kNearest);
   std::sort(edges_.begin(), edges_.end());
   size_t kept = 0;
   for (const int32_t edge : edges_) {
-    if (kept == 0 || edge - edges_[kept - 1] > kNear) edges_[kept++] = edge;
+    if (kept == 0 || edge - edges_[kept - 1] > near) edges_[kept++] = edge;
   }
   edges_.resize(kept);
 }

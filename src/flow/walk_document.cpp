@@ -140,6 +140,25 @@ std::u16string_view WalkDocument::AuthorOf(const Revision& revision) {
   return author_;
 }
 
+/// Word keeps them in the text, one behind the other, under a bookmark of this name.
+const FoundShape* WalkDocument::PictureBullet(int32_t number) {
+  const auto [place, isNew] = pictureBullets_.try_emplace(number);
+  std::optional<FoundShape>& found = place->second;
+  if (isNew) {
+    const auto name = std::find(bookmarkNames.begin(), bookmarkNames.end(), u"_PictureBullets");
+    const auto range = static_cast<uint32_t>(name - bookmarkNames.begin());
+    if (name != bookmarkNames.end() && range < bookmarks.Count() && number >= 0) {
+      const uint64_t position = uint64_t{bookmarks.StartOf(range)} + static_cast<uint32_t>(number);
+      const bool isInside = position < bookmarks.EndOf(range);
+      const RunSpecials specials =
+          isInside ? specialsOf(SprmsAt(static_cast<uint32_t>(position))) : RunSpecials();
+      FoundShape shape;
+      if (specials.hasPicture && drawings.Inline(specials.pictureOffset, shape)) found = std::move(shape);
+    }
+  }
+  return found ? &*found : nullptr;
+}
+
 bool WalkDocument::TakeBox(bool isInHeaders, uint32_t number) {
   std::vector<bool>& taken = takenBoxes_[isInHeaders];
   if (taken.empty()) taken.resize(drawings.BoxCount(isInHeaders));

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "flow/drawings.h"
@@ -62,6 +63,8 @@ struct WalkDocument {
   ByteView SprmsAt(uint32_t position);
   const ParagraphProperties& PropertiesOf(const FoundParagraph& paragraph, const TableStylePlace& place);
   std::u16string_view AuthorOf(const Revision& revision);
+  /// The picture that is the bullet of lists by its number; null for none.
+  const FoundShape* PictureBullet(int32_t number);
   /// Whether a text box is told for the first time.
   bool TakeBox(bool isInHeaders, uint32_t number);
   FieldMarks& FieldsOf(mso_word::SUBDOC_TYPE story);
@@ -111,6 +114,7 @@ struct WalkDocument {
   std::optional<FieldMarks> fields_[mso_word::kSubDocCount];
   std::optional<ListLabels> otherLabels_;
   std::vector<bool> takenBoxes_[2];
+  std::unordered_map<int32_t, std::optional<FoundShape>> pictureBullets_;
   /// The run that was asked for last: where its entry lies in the stream, and what else it came from.
   struct LastRun {
     PropertyPages::Entry entry;

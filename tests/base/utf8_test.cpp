@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "base/upper_case.h"
 #include "base/utf8_output.h"
 #include "support/memory_sink.h"
 
@@ -86,13 +85,6 @@ TEST(Utf8Output, DropsWhatIsPutWithoutAFile) {
   out.Put(std::string(100000, 'y'));
   out.Close();
   EXPECT_TRUE(sink.files.empty());
-}
-
-TEST(UpperCase, KnowsLettersOfManyScripts) {
-  const std::u16string small = u"az0\u00E4\u00DF\u00FF\u0101\u0100\u03B1\u0434\u0450\u1EA1\u4E2D";
-  std::u16string large;
-  for (const char16_t unit : small) large += upperCase(unit);
-  EXPECT_EQ(large, u"AZ0\u00C4\u00DF\u0178\u0100\u0100\u0391\u0414\u0400\u1EA0\u4E2D");
 }
 
 }  // namespace pagerex

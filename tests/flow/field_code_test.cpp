@@ -38,6 +38,11 @@ TEST(FieldWords, HaveEscapes) {
   EXPECT_EQ(words(uR"(X \\\\server\\share \h)"), uR"([X][\\server\share]\h)");
 }
 
+TEST(FieldWords, AStraightQuoteCanBeClosedByAnother) {
+  EXPECT_EQ(words(u"X \"http://x/\u201D d"), u"[X][http://x/][d]");
+  EXPECT_EQ(words(u"X \"a \u201Cb\u201D c\" d"), u"[X][a \u201Cb\u201D c][d]");
+}
+
 TEST(FieldWords, KnowOtherQuotes) {
   EXPECT_EQ(words(u"X \u201Ca \"b\" c\u201D d"), u"[X][a \"b\" c][d]");
   EXPECT_EQ(words(u"X \u201Ea b\u201C d"), u"[X][a b][d]");

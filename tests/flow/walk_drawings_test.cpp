@@ -100,6 +100,28 @@ paragraph
 )");
 }
 
+TEST(WalkDrawings, InlinePicturesThatAreCountedOnHaveTheirOwnBytes) {
+  WordDocument doc;
+  const Inline second{.shape = Shape(75).props(Props().number(property::kPicture, 2)),
+                      .blips = {Blip{.type = kPng, .data = Bytes(30, 7)}}};
+  doc.paragraph().special(1, pictureRun(doc, second));
+  const std::string told = transcriptOf(doc);
+  EXPECT_NE(told.find("type=6 bytes=30"), std::string::npos) << told;
+}
+
+TEST(WalkDrawings, HorizontalLinesAreRules) {
+  constexpr uint16_t kHorizontalRule = 0x03B4;
+  const Props rule = Props().flag(kHorizontalRule, true);
+  for (const Shape& shape : {Shape(1).props(rule), Shape(1).userProps(rule)}) {
+    WordDocument doc;
+    doc.paragraph().special(1, pictureRun(doc, Inline{.shape = shape}));
+    EXPECT_EQ(transcriptOf(doc), R"(
+paragraph
+  rule
+)");
+  }
+}
+
 TEST(WalkDrawings, FloatingPicturesAreTold) {
   WordDocument doc;
   const uint32_t picture = doc.storePicture(Blip{.type = kJpeg, .data = Bytes(50, 9)}.entry());

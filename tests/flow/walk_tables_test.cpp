@@ -98,6 +98,21 @@ TEST(WalkTables, CellsAreMergedAcross) {
   EXPECT_NE(text.find("text \"d\""), std::string::npos) << text;
 }
 
+TEST(WalkTables, EdgesThatHardlyDifferAreOne) {
+  WordDocument doc;
+  doc.row({"a", "b"}, rowOf({0, 1000, 3000}));
+  doc.row({"c", "d"}, rowOf({0, 1050, 2950}));
+  const std::string text = transcriptOf(doc);
+  EXPECT_EQ(text.find("irregular"), std::string::npos) << text;
+}
+
+TEST(WalkTables, NarrowCellsKeepTheirEdges) {
+  WordDocument doc;
+  doc.row({"a", "", "b"}, rowOf({0, 1000, 1050, 3000}));
+  const std::string text = transcriptOf(doc, kWithFormats);
+  EXPECT_NE(text.find("columns=1000,50,1950"), std::string::npos) << text;
+}
+
 TEST(WalkTables, WiderCellsSpanColumns) {
   WordDocument doc;
   doc.row({"a", "b", "c"}, rowOf({0, 1000, 2000, 3000}));

@@ -177,6 +177,30 @@ TEST(MarkdownTables, BringsAllTablesIntoPipesWhenThereIsToBeNoHtml) {
             "| a<br>b<br>c |  |\n| --- | --- |\n| d | e f |\n");
 }
 
+TEST(MarkdownTables, KeepRowsThatBeginFurtherOnInTheirColumns) {
+  const auto table = [](bool htmlTables) {
+    MarkdownOptions options;
+    options.htmlTables = htmlTables;
+    return markdownOf(
+        [](FlowScript& s) {
+          s.Table(
+              [&] {
+                s.Row({u"a", u"b"});
+                RowProperties row;
+                row.columnsBefore = 1;
+                s.to.BeginRow(row);
+                s.Cell([&] { s.Paragraph(u"c"); });
+                s.to.EndRow();
+              },
+              false);
+        },
+        {}, options);
+  };
+  EXPECT_EQ(table(true),
+            "<table>\n<tr>\n<td>a</td>\n<td>b</td>\n</tr>\n<tr>\n<td></td>\n<td>c</td>\n</tr>\n</table>\n");
+  EXPECT_EQ(table(false), "| a | b |\n| --- | --- |\n|  | c |\n");
+}
+
 TEST(MarkdownTables, AreHtmlInCommonMark) {
   EXPECT_EQ(markdownOf([](FlowScript& s) { s.Table([&] { s.Row({u"a"}); }); }, {}, commonMark()),
             "<table>\n<tr>\n<td>a</td>\n</tr>\n</table>\n");

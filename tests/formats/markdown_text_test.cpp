@@ -17,7 +17,34 @@ std::string inParagraph(const std::function<void(FlowScript&)>& inside) {
   return markdownOf([&](FlowScript& s) { s.Paragraph([&] { inside(s); }); });
 }
 
+/// One address for all.
+class OneAddress final : public PictureOutput {
+ public:
+  std::string_view AddressOf(const PictureFacts&) override { return "p.png"; }
+};
+
 }  // namespace
+
+TEST(MarkdownText, IsNotCutByPicturesThatFloat) {
+  OneAddress pictures;
+  const auto withPicture = [&](bool isInline, std::u16string_view before, std::u16string_view behind) {
+    PictureFacts picture;
+    picture.isInline = isInline;
+    return markdownOf(
+        [&](FlowScript& s) {
+          s.Paragraph([&] {
+            if (!before.empty()) s.Text(before);
+            s.to.Picture(picture);
+            if (!behind.empty()) s.Text(behind);
+          });
+        },
+        {}, {}, &pictures);
+  };
+  EXPECT_EQ(withPicture(true, u"L", u"orem"), "L![](p.png)orem\n");
+  EXPECT_EQ(withPicture(false, u"L", u"orem"), "Lorem ![](p.png)\n");
+  EXPECT_EQ(withPicture(false, u"", u"Lorem"), "![](p.png) Lorem\n");
+  EXPECT_EQ(withPicture(false, u"", u""), "![](p.png)\n");
+}
 
 TEST(MarkdownText, SeesWhereOtherPropertiesTookThePlaceOfTheLast) {
   RunProperties place;
@@ -121,8 +148,35 @@ TEST(MarkdownText, WritesCode) {
   EXPECT_EQ(paragraph(u"a`b``", "code"), "``` a`b`` ```\n");
 }
 
-TEST(MarkdownText, WritesCapitalsAsShown) {
-  EXPECT_EQ(paragraph(u"\u00E9t\u00E9", "caps"), "\u00C9T\u00C9\n");
+TEST(MarkdownText, RaisesWhatIsMeantToBeRaised) {
+  RunProperties run;
+  const auto raisedBy = [&](int16_t halfPoints) {
+    run.raisedHalfPoints = halfPoints;
+    return markdownOf([&](FlowScript& s) { s.Paragraph([&] { s.to.Text(u"2", run); }); });
+  };
+  EXPECT_EQ(raisedBy(6), "<sup>2</sup>\n");
+  EXPECT_EQ(raisedBy(-4), "<sub>2</sub>\n");
+  EXPECT_EQ(raisedBy(1), "2\n");
+}
+
+TEST(MarkdownText, LabelsHaveTheLookOfTheirText) {
+  RunProperties bold;
+  bold.bold = true;
+  const ParagraphProperties properties;
+  const auto labelled = [&](uint8_t headingLevel) {
+    return markdownOf([&](FlowScript& s) {
+      s.to.BeginParagraph({properties, u"", headingLevel, u"1.1", &bold, ParagraphFacts::Follow::kTab, true,
+                           false, 1, 1, 0, bold, 0});
+      s.to.Text(u"Title", bold);
+      s.to.EndParagraph();
+    });
+  };
+  EXPECT_EQ(labelled(1), "# 1.1 Title\n");
+  EXPECT_EQ(labelled(0), "**1.1 Title**\n");
+}
+
+TEST(MarkdownText, WritesCapitalsAsTyped) {
+  EXPECT_EQ(paragraph(u"\u00E9t\u00E9", "caps"), "\u00E9t\u00E9\n");
 }
 
 TEST(MarkdownText, LinksWithEscapedAddresses) {

@@ -49,9 +49,9 @@ TEST(TextWriter, LeavesSoftHyphensOutAndKeepsHardOnes) {
   EXPECT_EQ(written([](FlowScript& s) { s.Paragraph(u"so\u00ADft ha\u2011rd"); }), "soft ha\u2011rd\n");
 }
 
-TEST(TextWriter, WritesCapitalsAsShown) {
+TEST(TextWriter, WritesCapitalsAsTyped) {
   EXPECT_EQ(written([](FlowScript& s) { s.Paragraph([&] { s.Text(u"caf\u00E9", "caps").Text(u" x"); }); }),
-            "CAF\u00C9 x\n");
+            "caf\u00E9 x\n");
 }
 
 TEST(TextWriter, PutsLabelsInFront) {

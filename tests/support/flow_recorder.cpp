@@ -1,7 +1,6 @@
 #include "support/flow_recorder.h"
 
 #include "base/encoding.h"
-#include "base/upper_case.h"
 #include "base/utf8.h"
 #include "formats/markdown/escape.h"
 #include "formats/markdown/front_matter.h"
@@ -101,12 +100,10 @@ void FlowRecorder::Text(std::u16string_view text, const RunProperties& propertie
   if (properties.bold) look |= kBoldLook;
   if (properties.italic) look |= kItalicLook;
   if (properties.underline && !isLinkKept_) look |= kUnderlineLook;
-  if (properties.verticalAlignment == 1) look |= kSuperscriptLook;
-  if (properties.verticalAlignment == 2) look |= kSubscriptLook;
+  if (sideOfLine(properties) > 0) look |= kSuperscriptLook;
+  if (sideOfLine(properties) < 0) look |= kSubscriptLook;
   if (styles_.IsCharacterStyle(properties.characterStyle)) look |= kCodeLook;
-  std::u16string shown(text);
-  for (char16_t& unit : shown) unit = properties.caps ? upperCase(unit) : unit;
-  Add(shown, static_cast<uint16_t>(look));
+  Add(text, static_cast<uint16_t>(look));
 }
 
 void FlowRecorder::MarkHere(Mark mark, const RunProperties&) {

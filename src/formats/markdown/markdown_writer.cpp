@@ -4,7 +4,6 @@
 
 #include "base/encoding.h"
 #include "base/number_text.h"
-#include "base/upper_case.h"
 #include "formats/markdown/escape.h"
 #include "formats/markdown/front_matter.h"
 
@@ -12,6 +11,7 @@ namespace pagerex {
 namespace {
 
 constexpr uint8_t kDeepestHeading = 6;
+constexpr uint16_t kLabelLooks = kBoldLook | kItalicLook;
 
 /// The number of a label like "12." or "3)", as Markdown would show it; -1 for others.
 int32_t plainNumberIn(std::u16string_view label) {
@@ -100,8 +100,9 @@ void MarkdownWriter::BeginParagraph(const ParagraphFacts& facts) {
   partAuthor_.clear();
   partTime_.clear();
   if (shape_ != Shape::kItem && !facts.label.empty()) {
-    inline_.Add(facts.label, 0);
-    if (facts.labelFollow != ParagraphFacts::Follow::kNothing) inline_.Add(u" ", 0);
+    const uint16_t look = facts.labelProperties ? LookOf(*facts.labelProperties) & kLabelLooks : 0;
+    inline_.Add(facts.label, look);
+    if (facts.labelFollow != ParagraphFacts::Follow::kNothing) inline_.Add(u" ", look);
   }
 }
 
@@ -121,6 +122,11 @@ MarkdownWriter::Shape MarkdownWriter::ShapeOf(const ParagraphFacts& facts) {
 
 void MarkdownWriter::EndParagraph() {
   if (muted_) return;
+  for (const std::string& picture : floating_) {
+    inline_.Add(u" ", 0);
+    inline_.AddMarkup(picture);
+  }
+  floating_.clear();
   if (place_ != Place::kBody) return WriteInCell();
   PutDue(rulesBefore_, pageBreaksBefore_);
   if (shape_ == Shape::kCode) {
@@ -242,11 +248,6 @@ void MarkdownWriter::Text(std::u16string_view text, const RunProperties& propert
   // The blank between a note's mark and its text stands already.
   if (beginsPart_ && !text.empty() && text[0] == ' ') text.remove_prefix(1);
   beginsPart_ = false;
-  if (properties.caps) {
-    upper_.resize(text.size());
-    std::transform(text.begin(), text.end(), upper_.begin(), upperCase);
-    text = upper_;
-  }
   inline_.Add(text, LookOf(properties));
 }
 
@@ -258,8 +259,8 @@ uint16_t MarkdownWriter::LookOf(const RunProperties& properties) {
     if (properties.bold) look |= kBoldLook;
     if (properties.italic) look |= kItalicLook;
     if (properties.underline != 0) look |= kUnderlineLook;
-    if (properties.verticalAlignment == 1) look |= kSuperscriptLook;
-    if (properties.verticalAlignment == 2) look |= kSubscriptLook;
+    if (sideOfLine(properties) > 0) look |= kSuperscriptLook;
+    if (sideOfLine(properties) < 0) look |= kSubscriptLook;
     if (codeStyles_.IsCharacterStyle(properties.characterStyle)) look |= kCodeLook;
     lastLook_ = static_cast<uint16_t>(look);
   }
@@ -357,7 +358,17 @@ void MarkdownWriter::Picture(const PictureFacts& picture) {
     appendDestination(markup, address);
     markup += ')';
   }
+  PutPicture(markup, picture.isInline);
+}
+
+/// Text that flows around a picture is not cut by it: that stands in front or behind.
+void MarkdownWriter::PutPicture(const std::string& markup, bool isInline) {
+  if (!isInline && !inline_.IsEmpty()) {
+    floating_.push_back(markup);
+    return;
+  }
   inline_.AddMarkup(markup);
+  if (!isInline) inline_.Add(u" ", 0);
 }
 
 // Tables.
@@ -387,9 +398,9 @@ void MarkdownWriter::EndTable() {
 void MarkdownWriter::BeginRow(const RowProperties& row) {
   if (muted_) return;
   if (place_ == Place::kHtmlTable) {
-    htmlTable_.BeginRow(row.isHeader);
+    htmlTable_.BeginRow(row);
   } else if (tables_ == 1) {
-    pipeTable_.BeginRow();
+    pipeTable_.BeginRow(row.columnsBefore);
   }
 }
 

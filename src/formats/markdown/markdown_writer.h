@@ -72,6 +72,7 @@ class MarkdownWriter final : public FlowHandler {
 
   Shape ShapeOf(const ParagraphFacts& facts);
   uint16_t LookOf(const RunProperties& properties);
+  void PutPicture(const std::string& markup, bool isInline);
   void WriteParagraph();
   void WriteHeading();
   void WriteInCell();
@@ -101,9 +102,9 @@ class MarkdownWriter final : public FlowHandler {
   ListItem item_{};
   uint32_t rulesBefore_ = 0, rulesBehind_ = 0;  ///< lines that the paragraph has at its ends
   uint32_t pageBreaksBefore_ = 0, pageBreaksBehind_ = 0;
-  std::string spelled_;       ///< kept for its memory
-  std::u16string upper_;      ///< kept for its memory
-  std::string anchors_;       ///< that the next text is to have
+  std::vector<std::string> floating_;  ///< pictures that stand behind the text
+  std::string spelled_;                ///< kept for its memory
+  std::string anchors_;                ///< that the next text is to have
   std::u16string partLabel_;  ///< owed to the first paragraph of a note that has no mark of Markdown's
   bool beginsPart_ = false;   ///< this label stands, its text does not
   std::u16string partAuthor_, partTime_;  ///< owed to the first paragraph of a comment

@@ -23,6 +23,11 @@ void PipeTable::Begin(size_t columns) {
   rows_ = 0;
 }
 
+void PipeTable::BeginRow(uint32_t columnsBefore) {
+  cells_.clear();
+  cells_.resize(std::min(columnsBefore, kMostSpan));
+}
+
 /// What a cell spans beside its own column is empty.
 void PipeTable::BeginCell(uint32_t columns) {
   current_ = cells_.size();
@@ -86,9 +91,14 @@ void HtmlTable::EndTable() {
   if (headers_.empty()) text_ += '\n';
 }
 
-void HtmlTable::BeginRow(bool isHeader) {
-  headers_.back() = isHeader;
+void HtmlTable::BeginRow(const RowProperties& row) {
+  headers_.back() = row.isHeader;
   text_ += "<tr>\n";
+  if (row.columnsBefore == 0) return;
+  CellProperties before;
+  before.columnSpan = row.columnsBefore;
+  BeginCell(before);
+  EndCell();
 }
 
 void HtmlTable::BeginCell(const CellProperties& cell) {

@@ -14,7 +14,8 @@ class PipeTable {
  public:
   /// `columns` are the fewest.
   void Begin(size_t columns);
-  void BeginRow() { cells_.clear(); }
+  /// Columns in front of its first cell are empty ones.
+  void BeginRow(uint32_t columnsBefore);
   void BeginCell(uint32_t columns);
   /// The paragraph that begins is aligned so; the first one of a cell counts.
   void Align(Alignment alignment, bool isRightToLeft);
@@ -44,7 +45,7 @@ class HtmlTable {
  public:
   void BeginTable();
   void EndTable();
-  void BeginRow(bool isHeader);
+  void BeginRow(const RowProperties& row);
   void EndRow() { text_ += "</tr>\n"; }
   void BeginCell(const CellProperties& cell);
   void EndCell();

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/number_text.h"
-#include "base/upper_case.h"
 #include "formats/text/wrapped_text.h"
 
 namespace pagerex {
@@ -89,17 +88,12 @@ void TextWriter::EndParagraph() {
   if (tables_ == 0) EndLine();
 }
 
-void TextWriter::Text(std::u16string_view text, const RunProperties& properties) {
+void TextWriter::Text(std::u16string_view text, const RunProperties&) {
   if (muted_) return;
   if (beginsPart_) [[unlikely]] {
     // The blank between a note's mark and its text stands already.
     if (!text.empty() && (text[0] == ' ' || text[0] == '\t')) text.remove_prefix(1);
     beginsPart_ = false;
-  }
-  if (properties.caps) {
-    upper_.resize(text.size());
-    std::transform(text.begin(), text.end(), upper_.begin(), upperCase);
-    text = upper_;
   }
   Put(text);
 }

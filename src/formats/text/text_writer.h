@@ -67,7 +67,6 @@ class TextWriter final : public FlowHandler {
   bool owesSpace_ = false;                ///< in a cell, before what follows
   bool hasParts_ = false;                 ///< notes or comments were begun
   bool beginsPart_ = false;               ///< its label stands, its text does not
-  std::u16string upper_;                  ///< capitals of a run; kept for its memory
 };
 
 }  // namespace pagerex
