@@ -173,8 +173,9 @@ void appendRoman(uint32_t number, bool isUpper, std::u16string& out) {
 /// Below 10 000. `isFirst`: nothing of the number stands before it.
 void appendCountingGroup(uint32_t number, const CountingSigns& signs, bool isFirst, std::u16string& out) {
   bool isZeroDue = !isFirst && number < 1000;
-  uint32_t size = 1000;
-  for (size_t unit = 3; number != 0; --unit, size /= 10) {
+  static constexpr uint32_t kSizes[] = {1, 10, 100, 1000};
+  for (size_t unit = 4; unit-- > 0 && number != 0;) {
+    const uint32_t size = kSizes[unit];
     const uint32_t digit = number / size;
     number %= size;
     if (digit == 0) {
@@ -188,7 +189,6 @@ void appendCountingGroup(uint32_t number, const CountingSigns& signs, bool isFir
     if (!isOneLeft) out += signs.digits[digit];
     if (unit > 0) out += signs.units[unit - 1];
     isFirst = isZeroDue = false;
-    if (unit == 0) break;
   }
 }
 

@@ -137,8 +137,9 @@ class StoredPictures : public PictureOutput {
     } else {
       ++pictures_;
     }
-    if (picture.identity == 0) return last_ = std::move(address);
-    return known_[picture.identity] = std::move(address);
+    std::string& kept = picture.identity == 0 ? last_ : known_[picture.identity];
+    kept = std::move(address);
+    return kept;
   }
 
  private:
