@@ -159,6 +159,18 @@ TEST(MarkdownText, RaisesWhatIsMeantToBeRaised) {
   EXPECT_EQ(raisedBy(1), "2\n");
 }
 
+TEST(MarkdownText, PageBreaksLeaveHeadingsOnOneLine) {
+  const RunProperties run;
+  const ParagraphProperties properties;
+  EXPECT_EQ(markdownOf([&](FlowScript& s) {
+              s.to.BeginParagraph({properties, u"", 1, u"1.1", nullptr, ParagraphFacts::Follow::kTab, true,
+                                   false, 1, 1, 0, run, 0});
+              s.Here(Mark::kPageBreak).Text(u"Title");
+              s.to.EndParagraph();
+            }),
+            "# 1.1  Title\n");
+}
+
 TEST(MarkdownText, LabelsHaveTheLookOfTheirText) {
   RunProperties bold;
   bold.bold = true;

@@ -286,6 +286,9 @@ void MarkdownWriter::MarkHere(Mark mark, const RunProperties& properties) {
     default:
       break;
   }
+  // Behind its number a heading may begin a page: it is one line all the same.
+  const bool endsPage = mark == Mark::kPageBreak || mark == Mark::kColumnBreak;
+  if (endsPage && shape_ == Shape::kHeading) return inline_.Add(u" ", 0);
   inline_.AddBreak();
 }
 
