@@ -173,7 +173,15 @@ void InlineText::Join() {
   pieces_.resize(count);
 }
 
+bool InlineText::BeginsAndEndsWithText() const {
+  const Piece& first = pieces_.front();
+  const Piece& last = pieces_.back();
+  return first.kind == Piece::kText && last.kind == Piece::kText && !isTrimmed(text_[first.begin]) &&
+         !isTrimmed(text_[last.end - 1]);
+}
+
 void InlineText::TrimEnds() {
+  if (!pieces_.empty() && BeginsAndEndsWithText()) return;
   while (!pieces_.empty()) {
     Piece& last = pieces_.back();
     if (last.kind == Piece::kText) {

@@ -75,6 +75,7 @@ class InlineText {
   void LookOfBlanks();
   void Join();
   void TrimEnds();
+  bool BeginsAndEndsWithText() const;
 
   std::u16string text_;
   std::string markup_;

@@ -56,6 +56,10 @@ InlineWriter::InlineWriter(const InlineText& text, const InlineForm& form, std::
 }
 
 void InlineWriter::Write() {
+  const std::vector<Piece>& pieces = text_.pieces();
+  const bool isPlain =
+      pieces.size() == 1 && pieces[0].kind == Piece::kText && (pieces[0].look | pieces[0].link) == 0;
+  if (isPlain) return WriteText(text_.TextOf(pieces[0]), true);
   WriteRange(0, text_.pieces().size(), kSpans, 0, Flank::kSpace);
 }
 
