@@ -173,11 +173,11 @@ void appendRoman(uint32_t number, bool isUpper, std::u16string& out) {
 /// Below 10 000. `isFirst`: nothing of the number stands before it.
 void appendCountingGroup(uint32_t number, const CountingSigns& signs, bool isFirst, std::u16string& out) {
   bool isZeroDue = !isFirst && number < 1000;
-  static constexpr uint32_t kSizes[] = {1, 10, 100, 1000};
-  for (size_t unit = 4; unit-- > 0 && number != 0;) {
-    const uint32_t size = kSizes[unit];
-    const uint32_t digit = number / size;
-    number %= size;
+  const uint32_t digits[] = {number % 10, number / 10 % 10, number / 100 % 10, number / 1000};
+  size_t last = 0;  // the last that is not 0
+  while (last < 4 && digits[last] == 0) ++last;
+  for (size_t unit = 4; unit-- > last;) {
+    const uint32_t digit = digits[unit];
     if (digit == 0) {
       isZeroDue = !isFirst;
       continue;
