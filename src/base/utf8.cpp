@@ -17,6 +17,17 @@ bool isPlain(char16_t unit) {
   return unit >= 0x20 && unit < 0x80;
 }
 
+bool standsInPlainText(char16_t unit) {
+  return unit >= 0x20 && unit < 0xD800;
+}
+
+bool isPlainTextByOnes(const char16_t* text, size_t n) {
+  for (size_t i = 0; i < n; ++i) {
+    if (!standsInPlainText(text[i])) return false;
+  }
+  return true;
+}
+
 bool isLeftOut(char32_t code, Utf8Filter filter) {
   if (filter == Utf8Filter::kNone) return false;
   return isNoText(code) || (code == 0xAD && filter == Utf8Filter::kControlsAndSoftHyphens);
@@ -53,6 +64,31 @@ size_t copy8(const char16_t* text, char* out) {
   const __m128i bytes = _mm_packus_epi16(units, units);
   _mm_storel_epi64(reinterpret_cast<__m128i*>(out), bytes);
   return static_cast<size_t>(std::countr_zero(othersIn(bytes) | 1u << 8));
+}
+
+/// Ones for what does not stand in plain text. No unsigned comparison of 16 bits: the numbers are moved to
+/// where a signed one tells the same.
+__m128i notPlainTextIn(__m128i units) {
+  constexpr int kFirst = 0x20, kEnd = 0xD800;
+  const __m128i moved = _mm_sub_epi16(units, _mm_set1_epi16(static_cast<short>(kFirst + 0x8000)));
+  return _mm_cmpgt_epi16(moved, _mm_set1_epi16(static_cast<short>(kEnd - kFirst - 0x8000 - 1)));
+}
+
+bool isPlainTextOf(const char16_t* text, size_t n) {
+  constexpr size_t kUnits = 8;
+  if (n < kUnits) return isPlainTextByOnes(text, n);
+  // The last block looks at some of it once more.
+  __m128i others = notPlainTextIn(load(text + n - kUnits));
+  size_t i = 0;
+  for (; n - i > 4 * kUnits; i += 4 * kUnits) {
+    const char16_t* const block = text + i;
+    const __m128i first = _mm_or_si128(notPlainTextIn(load(block)), notPlainTextIn(load(block + kUnits)));
+    const __m128i last =
+        _mm_or_si128(notPlainTextIn(load(block + 2 * kUnits)), notPlainTextIn(load(block + 3 * kUnits)));
+    others = _mm_or_si128(others, _mm_or_si128(first, last));
+  }
+  for (; n - i > kUnits; i += kUnits) others = _mm_or_si128(others, notPlainTextIn(load(text + i)));
+  return _mm_movemask_epi8(others) == 0;
 }
 
 #elif defined(__ARM_NEON)
@@ -121,6 +157,14 @@ size_t convert(const char16_t* text, size_t n, char* out, Utf8Filter filter) {
 }
 
 }  // namespace
+
+bool isPlainText(const char16_t* text, size_t n) {
+#if defined(__SSE2__)
+  return isPlainTextOf(text, n);
+#else
+  return isPlainTextByOnes(text, n);
+#endif
+}
 
 size_t utf8FromUtf16(const char16_t* text, size_t n, char* out, Utf8Filter filter) {
   return convert<copyPlain>(text, n, out, filter);

@@ -24,6 +24,10 @@ size_t utf8FromUtf16(const char16_t* text, size_t n, char* out, Utf8Filter filte
 /// The same, a character at a time.
 size_t utf8FromUtf16ByOnes(const char16_t* text, size_t n, char* out, Utf8Filter filter = Utf8Filter::kNone);
 
+/// Whether a text has no controls, halves of characters, or others of the last 10240 numbers of 16 bits,
+/// among which are all noncharacters but those of longer numbers.
+bool isPlainText(const char16_t* text, size_t n);
+
 /// The character at the beginning of a text that is not empty, and its count of units; U+FFFD for an unpaired
 /// surrogate.
 struct CharacterAt {

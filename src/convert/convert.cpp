@@ -212,7 +212,8 @@ int Writing::RunFormat(ResultSink& sink) {
                 warnings_,
                 listener,
                 request_.choices,
-                {}};
+                {},
+                document_.input().Size()};
   listener.Begin();
   const Status status = format.write(job);
   written_ = job.written;

@@ -13,8 +13,8 @@ pagerex_document_facts hostFacts(const DocumentFacts& facts, HostTexts& texts,
                                  std::vector<pagerex_custom_property>& custom);
 pagerex_section hostSection(const SectionFacts& facts, std::vector<pagerex_column>& columns);
 /// Without the name of the style.
-pagerex_table hostTable(const TableProperties& properties);
-pagerex_row hostRow(const RowProperties& properties);
-pagerex_cell hostCell(const CellProperties& properties);
+pagerex_table hostTable(const TableProperties& from);
+pagerex_row hostRow(const RowProperties& from);
+pagerex_cell hostCell(const CellProperties& from);
 
 }  // namespace pagerex

@@ -173,10 +173,11 @@ void appendRoman(uint32_t number, bool isUpper, std::u16string& out) {
 /// Below 10 000. `isFirst`: nothing of the number stands before it.
 void appendCountingGroup(uint32_t number, const CountingSigns& signs, bool isFirst, std::u16string& out) {
   bool isZeroDue = !isFirst && number < 1000;
-  uint32_t size = 1000;
-  for (size_t unit = 3; number != 0; --unit, size /= 10) {
-    const uint32_t digit = number / size;
-    number %= size;
+  const uint32_t digits[] = {number % 10, number / 10 % 10, number / 100 % 10, number / 1000};
+  size_t last = 0;  // the last that is not 0
+  while (last < 4 && digits[last] == 0) ++last;
+  for (size_t unit = 4; unit-- > last;) {
+    const uint32_t digit = digits[unit];
     if (digit == 0) {
       isZeroDue = !isFirst;
       continue;
@@ -188,7 +189,6 @@ void appendCountingGroup(uint32_t number, const CountingSigns& signs, bool isFir
     if (!isOneLeft) out += signs.digits[digit];
     if (unit > 0) out += signs.units[unit - 1];
     isFirst = isZeroDue = false;
-    if (unit == 0) break;
   }
 }
 

@@ -19,9 +19,6 @@ constexpr size_t kPageBytes = 512;
 
 constexpr uint16_t kNormal = 0;
 
-constexpr uint16_t kParagraphCondition = 0xC666;  ///< sprmPCnf
-constexpr uint16_t kRunCondition = 0xCA85;        ///< sprmCCnf
-
 /// A list of a style whose toggles are judged by what is there so far: by its base.
 void applyStyleList(ByteView sprms, RunProperties& properties) {
   const RunProperties base = properties;

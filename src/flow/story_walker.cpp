@@ -210,9 +210,9 @@ StoryWalker::RowLook& StoryWalker::LookOf(const TableScan& table, uint32_t index
     if (row.hasDefinition) mark = document_.paragraphs.At(row.end - 1, row.end);
     document_.tableStyles->Row(mark.sprms, mark.pieceSprms, look.definition);
   }
-  // What a table style says depends on the row.
+  if (!isMade) look.hasConditions = document_.tableStyles->HasConditions(look.definition.style);
   const bool hasCells = isMade && look.isFirst == isFirst && look.isLast == isLast &&
-                        look.cells.size() >= row.cellCount && look.definition.style == kNoStyle;
+                        look.cells.size() >= row.cellCount && !look.hasConditions;
   look.isThere = true;
   look.isFirst = isFirst;
   look.isLast = isLast;
@@ -230,8 +230,10 @@ void StoryWalker::MakeCells(const TableScan& table, uint32_t index, RowLook& loo
   for (size_t i = 0; i < defined; ++i) {
     size_t last = i;
     while (last + 1 < defined && cells[last + 1].isMergedLeft) ++last;
-    look.conditions[i] = conditionsOf(look.definition, index, rowCount, static_cast<uint32_t>(i),
-                                      static_cast<uint32_t>(defined));
+    if (look.hasConditions) {
+      look.conditions[i] = conditionsOf(look.definition, index, rowCount, static_cast<uint32_t>(i),
+                                        static_cast<uint32_t>(defined));
+    }
     document_.tableStyles->Cell(
         look.definition, {static_cast<uint8_t>(i), static_cast<uint8_t>(last), look.isFirst, look.isLast},
         look.conditions[i], look.cells[i]);

@@ -27,6 +27,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
     std::vector<uint16_t> conditions;
     bool isFirst = false, isLast = false;
     bool isThere = false;
+    bool hasConditions = false;  ///< its table style says more of some rows or columns
   };
   /// Of a paragraph that is one with the next: its text, and its style.
   struct Part {

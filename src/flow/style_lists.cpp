@@ -17,6 +17,19 @@ bool hasShortLists(const StyleTable& styles, uint16_t istd, StyleGroup group) {
   return size <= kMostBytes;
 }
 
+bool hasConditions(const StyleTable& styles, uint16_t istd) {
+  bool isFound = false;
+  for (const StyleGroup group : {&StyleTable::Papx, &StyleTable::Chpx, &StyleTable::Tapx}) {
+    if (!hasShortLists(styles, istd, group)) continue;
+    for (const uint16_t style : styles.Chain(istd)) {
+      forEachSprm((styles.*group)(style), [&isFound](uint16_t opcode, ByteView) {
+        isFound |= opcode == kParagraphCondition || opcode == kRunCondition || opcode == kTableCondition;
+      });
+    }
+  }
+  return isFound;
+}
+
 void addConditionalLists(const StyleTable& styles, uint16_t istd, StyleGroup group, uint16_t conditionalSprm,
                          uint16_t condition, std::vector<ByteView>& lists) {
   for (const uint16_t style : styles.Chain(istd)) {

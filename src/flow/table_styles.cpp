@@ -9,8 +9,7 @@ namespace pagerex {
 namespace {
 
 constexpr uint16_t kNormalTable = 11;
-constexpr uint16_t kTableStyle = 0x563A;      ///< sprmTIstd
-constexpr uint16_t kTableCondition = 0xD66A;  ///< sprmTCnf
+constexpr uint16_t kTableStyle = 0x563A;  ///< sprmTIstd
 
 uint16_t tableStyleOf(ByteView sprms, uint16_t style) {
   forEachSprm(sprms, [&style](uint16_t opcode, ByteView operand) {
@@ -48,6 +47,13 @@ void TableStyles::Row(ByteView sprms, ByteView pieceSprms, RowDefinition& row) c
   applyTableSprms(sprms, row);
   applyTableSprms(pieceSprms, row);
   row.style = style;
+}
+
+bool TableStyles::HasConditions(uint16_t istd) {
+  if (istd == kNoStyle) return false;
+  const auto [place, isNew] = hasConditions_.try_emplace(istd);
+  if (isNew) place->second = hasConditions(styles_, istd);
+  return place->second;
 }
 
 void TableStyles::Cell(const RowDefinition& row, const CellPosition& position, uint16_t conditions,

@@ -17,6 +17,8 @@ class TableStyles {
   /// A row by the list at its end and that of its piece; `row` is overwritten. Its `style` is kNoStyle if the
   /// document has no such style.
   void Row(ByteView sprms, ByteView pieceSprms, RowDefinition& row) const;
+  /// Whether what a style says depends on the row and the column.
+  bool HasConditions(uint16_t istd);
   /// What holds in a cell where these conditions do. columnSpan and rowSpan are left alone.
   void Cell(const RowDefinition& row, const CellPosition& position, uint16_t conditions,
             CellProperties& cell);
@@ -25,7 +27,8 @@ class TableStyles {
   const StyleCells& ConditionalPart(uint16_t istd, uint16_t condition);
 
   const StyleTable& styles_;
-  std::unordered_map<uint32_t, StyleCells> parts_;  ///< by style and condition
+  std::unordered_map<uint16_t, bool> hasConditions_;  ///< by style
+  std::unordered_map<uint32_t, StyleCells> parts_;    ///< by style and condition
 };
 
 }  // namespace pagerex

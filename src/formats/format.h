@@ -50,7 +50,8 @@ struct FormatJob {
   Warnings& warnings;
   FormatListener& listener;
   const FlowChoices& choices;
-  WrittenCounts written;  ///< filled in by the format
+  WrittenCounts written;    ///< filled in by the format
+  uint64_t inputBytes = 0;  ///< what output and memory are measured by
 };
 
 /// A format: what hosts are told of it, and what writes it.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <new>
 #include <unordered_map>
 
 #include "base/stdio_archive.h"
@@ -69,6 +70,7 @@ bool inflateParts(ByteView deflated, uint64_t rawSize, const TakePart& take) {
     isTaken = stream.total_out <= rawSize && take(ByteView(part, count));
   }
   inflateEnd(&stream);
+  if (result == Z_MEM_ERROR) throw std::bad_alloc();
   return result == Z_STREAM_END && isTaken;
 }
 
@@ -135,8 +137,9 @@ class StoredPictures : public PictureOutput {
     } else {
       ++pictures_;
     }
-    if (picture.identity == 0) return last_ = std::move(address);
-    return known_[picture.identity] = std::move(address);
+    std::string& kept = picture.identity == 0 ? last_ : known_[picture.identity];
+    kept = std::move(address);
+    return kept;
   }
 
  private:
@@ -168,8 +171,8 @@ std::string uriOf(std::string_view name) {
 
 class PictureFiles final : public StoredPictures {
  public:
-  PictureFiles(OutputFiles& files, std::string folder, Warnings* warnings)
-      : StoredPictures(warnings), files_(files), folder_(std::move(folder)) {}
+  PictureFiles(OutputFiles& files, std::string folder, Warnings* warnings, uint64_t mostBytes)
+      : StoredPictures(warnings), files_(files), folder_(std::move(folder)), left_(mostBytes) {}
 
  private:
   /// One that turns out to be damaged leaves its file as far as it came, with no address.
@@ -178,6 +181,8 @@ class PictureFiles final : public StoredPictures {
     const std::string name = "picture-" + std::to_string(++count_) + "." + std::string(row.extension);
     bool isOpen = false;
     const bool isWhole = pictureParts(picture, [&](ByteView part) {
+      if (part.size() > left_) return false;
+      left_ -= part.size();
       if (!isOpen) isOpen = file.open((folder_ + "/" + name).c_str());
       if (isOpen) file.put(part.data(), static_cast<unsigned>(part.size()));
       return isOpen;
@@ -189,6 +194,7 @@ class PictureFiles final : public StoredPictures {
   OutputFiles& files_;
   const std::string folder_;
   uint64_t count_ = 0;
+  uint64_t left_;  ///< bytes that may still be stored
 };
 
 class EmbeddedPictures final : public StoredPictures {
@@ -234,8 +240,9 @@ class NoPictures final : public PictureOutput {
 
 }  // namespace
 
-std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string folder, Warnings* warnings) {
-  return std::make_unique<PictureFiles>(files, std::move(folder), warnings);
+std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string folder, Warnings* warnings,
+                                                uint64_t mostBytes) {
+  return std::make_unique<PictureFiles>(files, std::move(folder), warnings, mostBytes);
 }
 
 std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings* warnings) {

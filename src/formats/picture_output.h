@@ -29,9 +29,10 @@ class PictureOutput {
   uint64_t pictures_ = 0;  ///< that were stored, each once
 };
 
-/// Pictures as files "`folder`/picture-1.png", each stored once however often it is shown. `files` and
-/// `warnings` (may be null) are not owned.
-std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string folder, Warnings* warnings);
+/// Pictures as files "`folder`/picture-1.png", each stored once however often it is shown, up to
+/// `mostBytes` of all together. `files` and `warnings` (may be null) are not owned.
+std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string folder, Warnings* warnings,
+                                                uint64_t mostBytes = UINT64_MAX);
 
 /// Pictures as "data:" addresses, up to `mostBytes` of all together.
 std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings* warnings);

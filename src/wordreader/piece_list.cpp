@@ -29,7 +29,17 @@ void PieceList::Read(WordFile& file) {
     Mend();
     break;
   }
+  LimitLength(file);
   Load(0);
+}
+
+/// Pieces of a sound file share no text. Those of a damaged one may all be the same.
+void PieceList::LimitLength(const WordFile& file) {
+  constexpr uint64_t kMostTimes = 8, kSpare = 1 << 16;
+  const uint64_t most = kMostTimes * file.bytesHeld() + kSpare;
+  if (end_ <= most) return;
+  warn(file.warnings(), WarningCode::kWorkLimit, "text");
+  end_ = static_cast<uint32_t>(most);
 }
 
 /// Keeps what goes on behind all pieces before it.

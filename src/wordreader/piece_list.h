@@ -43,6 +43,7 @@ class PieceList {
  private:
   bool ReadTable(ByteView clx);
   void MakeOnePiece(const WordFile& file);
+  void LimitLength(const WordFile& file);
   void Mend();
   void Load(uint32_t index);
   const TextPiece& FindElsewhere(uint32_t position);

@@ -88,7 +88,7 @@ ByteView PropertyPages::PropertiesOf(uint32_t entry) const {
   const uint8_t count = page_.u8(at);
   if (kind_ == Kind::kRuns) return page_.part(at + 1, count);
   // A count of words, less half a word; of 0 the count stands in the byte behind it.
-  return count != 0 ? page_.part(at + 1, 2 * size_t{count} - 1)
+  return count != 0 ? page_.part(at + 1, size_t{count} * 2 - 1)
                     : page_.part(at + 2, 2 * size_t{page_.u8(at + 1)});
 }
 

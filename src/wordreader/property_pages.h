@@ -45,7 +45,7 @@ class PropertyPages {
   Entry Missing(uint32_t offset);
   /// Where entry `i` begins, up to the count of entries, which keeps this in the page.
   uint32_t PageStart(uint32_t i) const {
-    uint32_t start;
+    uint32_t start = 0;
     std::memcpy(&start, page_.data() + size_t{i} * 4, sizeof(start));
     return start;
   }

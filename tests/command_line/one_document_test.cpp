@@ -86,6 +86,7 @@ std::string changedDocument() {
   document.paragraph("a ").inserted("new ", ann).deleted("old ", ann).run("b");
   document.paragraph("some words that do not fit").annotation("What is this?");
   document.paragraph("seen ").run("hidden", {support::sprm(0x083C, 1)});
+  document.summary({.title = "A title"});
   const support::Bytes bytes = document.build();
   return {bytes.begin(), bytes.end()};
 }

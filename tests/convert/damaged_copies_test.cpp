@@ -39,7 +39,7 @@ class DamagedCopies : public testing::TestWithParam<std::string> {
   void expectSomeOfEach() const {
     EXPECT_GT(whole_, copies_ / 200);
     EXPECT_GT(partial_, copies_ / 200);
-    EXPECT_GT(refused_, copies_ / 200);
+    EXPECT_GT(refused_, copies_ / 1000);  // the walk reads nearly all
   }
 
   mutation::Random random_;

@@ -270,7 +270,7 @@ TEST(DocumentsOfTheWalkAlone, AreCountedByIt) {
   ASSERT_EQ(pagerex_info(document.get(), &info), PAGEREX_RESULT_OK);
   EXPECT_EQ(info.counts.tables, 1u);
   EXPECT_EQ(info.counts.paragraphs, 4u);
-  EXPECT_EQ(info.counts.characters, 13u);
+  EXPECT_EQ(info.counts.characters, 12u);
 }
 
 }  // namespace

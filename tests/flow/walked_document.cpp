@@ -12,21 +12,27 @@ namespace flow_test {
 
 using namespace pagerex;
 
-Walked::Walked(const support::Bytes& file, unsigned parts, const WalkOptions& options) : transcript_(parts) {
+Warnings walkInto(const support::Bytes& file, FlowHandler& handler, const WalkOptions& options) {
+  Warnings warnings;
   MemorySource source(file.data(), file.size());
   IStorage* storage = nullptr;
   if (OpenCompoundFile(source, nullptr, &storage) != Status::kOk) {
     ADD_FAILURE() << "this is no compound file";
-    return;
+    return warnings;
   }
   {
     WordFile word;
-    const Status status = word.Open(storage, nullptr, &warnings_);
+    const Status status = word.Open(storage, nullptr, &warnings);
     EXPECT_EQ(status, Status::kOk);
     RunControl control;
-    if (status == Status::kOk) walk(word, options, control, nullptr, transcript_);
+    if (status == Status::kOk) walk(word, options, control, nullptr, handler);
   }
   storage->Release();
+  return warnings;
+}
+
+Walked::Walked(const support::Bytes& file, unsigned parts, const WalkOptions& options) : transcript_(parts) {
+  warnings_ = walkInto(file, transcript_, options);
   EXPECT_TRUE(transcript_.isBalanced()) << transcript_.text();
 }
 

@@ -9,6 +9,10 @@
 
 namespace flow_test {
 
+/// Tells the bytes of a file to a handler. Returns what was warned of.
+pagerex::Warnings walkInto(const support::Bytes& file, pagerex::FlowHandler& handler,
+                           const pagerex::WalkOptions& options = {});
+
 /// A made document, told to a transcript.
 class Walked {
  public:

@@ -219,4 +219,13 @@ TEST(WrappedText, WritesRowsOfTooManyColumnsAsLines) {
       "a\nb\nc\nd\ne\nf\ng\n");
 }
 
+TEST(TextWriter, FitsTablesWithoutCellsInTheirPlace) {
+  EXPECT_EQ(wrapped(20,
+                    [](FlowScript& s) {
+                      s.Table([&] { s.Row([] {}); });
+                      s.Paragraph(u"behind");
+                    }),
+            "behind\n");
+}
+
 }  // namespace pagerex

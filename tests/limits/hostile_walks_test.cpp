@@ -35,9 +35,9 @@ TEST_P(HostileWalk, KeepsWithinTheBoundsAndComesOut) {
 INSTANTIATE_TEST_SUITE_P(Documents, HostileWalk,
                          testing::Combine(testing::ValuesIn(hostileDocuments()),
                                           testing::ValuesIn(support::kWalkedWays)),
-                         [](const auto& info) {
-                           return std::get<0>(info.param).name + std::string("_") +
-                                  std::get<1>(info.param).name;
+                         [](const auto& chosen) {
+                           return std::get<0>(chosen.param).name + std::string("_") +
+                                  std::get<1>(chosen.param).name;
                          });
 
 }  // namespace

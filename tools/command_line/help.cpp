@@ -50,9 +50,8 @@ void printFormatNames() {
 }
 
 void printShort() {
-  std::printf(
-      "%sWord 97-2003 documents to HTML, text and Markdown. Folders are taken whole.\n\n",
-      usage().c_str());
+  std::printf("%sWord 97-2003 documents to HTML, text and Markdown. Folders are taken whole.\n\n",
+              usage().c_str());
   for (const Option& option : kOptions) {
     if (option.isShown) printRow(spelled(option), option.help);
   }

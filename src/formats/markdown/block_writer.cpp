@@ -101,6 +101,7 @@ void BlockWriter::PutIndent(size_t indent) {
 
 void BlockWriter::PutLines(std::string_view lines) {
   const size_t indent = Begin();
+  if (indent == 0) return Put(lines);
   for (bool isFirst = true; !lines.empty(); isFirst = false) {
     const size_t end = lines.find('\n') + 1;
     if (!isFirst && end > 1) PutIndent(indent);

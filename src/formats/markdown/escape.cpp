@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "base/character_class.h"
+#include "base/encoding.h"
 #include "base/utf8.h"
+#include "formats/markdown/plain_copy.h"
 
 namespace pagerex {
 namespace {
@@ -149,9 +151,11 @@ size_t Line::BlockEscape() const {
   return isNumber && IsBlankOrEnd(digits + 1) ? digits : kNone;
 }
 
-/// Characters of HTML that a text cannot hold.
+/// Characters of HTML that a text cannot hold, and tabs.
 std::string_view htmlOf(char16_t unit) {
   switch (unit) {
+    case '\t':
+      return "\t";
     case '&':
       return "&amp;";
     case '<':
@@ -164,6 +168,65 @@ std::string_view htmlOf(char16_t unit) {
       return {};
   }
 }
+
+/// UTF-8 that is gathered on the stack, so that a line grows by stretches.
+class LineEnd {
+ public:
+  explicit LineEnd(std::string& line) : line_(line) {}
+
+  void Put(char c) {
+    MakeRoom();
+    bytes_[used_++] = c;
+  }
+  void Put(std::string_view bytes) {
+    Flush();
+    line_ += bytes;
+  }
+  /// The plain characters at the beginning of a text, as many as there is room for, and their count.
+  template <size_t (*copyPlain)(const char16_t*, size_t, char*)>
+  size_t PutPlain(std::u16string_view text) {
+    MakeRoom();
+    const size_t count = copyPlain(text.data(), std::min(text.size(), kSize - used_), bytes_ + used_);
+    used_ += count;
+    return count;
+  }
+  /// What is no ASCII at the beginning of a text, and controls but for tabs, and its count.
+  size_t PutOthers(std::u16string_view text) {
+    size_t i = 0;
+    while (i < text.size()) {
+      MakeRoom();
+      const char16_t unit = text[i];
+      if (unit >= 0x800 && unit < 0xD800) {
+        bytes_[used_] = static_cast<char>(0xE0 | unit >> 12);
+        bytes_[used_ + 1] = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+        bytes_[used_ + 2] = static_cast<char>(0x80 | (unit & 0x3F));
+        used_ += 3;
+        ++i;
+        continue;
+      }
+      if ((unit >= 0x20 && unit < 0x80) || unit == '\t') break;
+      const CharacterAt next = characterAt(text.data() + i, text.size() - i);
+      if (!isNoText(next.code)) used_ += encodeUtf8(next.code, bytes_ + used_);
+      i += next.units;
+    }
+    return i;
+  }
+  void Flush() {
+    line_.append(bytes_, used_);
+    used_ = 0;
+  }
+
+ private:
+  static constexpr size_t kSize = 1024, kLeastRoom = 64;
+
+  void MakeRoom() {
+    if (used_ > kSize - kLeastRoom) Flush();
+  }
+
+  std::string& line_;
+  size_t used_ = 0;
+  char bytes_[kSize];
+};
 
 bool standsInAddress(char16_t unit) {
   return unit > 0x20 && unit != 0x7F &&
@@ -195,48 +258,58 @@ Flank lastFlank(std::u16string_view text) {
 }
 
 void appendUtf8(std::string& out, std::u16string_view text) {
-  const size_t size = out.size();
-  out.resize(size + mostUtf8(text.size()));
-  out.resize(size + utf8FromUtf16(text.data(), text.size(), out.data() + size, Utf8Filter::kControls));
+  constexpr size_t kStretch = 256;
+  char bytes[mostUtf8(kStretch)];
+  while (!text.empty()) {
+    size_t count = std::min(text.size(), kStretch);
+    // The two halves of a character stay together.
+    if (count < text.size() && (text[count - 1] & 0xFC00) == 0xD800) --count;
+    out.append(bytes, utf8FromUtf16(text.data(), count, bytes, Utf8Filter::kControls));
+    text.remove_prefix(count);
+  }
 }
 
 void appendEscaped(std::string& out, std::u16string_view text, const TextPlace& place) {
+  if (text.empty()) return;
   const Line line(text, place);
   size_t firstEscape = place.isLineStart ? line.BlockEscape() : std::u16string_view::npos;
   if (place.isBehindReference && (text[0] == '(' || text[0] == ':')) firstEscape = 0;
-  size_t done = 0;
-  if (firstEscape != std::u16string_view::npos) {
-    appendUtf8(out, text.substr(0, firstEscape));
-    out += '\\';
-    out += static_cast<char>(text[firstEscape]);
-    done = firstEscape + 1;
-  }
-  for (size_t i = done; i < text.size(); ++i) {
-    if (!isSpecial(text[i])) continue;
-    const bool isTab = text[i] == '\t';
-    if (!isTab && !line.IsEscaped(i)) continue;
-    appendUtf8(out, text.substr(done, i - done));
-    if (isTab) {
-      out += ' ';
-      done = i + 1;
+  LineEnd end(out);
+  size_t i = 0;
+  // The last character is looked at in any case: what follows it is not known here.
+  for (const size_t last = text.size() - 1; i <= last;) {
+    if (i < last && firstEscape == std::u16string_view::npos)
+      i += end.PutPlain<copyPlainMarkdown>(text.substr(i, last - i));
+    const char16_t unit = text[i];
+    if (unit == '\t') {
+      end.Put(' ');
+      ++i;
+    } else if (unit < 0x20 || unit >= 0x80) {
+      i += end.PutOthers(text.substr(i));
     } else {
-      out += '\\';
-      done = i;
+      if (i == firstEscape || (isSpecial(unit) && line.IsEscaped(i))) end.Put('\\');
+      if (i == firstEscape) firstEscape = std::u16string_view::npos;
+      end.Put(static_cast<char>(unit));
+      ++i;
     }
   }
-  appendUtf8(out, text.substr(done));
+  end.Flush();
 }
 
 void appendHtml(std::string& out, std::u16string_view text) {
-  size_t done = 0;
-  for (size_t i = 0; i < text.size(); ++i) {
+  LineEnd end(out);
+  for (size_t i = 0; i < text.size();) {
+    i += end.PutPlain<copyPlainHtml>(text.substr(i));
+    if (i == text.size()) break;
     const std::string_view spelled = htmlOf(text[i]);
-    if (spelled.empty()) continue;
-    appendUtf8(out, text.substr(done, i - done));
-    out += spelled;
-    done = i + 1;
+    if (!spelled.empty()) {
+      end.Put(spelled);
+      ++i;
+    } else {
+      i += end.PutOthers(text.substr(i));
+    }
   }
-  appendUtf8(out, text.substr(done));
+  end.Flush();
 }
 
 void appendHtml(std::string& out, std::string_view text) {

@@ -9,16 +9,12 @@ namespace pagerex {
 namespace {
 
 bool isBlank(char16_t unit) {
-  return flankOf(unit) == Flank::kSpace;
+  return unit < 0x80 ? unit <= 0x20 : flankOf(unit) == Flank::kSpace;
 }
 
 /// Of Markdown: others show.
 bool isTrimmed(char16_t unit) {
   return unit == ' ' || unit == '\t';
-}
-
-bool mayBeNoText(char16_t unit) {
-  return unit < 0x20 || unit >= 0xD800;
 }
 
 }  // namespace
@@ -33,7 +29,7 @@ void InlineText::Clear() {
 
 void InlineText::Add(std::u16string_view text, uint16_t look) {
   const size_t begin = text_.size();
-  if (std::none_of(text.begin(), text.end(), mayBeNoText)) {
+  if (isPlainText(text.data(), text.size())) {
     text_ += text;
   } else {
     for (size_t i = 0; i < text.size();) {
@@ -54,15 +50,15 @@ void InlineText::Add(std::u16string_view text, uint16_t look) {
       return;
     }
   }
-  pieces_.push_back({Piece::kText, look, link_, begin, text_.size()});
+  pieces_.push_back({Piece::kText, false, look, link_, begin, text_.size()});
 }
 
 void InlineText::AddBreak() {
-  pieces_.push_back({Piece::kBreak, 0, link_, text_.size(), text_.size()});
+  pieces_.push_back({Piece::kBreak, true, 0, link_, text_.size(), text_.size()});
 }
 
 void InlineText::AddStored(Piece::Kind kind, std::string_view markup, uint32_t link) {
-  pieces_.push_back({kind, 0, link, markup_.size(), markup_.size() + markup.size()});
+  pieces_.push_back({kind, false, 0, link, markup_.size(), markup_.size() + markup.size()});
   markup_ += markup;
 }
 
@@ -72,17 +68,20 @@ void InlineText::BeginLink(InlineLink link) {
 }
 
 bool InlineText::IsEmpty() const {
-  return std::all_of(pieces_.begin(), pieces_.end(), [this](const Piece& piece) {
-    if (piece.kind == Piece::kBreak) return true;
-    const std::u16string_view text = TextOf(piece);
-    return piece.kind == Piece::kText && std::all_of(text.begin(), text.end(), isTrimmed);
-  });
+  for (const Piece& piece : pieces_) {
+    if (piece.kind == Piece::kBreak) continue;
+    if (piece.kind != Piece::kText) return false;
+    for (size_t i = piece.begin; i < piece.end; ++i) {
+      if (!isTrimmed(text_[i])) return false;
+    }
+  }
+  return true;
 }
 
 uint16_t InlineText::CommonLook() const {
   uint16_t common = 0xFFFF;
   for (const Piece& piece : pieces_) {
-    if (piece.kind == Piece::kText && !IsBlank(piece)) common &= piece.look;
+    if (piece.kind == Piece::kText && !HasOnlyBlanks(piece)) common &= piece.look;
   }
   return common;
 }
@@ -102,41 +101,48 @@ void InlineText::Arrange(uint16_t ignored) {
   TrimEnds();
 }
 
-bool InlineText::IsBlank(const Piece& piece) const {
-  if (piece.kind == Piece::kBreak) return true;
-  return piece.kind == Piece::kText && isBlank(text_[piece.begin]) && isBlank(text_[piece.end - 1]) &&
-         std::all_of(text_.begin() + static_cast<ptrdiff_t>(piece.begin),
-                     text_.begin() + static_cast<ptrdiff_t>(piece.end), isBlank);
+bool InlineText::HasOnlyBlanks(const Piece& piece) const {
+  const std::u16string_view text = TextOf(piece);
+  return isBlank(text.front()) && isBlank(text.back()) && std::all_of(text.begin(), text.end(), isBlank);
 }
 
 /// Blanks at the edges of a piece become pieces.
 void InlineText::SplitBlanks() {
-  ordered_.clear();
+  split_.resize(std::max(split_.size(), 3 * pieces_.size()));
+  Piece* next = split_.data();
   for (const Piece& piece : pieces_) {
-    Piece middle = piece;
+    *next = piece;
     if (piece.kind == Piece::kText) {
-      while (middle.begin < middle.end && isBlank(text_[middle.begin])) ++middle.begin;
-      while (middle.begin < middle.end && isBlank(text_[middle.end - 1])) --middle.end;
+      while (next->begin < next->end && isBlank(text_[next->begin])) ++next->begin;
+      if (next->begin > piece.begin) {
+        Piece& blanks = *next++;
+        *next = piece;
+        next->begin = blanks.end = blanks.begin;
+        blanks.begin = piece.begin;
+        blanks.isBlank = true;
+        if (next->begin == next->end) continue;
+      }
+      while (isBlank(text_[next->end - 1])) --next->end;
+      if (next->end < piece.end) {
+        next[1] = piece;
+        next[1].begin = next->end;
+        next[1].isBlank = true;
+        ++next;
+      }
     }
-    if (middle.begin > piece.begin) {
-      ordered_.push_back({Piece::kText, piece.look, piece.link, piece.begin, middle.begin});
-    }
-    if (piece.kind != Piece::kText || middle.begin < middle.end) ordered_.push_back(middle);
-    if (middle.begin < middle.end && middle.end < piece.end) {
-      ordered_.push_back({Piece::kText, piece.look, piece.link, middle.end, piece.end});
-    }
+    ++next;
   }
-  pieces_.swap(ordered_);
+  pieces_.assign(split_.data(), next);
 }
 
 void InlineText::LookOfBlanks() {
   for (size_t i = 0; i < pieces_.size();) {
-    if (!IsBlank(pieces_[i])) {
+    if (!pieces_[i].isBlank) {
       ++i;
       continue;
     }
     size_t end = i;
-    while (end < pieces_.size() && IsBlank(pieces_[end])) ++end;
+    while (end < pieces_.size() && pieces_[end].isBlank) ++end;
     const bool isBetween = i > 0 && end < pieces_.size();
     const uint16_t look = isBetween ? pieces_[i - 1].look & pieces_[end].look : 0;
     const uint32_t link = isBetween && pieces_[i - 1].link == pieces_[end].link ? pieces_[end].link : 0;
@@ -149,23 +155,33 @@ void InlineText::LookOfBlanks() {
 
 /// Blanks in front of a link stay by themselves: a look may end there.
 void InlineText::Join() {
-  ordered_.clear();
+  size_t count = 0;
   for (size_t i = 0; i < pieces_.size(); ++i) {
     const Piece& piece = pieces_[i];
-    const bool isKept = IsBlank(piece) && i + 1 < pieces_.size() && pieces_[i + 1].link != piece.link;
-    Piece* const last = ordered_.empty() ? nullptr : &ordered_.back();
+    const bool isKept = piece.isBlank && i + 1 < pieces_.size() && pieces_[i + 1].link != piece.link;
+    Piece* const last = count > 0 ? &pieces_[count - 1] : nullptr;
     if (!isKept && last && last->kind == Piece::kText && piece.kind == Piece::kText &&
         last->look == piece.look && last->link == piece.link && last->end == piece.begin) {
       last->end = piece.end;
-    } else {
-      ordered_.push_back(piece);
-      if (isKept) ordered_.back().look &= static_cast<uint16_t>(~kCodeLook);
+      last->isBlank &= piece.isBlank;
+      continue;
     }
+    pieces_[count] = piece;
+    if (isKept) pieces_[count].look &= static_cast<uint16_t>(~kCodeLook);
+    ++count;
   }
-  pieces_.swap(ordered_);
+  pieces_.resize(count);
+}
+
+bool InlineText::BeginsAndEndsWithText() const {
+  const Piece& first = pieces_.front();
+  const Piece& last = pieces_.back();
+  return first.kind == Piece::kText && last.kind == Piece::kText && !isTrimmed(text_[first.begin]) &&
+         !isTrimmed(text_[last.end - 1]);
 }
 
 void InlineText::TrimEnds() {
+  if (!pieces_.empty() && BeginsAndEndsWithText()) return;
   while (!pieces_.empty()) {
     Piece& last = pieces_.back();
     if (last.kind == Piece::kText) {
@@ -182,7 +198,7 @@ void InlineText::TrimEnds() {
     }
     if (piece.kind != Piece::kBreak && piece.begin < piece.end) break;
   }
-  pieces_.erase(pieces_.begin(), pieces_.begin() + static_cast<ptrdiff_t>(first));
+  if (first > 0) pieces_.erase(pieces_.begin(), pieces_.begin() + static_cast<ptrdiff_t>(first));
 }
 
 }  // namespace pagerex

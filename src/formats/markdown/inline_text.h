@@ -32,6 +32,7 @@ class InlineText {
   struct Piece {
     enum Kind : uint8_t { kText, kBreak, kMarkup, kReference };
     Kind kind;
+    bool isBlank;   ///< blanks or a break; told where the text has looks or links, once it is in order
     uint16_t look;  ///< bits of LookBit
     uint32_t link;  ///< index of a link, from 1; 0 for none
     size_t begin, end;
@@ -58,8 +59,6 @@ class InlineText {
   /// The looks that all of its text has.
   uint16_t CommonLook() const;
 
-  /// Blanks and breaks only.
-  bool IsBlank(const Piece& piece) const;
   const std::vector<Piece>& pieces() const { return pieces_; }
   std::u16string_view TextOf(const Piece& piece) const {
     return std::u16string_view(text_).substr(piece.begin, piece.end - piece.begin);
@@ -70,16 +69,19 @@ class InlineText {
   const InlineLink& LinkOf(const Piece& piece) const { return links_[piece.link - 1]; }
 
  private:
+  bool HasOnlyBlanks(const Piece& piece) const;
   void AddStored(Piece::Kind kind, std::string_view markup, uint32_t link);
   void SplitBlanks();
   void LookOfBlanks();
   void Join();
   void TrimEnds();
+  bool BeginsAndEndsWithText() const;
 
   std::u16string text_;
   std::string markup_;
   std::vector<InlineLink> links_;
-  std::vector<Piece> pieces_, ordered_;  ///< the latter is kept for its memory
+  std::vector<Piece> pieces_;
+  std::vector<Piece> split_;  ///< kept for its memory
   uint32_t link_ = 0;
 };
 

@@ -56,6 +56,10 @@ InlineWriter::InlineWriter(const InlineText& text, const InlineForm& form, std::
 }
 
 void InlineWriter::Write() {
+  const std::vector<Piece>& pieces = text_.pieces();
+  const bool isPlain =
+      pieces.size() == 1 && pieces[0].kind == Piece::kText && (pieces[0].look | pieces[0].link) == 0;
+  if (isPlain) return WriteText(text_.TextOf(pieces[0]), true);
   WriteRange(0, text_.pieces().size(), kSpans, 0, Flank::kSpace);
 }
 
@@ -68,7 +72,7 @@ void InlineWriter::WriteRange(size_t begin, size_t end, uint16_t looks, uint32_t
     size_t spanEnd = i;
     const bool beginsLink = piece.link != 0 && piece.link != link;
     if (beginsLink) spanEnd = EndOfLink(i, end);
-    if ((piece.look & looks) && !text_.IsBlank(piece)) {
+    if ((piece.look & looks) && !piece.isBlank) {
       for (const Look& look : kLooks) {
         if (!(piece.look & looks & look.bit)) continue;
         const size_t lookEnd = EndOfLook(i, end, look.bit, link);
@@ -101,7 +105,7 @@ size_t InlineWriter::EndOfLook(size_t begin, size_t end, uint16_t look, uint32_t
   const bool isWithinLink =
       i < end && pieces[i].link != 0 && pieces[i].link != link && pieces[i - 1].link == pieces[i].link;
   if (!isWithinLink || linkBegin == begin) return i;
-  while (text_.IsBlank(pieces[linkBegin - 1])) --linkBegin;
+  while (pieces[linkBegin - 1].isBlank) --linkBegin;
   return linkBegin;
 }
 

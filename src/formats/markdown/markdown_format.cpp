@@ -8,11 +8,13 @@ namespace pagerex {
 namespace {
 
 std::unique_ptr<PictureOutput> picturesFor(FormatJob& job) {
-  constexpr uint64_t kMostEmbedded = 64 << 20;
+  // Sound pictures grow by less where they are inflated; the embedded ones are held until the end.
+  const uint64_t mostBytes = 32 * job.inputBytes + (64 << 20);
+  const uint64_t mostEmbedded = 16 * job.inputBytes + (1 << 20);
   if (job.pictures == PAGEREX_PICTURES_NONE) return makeNoPictures(&job.warnings);
-  if (job.pictures == PAGEREX_PICTURES_EMBEDDED) return makeEmbeddedPictures(kMostEmbedded, &job.warnings);
+  if (job.pictures == PAGEREX_PICTURES_EMBEDDED) return makeEmbeddedPictures(mostEmbedded, &job.warnings);
   return makePictureFiles(job.files, job.mainName.substr(0, job.mainName.rfind('.')) + ".files",
-                          &job.warnings);
+                          &job.warnings, mostBytes);
 }
 
 }  // namespace

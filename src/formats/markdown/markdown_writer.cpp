@@ -167,29 +167,36 @@ void MarkdownWriter::WriteHeading() {
 }
 
 void MarkdownWriter::PutInline(const InlineForm& form, uint16_t ignoredLooks) {
-  Spell(form, ignoredLooks);
+  spelled_.clear();
+  Spell(form, ignoredLooks, spelled_);
+  if (form.kind == InlineForm::kHeading) keepLastNumberSigns(spelled_);
   blocks_.Put(spelled_);
 }
 
-void MarkdownWriter::Spell(const InlineForm& form, uint16_t ignoredLooks) {
+/// Appends the paragraph's text to `out`.
+void MarkdownWriter::Spell(const InlineForm& form, uint16_t ignoredLooks, std::string& out) {
   InlineForm whole = form;
   whole.hasStrikes = !options_.commonMarkOnly;
   whole.isAtLineStart = anchors_.empty();
-  spelled_.clear();
-  spelled_.swap(anchors_);
+  if (!anchors_.empty()) {
+    out += anchors_;
+    anchors_.clear();
+  }
   inline_.Arrange(ignoredLooks);
-  InlineWriter(inline_, whole, spelled_).Write();
-  if (form.kind == InlineForm::kHeading) keepLastNumberSigns(spelled_);
+  InlineWriter(inline_, whole, out).Write();
 }
 
 void MarkdownWriter::WriteInCell() {
   if (inline_.IsEmpty()) return;
   InlineForm form;
-  form.kind = place_ == Place::kHtmlTable ? InlineForm::kHtml : InlineForm::kCell;
-  Spell(form, 0);
   if (place_ == Place::kHtmlTable) {
-    htmlTable_.Add(spelled_);
+    form.kind = InlineForm::kHtml;
+    Spell(form, 0, htmlTable_.BeginParagraph());
+    htmlTable_.EndParagraph();
   } else {
+    form.kind = InlineForm::kCell;
+    spelled_.clear();
+    Spell(form, 0, spelled_);
     pipeTable_.Add(spelled_);
   }
 }

@@ -79,7 +79,7 @@ class MarkdownWriter final : public FlowHandler {
   void AddCodeLine();
   void EndCode();
   void PutInline(const InlineForm& form, uint16_t ignoredLooks);
-  void Spell(const InlineForm& form, uint16_t ignoredLooks);
+  void Spell(const InlineForm& form, uint16_t ignoredLooks, std::string& out);
   void PutBlock(std::string_view text);
   void PutPageBreak();
   void PutRule();

@@ -7,7 +7,8 @@
 namespace pagerex {
 namespace {
 
-constexpr uint32_t kMostSpan = 64;  ///< columns of a cell, more than Word has
+constexpr std::string_view kBreak = "<br>";  ///< between the paragraphs of a cell
+constexpr uint32_t kMostSpan = 64;           ///< columns of a cell, more than Word has
 
 std::string_view delimiterOf(Alignment alignment, bool isRightToLeft) {
   if (alignment == Alignment::kCentre) return ":---:";
@@ -43,7 +44,7 @@ void PipeTable::Align(Alignment alignment, bool isRightToLeft) {
 void PipeTable::Add(std::string_view paragraph) {
   if (current_ >= cells_.size() || paragraph.empty()) return;
   std::string& text = cells_[current_].text;
-  if (!text.empty()) text += "<br>";
+  if (!text.empty()) text += kBreak;
   text += paragraph;
 }
 
@@ -102,22 +103,30 @@ void HtmlTable::BeginRow(const RowProperties& row) {
 }
 
 void HtmlTable::BeginCell(const CellProperties& cell) {
+  hasText_ = false;
   text_ += headers_.back() ? "<th" : "<td";
   if (cell.columnSpan > 1) text_.append(" colspan=\"").append(number(cell.columnSpan)).append("\"");
   if (cell.rowSpan > 1) text_.append(" rowspan=\"").append(number(cell.rowSpan)).append("\"");
   text_ += '>';
-  hasText_ = false;
 }
 
 void HtmlTable::EndCell() {
   text_ += headers_.back() ? "</th>\n" : "</td>\n";
 }
 
-void HtmlTable::Add(std::string_view paragraph) {
-  if (paragraph.empty()) return;
-  if (hasText_) text_ += "<br>";
-  text_ += paragraph;
-  hasText_ = true;
+std::string& HtmlTable::BeginParagraph() {
+  if (hasText_) text_ += kBreak;
+  paragraph_ = text_.size();
+  return text_;
+}
+
+/// One of nothing was not there.
+void HtmlTable::EndParagraph() {
+  if (text_.size() > paragraph_) {
+    hasText_ = true;
+  } else if (hasText_) {
+    text_.resize(paragraph_ - kBreak.size());
+  }
 }
 
 }  // namespace pagerex

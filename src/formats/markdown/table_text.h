@@ -49,8 +49,9 @@ class HtmlTable {
   void EndRow() { text_ += "</tr>\n"; }
   void BeginCell(const CellProperties& cell);
   void EndCell();
-  /// Appends a paragraph that is spelled in HTML.
-  void Add(std::string_view paragraph);
+  /// What is appended to the text up to `EndParagraph` is a paragraph, spelled in HTML.
+  std::string& BeginParagraph();
+  void EndParagraph();
 
   const std::string& text() const { return text_; }
   void Clear() { text_.clear(); }
@@ -58,6 +59,7 @@ class HtmlTable {
  private:
   std::string text_;
   std::vector<bool> headers_;  ///< of each open table, whether its row is a header
+  size_t paragraph_ = 0;       ///< where the one that is open begins
   bool hasText_ = false;       ///< the cell, behind the last table in it
 };
 

@@ -132,7 +132,7 @@ std::u16string_view WrappedText::TextOf(size_t cell) const {
 }
 
 /// What the text wants where that fits; else the narrow columns get it, and the others share what is left.
-/// Empty when there are too many.
+/// Empty when there are none, or too many.
 std::vector<int> WrappedText::ColumnWidths() const {
   std::vector<int> widths;
   for (size_t i = 0; i < cells_.size(); ++i) {
@@ -144,7 +144,7 @@ std::vector<int> WrappedText::ColumnWidths() const {
   }
   const int count = static_cast<int>(widths.size());
   int left = width_ - kGap * (count - 1), sharing = count;
-  if (left < kLeastColumn * count) return {};
+  if (count == 0 || left < kLeastColumn * count) return {};  // a damaged table may have no cells
   std::vector<int> sorted = widths;
   std::sort(sorted.begin(), sorted.end());
   for (const int wanted : sorted) {
