@@ -67,7 +67,7 @@ class Comparer:
         return commands
 
     def commands_for_texts(self, document):
-        commands = {name: [self.build / "pagerex", "-t", name, "-o", self.pages / f"out.{name}", document]
+        commands = {name: [self.build / "pagerex", "-t", name, "-o", self.pages / f"{document.stem}.{name}", document]
                     for name in OUR_TEXTS}
         commands.update({name: [name, document] for name in OTHER_TEXTS if shutil.which(name)})
         return commands
