@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """What a whole conversion costs, in view normal: beside catdoc's extraction of the bare text, or beside another
-build of pagerex.
+build of pagerex. Or what text and Markdown cost, beside those that write the bare text, catdoc and antiword, where
+these are installed.
 
     cmake --preset bench && cmake --build --preset bench
-    bench/compare.py [--runs N] [--build FOLDER] [--before PROGRAM] [DOCUMENT_OR_FOLDER...]
+    bench/compare.py [--runs N] [--build FOLDER] [--before PROGRAM | --texts] [DOCUMENT_OR_FOLDER...]
 
 Measures generated documents, and those named, or else those in the folder that PAGEREX_CORPUS names. Instructions
 are those that callgrind counts, in millions; time is processor time, user and system together, the best of N runs, in
@@ -21,6 +22,8 @@ from dataclasses import dataclass
 from pathlib import Path
 
 TURNS = 5
+OUR_TEXTS = ("text", "markdown")
+OTHER_TEXTS = ("catdoc", "antiword")
 
 
 @dataclass
@@ -47,18 +50,26 @@ class Comparison:
 
 
 class Comparer:
-    def __init__(self, build, runs, folder, before=None):
-        self.build, self.runs, self.folder, self.before = build, runs, folder, before
+    def __init__(self, build, runs, folder, before=None, texts=False):
+        self.build, self.runs, self.folder, self.before, self.texts = build, runs, folder, before, texts
         self.pages, self.text = folder / "out", folder / "catdoc.txt"
         self.pages.mkdir()
 
     def commands(self, document):
+        if self.texts:
+            return self.commands_for_texts(document)
         target = self.pages / "out.html"
         commands = {"pagerex": [self.build / "pagerex", document, target]}
         if self.before:
             commands["before"] = [self.before, document, target]
         if shutil.which("catdoc"):
             commands["catdoc"] = ["catdoc", document]
+        return commands
+
+    def commands_for_texts(self, document):
+        commands = {name: [self.build / "pagerex", "-t", name, "-o", self.pages / f"{document.stem}.{name}", document]
+                    for name in OUR_TEXTS}
+        commands.update({name: [name, document] for name in OTHER_TEXTS if shutil.which(name)})
         return commands
 
     def measure(self, command, runs):
@@ -91,7 +102,7 @@ class Comparer:
                 new, old = self.measure(command, -(-self.runs // turns)), costs.get(name)
                 costs[name] = new if not old or not new else Cost(min(new.milliseconds, old.milliseconds),
                                                                   min(new.kilobytes, old.kilobytes))
-        for name in ("pagerex", "before"):
+        for name in ("pagerex", "before", *OUR_TEXTS):
             if costs.get(name):
                 costs[name].instructions = self.instructions(commands[name])
         html = sum(path.stat().st_size for path in self.pages.rglob("*") if path.is_file())
@@ -104,14 +115,14 @@ def documents_at(places):
         yield from sorted(place.glob("*.doc")) if place.is_dir() else [place]
 
 
-def compared(build, runs, before, places):
+def compared(build, runs, before, places, texts=False):
     """One after the other, the documents that the benchmarks make and those at `places`."""
     if not shutil.which("catdoc"):
         print("catdoc is not installed: its columns stay empty", file=sys.stderr)
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         subprocess.run([build / "bench/make_bench_documents", folder], check=True)
-        comparer = Comparer(build, runs, folder, before)
+        comparer = Comparer(build, runs, folder, before, texts)
         for document in [*documents_at([folder]), *documents_at(places)]:
             yield comparer.compare(document)
 
@@ -140,6 +151,23 @@ def beside_before(row):
             f"{after.kilobytes - size:.0f}" if after else "-"]
 
 
+def ratio(cost, other, of):
+    """Of two costs, either of which may not be there."""
+    part, whole = (getattr(each, of) if each else None for each in (cost, other))
+    return f"{part / whole:.2f}" if part and whole else "-"
+
+
+def beside_texts(row):
+    text, markdown, *others = (row.costs.get(name) for name in (*OUR_TEXTS, *OTHER_TEXTS))
+    size = row.file / 1024
+    return [row.document, millions(text), millions(markdown), ratio(markdown, text, "instructions"),
+            *(milliseconds(cost) for cost in (text, markdown, *others)),
+            *(ratio(ours, other, "milliseconds") for other in others for ours in (text, markdown)),
+            *(f"{cost.kilobytes - size:.0f}" if cost else "-" for cost in (text, markdown))]
+
+
+TEXTS_HEADER = ("document", "M text", "M markdown", "ratio", "text ms", "markdown ms", "catdoc ms", "antiword ms",
+                "text/catd.", "md/catd.", "text/antiw.", "md/antiw.", "text +KB", "md +KB")
 CATDOC_HEADER = ("document", "KB", "M instr.", "pagerex ms", "catdoc ms", "ratio", "pagerex +KB", "catdoc +KB")
 BEFORE_HEADER = ("document", "M before", "M after", "change", "ms before", "ms after", "change", "+KB before",
                  "+KB after")
@@ -155,11 +183,17 @@ def main():
     parser.add_argument("--runs", type=int, default=20)
     parser.add_argument("--build", type=Path, default=Path(__file__).parent.parent / "build/bench")
     parser.add_argument("--before", type=Path, help="the command line of another build")
+    parser.add_argument("--texts", action="store_true", help="text and Markdown instead of the view")
     parser.add_argument("documents", nargs="*", default=list(filter(None, [os.environ.get("PAGEREX_CORPUS")])))
     options = parser.parse_args()
-    print_row(BEFORE_HEADER if options.before else CATDOC_HEADER)
-    for row in compared(options.build, options.runs, options.before, options.documents):
-        print_row(beside_before(row) if options.before else beside_catdoc(row))
+    header, cells = CATDOC_HEADER, beside_catdoc
+    if options.before:
+        header, cells = BEFORE_HEADER, beside_before
+    if options.texts:
+        header, cells = TEXTS_HEADER, beside_texts
+    print_row(header)
+    for row in compared(options.build, options.runs, options.before, options.documents, options.texts):
+        print_row(cells(row))
 
 
 if __name__ == "__main__":

@@ -70,7 +70,8 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   paragraph.sprms = entry.properties.part(2);
   paragraph.prm = piece.prm;
   if (piece.prm != 0) paragraph.pieceSprms = pieces_->Modifier(piece.prm);
-  const ParagraphOutline outline = OutlineOf(paragraph.sprms);
+  const auto [outline, kind] = KindOf(paragraph.sprms, paragraph.istd);
+  if (piece.prm == 0) paragraph.kind = kind;
   paragraph.place = outline.place;
   if (outline.isHuge) {
     paragraph.sprms = Huge(outline.hugeOffset);
@@ -80,11 +81,11 @@ void ParagraphFinder::FindProperties(FoundParagraph& paragraph) {
   paragraph.place.depth = std::min(paragraph.place.depth, kDeepest);
 }
 
-ParagraphOutline ParagraphFinder::OutlineOf(ByteView sprms) {
-  if (const ParagraphOutline* const recent = outlines_.Find(sprms, 0, 0, {})) return *recent;
-  const ParagraphOutline outline = outlineOf(sprms);
-  outlines_.Keep(sprms, 0, 0, {}, outline);
-  return outline;
+ParagraphFinder::Kind ParagraphFinder::KindOf(ByteView sprms, uint16_t istd) {
+  if (const Kind* const recent = recentKinds_.Find(sprms, 0, istd, {})) return *recent;
+  const Kind kind{outlineOf(sprms), ++kinds_};
+  recentKinds_.Keep(sprms, 0, istd, {}, kind);
+  return kind;
 }
 
 ByteView ParagraphFinder::Huge(uint32_t offset) {

@@ -22,6 +22,7 @@ struct FoundParagraph {
   ByteView pieceSprms;  ///< what the piece adds
   uint16_t prm = 0;     ///< the piece's modifier, which says that
   TablePlace place;
+  uint32_t kind = 0;  ///< paragraphs of one kind have equal lists and styles, and no modifier; 0 for none
 
   /// Ends a cell of a table of that depth.
   bool EndsCell(unsigned depth) const {
@@ -56,7 +57,11 @@ class ParagraphFinder {
   void FindEnd(FoundParagraph& paragraph, uint32_t limit);
   bool EndsWithPageBreak(uint32_t position);
   void FindProperties(FoundParagraph& paragraph);
-  ParagraphOutline OutlineOf(ByteView sprms);
+  struct Kind {
+    ParagraphOutline outline;
+    uint32_t number = 0;
+  };
+  Kind KindOf(ByteView sprms, uint16_t istd);
   ByteView Huge(uint32_t offset);
 
   PieceList* pieces_ = nullptr;
@@ -66,7 +71,8 @@ class ParagraphFinder {
   std::unordered_map<uint32_t, ByteView> huge_;  ///< lists in "Data" by their offset
   uint64_t hugeBytesLeft_ = 0;
   FoundParagraph last_;
-  RecentLists<ParagraphOutline, 504> outlines_;
+  RecentLists<Kind, 504> recentKinds_;
+  uint32_t kinds_ = 0;  ///< that were told apart so far
   uint32_t lastLimit_ = 0;
 };
 

@@ -119,20 +119,19 @@ ByteView WalkDocument::SprmsAt(uint32_t position) {
 
 const ParagraphProperties& WalkDocument::PropertiesOf(const FoundParagraph& paragraph,
                                                       const TableStylePlace& place) {
-  const uint16_t prm = paragraph.prm;
-  if (const auto* const recent = recentParagraphs_.Find(paragraph.sprms, prm, paragraph.istd, place))
-    return **recent;
-  const ParagraphProperties& properties =
-      resolver->Paragraph(paragraph.istd, paragraph.sprms, paragraph.pieceSprms, place);
-  recentParagraphs_.Keep(paragraph.sprms, prm, paragraph.istd, place, &properties);
-  return properties;
+  RecentParagraph& recent = recentParagraphs_[paragraph.kind % recentParagraphs_.size()];
+  if (paragraph.kind == 0 || recent.kind != paragraph.kind || !(recent.place == place)) {
+    recent = {paragraph.kind, place,
+              &resolver->Paragraph(paragraph.istd, paragraph.sprms, paragraph.pieceSprms, place)};
+  }
+  return *recent.properties;
 }
 
 void WalkDocument::MayForget() {
   if (!resolver->MayForget()) return;
   last_.pieceStart = UINT32_MAX;
   recentRuns_.Clear();
-  recentParagraphs_.Clear();
+  recentParagraphs_.fill({});
 }
 
 std::u16string_view WalkDocument::AuthorOf(const Revision& revision) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -125,7 +126,12 @@ struct WalkDocument {
   LastRun last_;
   TextRun run_;
   RecentLists<TextRun> recentRuns_;
-  RecentLists<const ParagraphProperties*> recentParagraphs_;
+  struct RecentParagraph {
+    uint32_t kind = 0;  ///< FoundParagraph::kind
+    TableStylePlace place;
+    const ParagraphProperties* properties = nullptr;
+  };
+  std::array<RecentParagraph, 64> recentParagraphs_;  ///< by the kind's last bits
   std::u16string author_;
 };
 

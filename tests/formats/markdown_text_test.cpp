@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "formats/markdown/escape.h"
 #include "support/markdown_of.h"
 
 namespace pagerex {
@@ -71,6 +72,74 @@ TEST(MarkdownText, EscapesOnlyWhatMeansSomething) {
   EXPECT_EQ(paragraph(u"a < b, <b>, a & b, &amp; `x` [y] c:\\dir \\*"),
             "a < b, \\<b>, a & b, \\&amp; \\`x\\` \\[y] c:\\dir \\\\\\*\n");
   EXPECT_EQ(paragraph(u"what! | a+b-c=d #1 (x)"), "what! | a+b-c=d #1 (x)\n");
+}
+
+TEST(MarkdownText, EscapesAtEachPlaceOfALongText) {
+  constexpr size_t kLength = 75;
+  for (const char16_t special : {u'`', u'[', u'*', u'_', u'~', u'<'}) {
+    for (size_t at = 1; at + 1 < kLength; ++at) {
+      std::u16string text(kLength, u'x');
+      std::string expected(kLength, 'x');
+      text[at] = special;
+      expected[at] = static_cast<char>(special);
+      if (special != '_') expected.insert(at, 1, '\\');
+      EXPECT_EQ(paragraph(text), expected + "\n");
+    }
+  }
+}
+
+TEST(MarkdownText, FindsBrokenAddressesAtEachPlaceOfALongText) {
+  for (size_t before = 1; before < 40; ++before) {
+    const std::string words(before, 'x');
+    const std::u16string wide(before, u'x');
+    EXPECT_EQ(paragraph(wide + u" www.a`b and more."), words + " www\\.a\\`b and more.\n");
+    EXPECT_EQ(paragraph(wide + u" ftp://a`b and more."), words + " ftp\\://a\\`b and more.\n");
+  }
+}
+
+TEST(MarkdownText, LeavesOutWhatIsNoTextAtEachPlace) {
+  constexpr size_t kLength = 75;
+  for (size_t at = 0; at < kLength; ++at) {
+    const std::u16string before(at, u'x'), behind(kLength - at, u'y');
+    const std::string kept = std::string(at, 'x'), keptBehind = std::string(kLength - at, 'y') + "\n";
+    EXPECT_EQ(paragraph(before + u'\x01' + behind), kept + keptBehind);
+    EXPECT_EQ(paragraph(before + u'\xFFFF' + behind), kept + keptBehind);
+    EXPECT_EQ(paragraph(before + u"\u00E9\u5929\U0001F600" + behind),
+              kept + "\u00E9\u5929\U0001F600" + keptBehind);
+  }
+}
+
+TEST(MarkdownText, SpellsHtmlAtEachPlaceOfALongText) {
+  constexpr std::pair<char16_t, std::string_view> kRows[] = {
+      {u'<', "&lt;"}, {u'>', "&gt;"}, {u'&', "&amp;"}, {u'"', "&quot;"}, {u'\u2014', "\u2014"},
+  };
+  constexpr size_t kLength = 75;
+  for (const auto& [special, spelled] : kRows) {
+    for (size_t at = 0; at < kLength; ++at) {
+      std::u16string text(kLength, u'x');
+      text[at] = special;
+      std::string out;
+      appendHtml(out, text);
+      EXPECT_EQ(out, std::string(kLength, 'x').replace(at, 1, spelled));
+    }
+  }
+}
+
+TEST(MarkdownText, SpellsTextsLongerThanAStretch) {
+  std::u16string text;
+  std::string expected, html;
+  for (int i = 0; i < 2000; ++i) {
+    text += u"a`\u5929<";
+    expected += "a\\`\u5929<";
+    html += "a`\u5929&lt;";
+  }
+  std::string out;
+  appendHtml(out, text);
+  EXPECT_EQ(out, html);
+  // "<" in front of a letter could begin a tag.
+  for (size_t at = 0; (at = expected.find("<a", at)) != std::string::npos; at += 2)
+    expected.insert(at, 1, '\\');
+  EXPECT_EQ(paragraph(text + u" end"), expected + " end\n");
 }
 
 TEST(MarkdownText, EscapesWhatBeginsABlock) {

@@ -32,15 +32,7 @@ void InlineText::Add(std::u16string_view text, uint16_t look) {
   if (isPlainText(text.data(), text.size())) {
     text_ += text;
   } else {
-    for (size_t i = 0; i < text.size();) {
-      const CharacterAt next = characterAt(text.data() + i, text.size() - i);
-      if (next.code == '\n' || next.code == '\r' || next.code == '\v') {
-        text_ += u' ';
-      } else if (!isNoText(next.code)) {
-        text_ += text.substr(i, next.units);
-      }
-      i += next.units;
-    }
+    AddFiltered(text);
   }
   if (text_.size() == begin) return;
   if (!pieces_.empty()) {
@@ -51,6 +43,26 @@ void InlineText::Add(std::u16string_view text, uint16_t look) {
     }
   }
   pieces_.push_back({Piece::kText, false, look, link_, begin, text_.size()});
+}
+
+/// A text in which there may be controls or noncharacters.
+void InlineText::AddFiltered(std::u16string_view text) {
+  size_t done = 0;
+  for (size_t i = 0; i < text.size();) {
+    if (text[i] >= 0x20 && text[i] < 0xD800) {
+      ++i;
+      continue;
+    }
+    const CharacterAt next = characterAt(text.data() + i, text.size() - i);
+    const bool isLineEnd = next.code == '\n' || next.code == '\r' || next.code == '\v';
+    if (isLineEnd || isNoText(next.code)) {
+      text_ += text.substr(done, i - done);
+      if (isLineEnd) text_ += u' ';
+      done = i + next.units;
+    }
+    i += next.units;
+  }
+  text_ += text.substr(done);
 }
 
 void InlineText::AddBreak() {

@@ -69,6 +69,7 @@ class InlineText {
   const InlineLink& LinkOf(const Piece& piece) const { return links_[piece.link - 1]; }
 
  private:
+  void AddFiltered(std::u16string_view text);
   bool HasOnlyBlanks(const Piece& piece) const;
   void AddStored(Piece::Kind kind, std::string_view markup, uint32_t link);
   void SplitBlanks();
