@@ -261,7 +261,7 @@ void setRangeShading(ByteView operand, const Shading& shading, bool isSet, size_
 void setPadding(ByteView operand, int16_t (&padding)[kCellSides], uint8_t& set) {
   const uint8_t sides = operand.u8(2) & 0x0F;
   const bool isLength = operand.u8(3) == kInTwips;
-  forSides(sides, padding, [&](int16_t& value) { value = isLength ? operand.i16(4) : 0; });
+  forSides(sides, padding, [&](int16_t& value) { value = isLength ? operand.i16(4) : int16_t{0}; });
   set = static_cast<uint8_t>(isLength ? set | sides : set & ~sides);
 }
 

@@ -257,7 +257,8 @@ void InlineWriter::WriteCode(std::u16string_view code) {
   BeginSpan();
   last_ = Flank::kPunctuation;
   const bool isInCell = form_.kind == InlineForm::kCell;
-  if (IsHtml() || (isInCell && code.find(u'|') != code.npos && code.find(u'\\') != code.npos)) {
+  if (IsHtml() || (isInCell && code.find(u'|') != std::u16string_view::npos &&
+                   code.find(u'\\') != std::u16string_view::npos)) {
     out_ += "<code>";
     if (IsHtml()) {
       appendHtml(out_, code);
