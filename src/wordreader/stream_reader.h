@@ -19,8 +19,8 @@ class StreamReader {
   StreamReader(const StreamReader&) = delete;
   StreamReader& operator=(const StreamReader&) = delete;
 
-  /// Takes a reference on the stream. The window, of `window` bytes, is taken from `allocator` when it is
-  /// first needed.
+  /// Takes a reference on the stream. The windows, of `window` bytes each, are taken from `allocator` when
+  /// they are first needed.
   void Attach(IStream* stream, uint32_t window, ChainAllocator& allocator);
   void Close();
   bool good() const { return stream_.good(); }
@@ -40,6 +40,7 @@ class StreamReader {
 
  private:
   ByteView InPlace(uint32_t offset, uint32_t n);
+  ByteView InWindow(uint32_t offset, uint32_t n);
 
   DsMemReadArchive stream_;
   ChainAllocator* allocator_ = nullptr;
@@ -47,9 +48,14 @@ class StreamReader {
   uint32_t claimed_ = 0;
   uint32_t farthest_ = 0;
   uint32_t windowSize_ = 0;
-  uint8_t* window_ = nullptr;
-  uint32_t windowStart_ = 0;
-  uint32_t windowBytes_ = 0;
+  /// Two, since a text and the boxes or notes in it lie at two places that are read in turns.
+  struct Window {
+    uint8_t* bytes = nullptr;
+    uint32_t start = 0;
+    uint32_t size = 0;
+  };
+  Window windows_[2];
+  size_t last_ = 0;  ///< the window that was used last
 };
 
 }  // namespace pagerex

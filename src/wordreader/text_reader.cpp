@@ -18,11 +18,13 @@ void TextReader::Read(WordFile& file, PieceList& pieces) {
 }
 
 void TextReader::Load(uint32_t position) {
+  // Of a place that is jumped to little may be wanted.
+  const uint32_t most = position == start_ + size_ ? kStretch : kShortStretch;
   size_ = 0;
   const TextPiece& piece = pieces_->Find(position);
   if (piece.start == piece.end) return;
   start_ = position;
-  const uint32_t wanted = std::min(piece.end - position, kStretch);
+  const uint32_t wanted = std::min(piece.end - position, most);
   const ByteView bytes = reader_.At(piece.OffsetOf(position), wanted << (piece.isWide ? 1 : 0));
   if (!piece.isWide) {
     static_assert(sizeof(unsigned short) == sizeof(char16_t));

@@ -35,7 +35,7 @@ class TextReader {
   bool wentBeyondClaim() const { return reader_.wentBeyondClaim(); }
 
  private:
-  static constexpr uint32_t kStretch = 4096;
+  static constexpr uint32_t kStretch = 4096, kShortStretch = 256;
 
   void Load(uint32_t position);
 
