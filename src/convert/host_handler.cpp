@@ -127,7 +127,7 @@ void HostHandler::BeginLink(const LinkFacts& facts) {
 }
 
 void HostHandler::TellName(int (*function)(void*, const char*, size_t), std::u16string_view name) {
-  pagerex_text told;
+  pagerex_text told = {};
   texts_.Fill({{name, &told}});
   Call(function, told.data, told.length);
 }
