@@ -26,8 +26,8 @@ const pagerex_format* formatOfEnding(const std::string& path) {
       [&](const pagerex_format& format) { return isSameWord(format.extension, endingOf(path)); });
 }
 
-const pagerex_format* firstSingleFile() {
-  return firstThat([](const pagerex_format& format) { return format.is_single_file != 0; });
+const pagerex_format* formatToShow() {
+  return formatNamed("text");
 }
 
 pagerex_options optionsOf(const Request& request, const pagerex_format& format) {

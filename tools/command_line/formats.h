@@ -11,7 +11,8 @@ namespace cli {
 const pagerex_format* formatNamed(const std::string& name);
 /// The first whose main file ends so, in whatever case.
 const pagerex_format* formatOfEnding(const std::string& path);
-const pagerex_format* firstSingleFile();
+/// What is shown where nobody says what to write.
+const pagerex_format* formatToShow();
 
 /// What the library is to be asked for.
 pagerex_options optionsOf(const Request& request, const pagerex_format& format);

@@ -63,7 +63,7 @@ class StandardOutput {
 
 const pagerex_format* formatOf(const Request& request) {
   if (!request.format.empty()) return formatNamed(request.format);
-  return request.output.empty() ? firstSingleFile() : formatOfEnding(request.output);
+  return request.output.empty() ? formatToShow() : formatOfEnding(request.output);
 }
 
 /// Whether the format becomes a single file by what is asked of pictures, which have no place on standard

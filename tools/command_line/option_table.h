@@ -61,7 +61,7 @@ constexpr Option kOptions[] = {
      "is one that is there, or a path that ends in \"/\"."},
     {kFormat, "format", 't', "FORMAT", Takes::kFormatName, nullptr, Group::kOneDocument, true,
      "what to write; else the ending of PATH tells",
-     "On standard output the first format that is a single file stands for none, in a folder the first of "
+     "On standard output text stands for none, in a folder the first of "
      "all."},
     {kLinks, "links", 0, "WHICH", Takes::kChoice, "safe|all|none", Group::kOneDocument, true,
      "addresses to keep: safe (the default), all, none",
