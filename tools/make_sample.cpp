@@ -405,6 +405,11 @@ int main(int argc, char** argv) {
   try {
     WordDocument doc({.styleSheet = {.defaultFontAscii = kSerif, .defaultFontFarEast = kChinese}});
     fill(doc);
+    doc.summary({.title = "A Sampler",
+                 .subject = "What a document can hold",
+                 .author = "The pagerex team",
+                 .created = support::fileTime(2026, 11, 22),
+                 .saved = support::fileTime(2026, 11, 22)});
     doc.save(argv[1]);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s: %s\n", argv[0], error.what());

@@ -276,7 +276,8 @@ void addBulletPicture(Paragraph& paragraph, Canvas& canvas) {
   constexpr uint16_t kVanish = 0x083C;
   paragraph.bookmarkStart("_PictureBullets")
       .special(kPictureMark, canvas.inlinePicture(kPng, starPicture(), 240, 240).add(sprm(kVanish, 1)))
-      .bookmarkEnd("_PictureBullets");
+      .bookmarkEnd("_PictureBullets")
+      .mark({});  // a hidden one would make the paragraph one with the next
 }
 
 void addPictureBullets(WordDocument& doc) {
