@@ -67,15 +67,23 @@ int pagerex_document::OpenFile(RunControl& control) {
     const Status status = OpenCompoundFile(*source_, &budget_, &opened);
     storage_.reset(opened);
     if (failed(status)) return status;
-    fileIsFresh_ = true;
-    return file_.emplace().Open(storage_.get(), &budget_, &fileWarnings_);
+    file_.emplace();
+    return OpenFresh();
   });
 }
 
 /// A walk reads its tables once, and warns of them: the next one begins as the first one did.
 int pagerex_document::OpenFileAgain(RunControl& control) {
+  return Guarded(control, [this] { return OpenFresh(); });
+}
+
+/// What an earlier walk read goes, and its memory may be taken again.
+Status pagerex_document::OpenFresh() {
+  file_->Close();
   fileWarnings_ = {};
-  return Guarded(control, [this] { return file_->Open(storage_.get(), &budget_, &fileWarnings_); });
+  fileBudget_ = {budget_.left, false};
+  fileIsFresh_ = true;
+  return file_->Open(storage_.get(), &fileBudget_, &fileWarnings_);
 }
 
 int pagerex_document::OpenModel(RunControl& control) {
@@ -127,7 +135,8 @@ int pagerex_document::Detect() {
 const KDRDocument* pagerex_document::BeginModel(RunControl& control, int& code) {
   source_->SetControl(&control);
   readsModel_ = true;
-  code = file_ ? PAGEREX_RESULT_OK : OpenFile(control);
+  // What a walk has read is not wanted, and its memory may be.
+  code = !file_ ? OpenFile(control) : fileIsFresh_ ? PAGEREX_RESULT_OK : OpenFileAgain(control);
   if (code == PAGEREX_RESULT_OK && !model_) code = OpenModel(control);
   return model_ ? &*model_ : nullptr;
 }

@@ -39,7 +39,8 @@ struct pagerex_document {
 
   /// What ended a call that threw std::bad_alloc.
   pagerex::StopCause MemoryCause() const {
-    return budget_.wasExceeded ? pagerex::StopCause::kMemoryLimit : pagerex::StopCause::kOutOfMemory;
+    return budget_.wasExceeded || fileBudget_.wasExceeded ? pagerex::StopCause::kMemoryLimit
+                                                          : pagerex::StopCause::kOutOfMemory;
   }
 
  private:
@@ -49,6 +50,7 @@ struct pagerex_document {
 
   int OpenFile(pagerex::RunControl& control);
   int OpenFileAgain(pagerex::RunControl& control);
+  Status OpenFresh();
   int OpenModel(pagerex::RunControl& control);
   template <class Function>
   int Guarded(pagerex::RunControl& control, const Function& open);
@@ -57,7 +59,8 @@ struct pagerex_document {
 
   const uint64_t memoryLimit_;
   std::unique_ptr<pagerex::InputSource> source_;
-  MemoryBudget budget_;
+  MemoryBudget budget_;                             ///< of the compound file and the model
+  MemoryBudget fileBudget_;                         ///< of one opening for the walk: what the other leaves
   pagerex::Warnings modelWarnings_, fileWarnings_;  ///< of what was read so far
   bool readsModel_ = false;
   bool fileIsFresh_ = false;  ///< nothing but its beginning has been read

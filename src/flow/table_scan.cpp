@@ -63,9 +63,21 @@ void TableScan::Read(uint32_t start, uint32_t limit) {
     CloseRow(kNoShape);
   }
   rows_.pop_back();
+  Account();
   MakeColumns();
   PlaceCells();
   SpanRows();
+}
+
+TableScan::~TableScan() {
+  if (MemoryBudget* const budget = document_.file.allocator().Budget()) budget->left += accounted_;
+}
+
+void TableScan::Account() {
+  uint64_t bytes = rows_.size() * (sizeof(ScannedRow) + sizeof(uint32_t)) + shapes_.size() * sizeof(RowGrid);
+  for (const ScannedRow& row : rows_) bytes += row.cellCount * sizeof(ScannedCell);
+  if (MemoryBudget* const budget = document_.file.allocator().Budget()) budget->Take(bytes);
+  accounted_ = bytes;
 }
 
 /// The paragraph at the end of what was read. A cell mark behind text ends a cell of the first depth,

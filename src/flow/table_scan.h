@@ -49,6 +49,9 @@ struct ScannedRow {
 class TableScan {
  public:
   TableScan(WalkDocument& document, unsigned depth) : document_(document), depth_(depth) {}
+  TableScan(const TableScan&) = delete;
+  TableScan& operator=(const TableScan&) = delete;
+  ~TableScan();
 
   /// Reads the rows from `start` on, up to `limit`, or where the text is no more that deep.
   void Read(uint32_t start, uint32_t limit);
@@ -76,8 +79,11 @@ class TableScan {
   static constexpr size_t kMostKinds = 32;
   static constexpr size_t kMostKindBytes = 1 << 15;
 
+  void Account();
+
   WalkDocument& document_;
   unsigned depth_;
+  uint64_t accounted_ = 0;  ///< bytes of rows and cells, taken from what the document may have
   uint32_t end_ = 0;
   std::vector<ScannedRow> rows_;
   std::vector<ScannedCell> cells_;

@@ -238,6 +238,24 @@ TEST_F(MarkdownPictures, ThatAreNoFilesLeaveTheFolderAlone) {
   EXPECT_EQ(to.read("x.files/mine.png"), "mine");
 }
 
+TEST(WalkedFormats, TakeTheSameMemoryForAnyNumberOfWritings) {
+  WordDocument made;
+  for (int i = 0; i < 2000; ++i) made.paragraph("some words, and some more of them");
+  const Bytes bytes = made.build();
+  pagerex_limits limits = {};
+  limits.size = sizeof(limits);
+  limits.memory = bytes.size() + (1 << 20);
+  Host host(bytes);
+  Document document(host.memory(), &limits);
+  ASSERT_EQ(document.code(), PAGEREX_RESULT_OK);
+  for (int i = 0; i < 40; ++i) {
+    for (const char* format : {"text", "markdown", "normal"}) {
+      host.forget();
+      ASSERT_EQ(document.write(Host::quiet(format), host.sink()), PAGEREX_RESULT_OK) << format << " " << i;
+    }
+  }
+}
+
 /// The streams have names in other letters, which the views do not find.
 Bytes documentOfTheWalkAlone() {
   WordDocument document;
