@@ -42,7 +42,7 @@ void copyText(std::string_view text, char (&out)[N]) {
   size_t length = std::min(text.size(), N - 1);
   while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
     --length;
-  std::memcpy(out, text.data(), length);
+  if (!text.empty()) std::memcpy(out, text.data(), length);
   out[length] = '\0';
 }
 

@@ -61,7 +61,7 @@ std::string utf8Of(std::u16string_view text) {
 
 MarkdownWriter::MarkdownWriter(Utf8Output& out, const MarkdownOptions& options, PictureOutput* pictures,
                                Warnings* warnings)
-    : out_(out), options_(options), pictures_(pictures), warnings_(warnings), blocks_(out) {}
+    : options_(options), pictures_(pictures), warnings_(warnings), blocks_(out) {}
 
 void MarkdownWriter::BeginDocument(const DocumentFacts& facts) {
   codeStyles_.Begin(facts.styles);

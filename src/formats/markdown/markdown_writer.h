@@ -88,7 +88,6 @@ class MarkdownWriter final : public FlowHandler {
   void BeginPart(const std::string& id, std::u16string_view label);
   void EndPart();
 
-  Utf8Output& out_;
   const MarkdownOptions options_;
   PictureOutput* const pictures_;
   Warnings* const warnings_;
