@@ -52,10 +52,16 @@ std::string bitmapFileHeader(ByteView dib) {
   return header;
 }
 
+/// Ends the stream also when what takes its parts throws.
+struct InflateEnd {
+  void operator()(z_stream* stream) const { inflateEnd(stream); }
+};
+
 /// A deflated picture, part by part. False when it is damaged, or longer than it says.
 bool inflateParts(ByteView deflated, uint64_t rawSize, const TakePart& take) {
   z_stream stream{};
   if (inflateInit(&stream) != Z_OK) throw std::bad_alloc();
+  const std::unique_ptr<z_stream, InflateEnd> end(&stream);
   stream.next_in = const_cast<Bytef*>(deflated.data());
   stream.avail_in = static_cast<uInt>(deflated.size());
   uint8_t part[0x2000];
@@ -69,7 +75,6 @@ bool inflateParts(ByteView deflated, uint64_t rawSize, const TakePart& take) {
     if (count == 0 && result != Z_STREAM_END) break;
     isTaken = stream.total_out <= rawSize && take(ByteView(part, count));
   }
-  inflateEnd(&stream);
   if (result == Z_MEM_ERROR) throw std::bad_alloc();
   return result == Z_STREAM_END && isTaken;
 }
