@@ -66,12 +66,13 @@ size_t copy8(const char16_t* text, char* out) {
   return static_cast<size_t>(std::countr_zero(othersIn(bytes) | 1u << 8));
 }
 
-/// Ones for what does not stand in plain text. No unsigned comparison of 16 bits: the numbers are moved to
-/// where a signed one tells the same.
+/// Ones for what does not stand in plain text. No unsigned comparison of 16 bits: with the highest bit turned
+/// a signed one tells the same.
 __m128i notPlainTextIn(__m128i units) {
-  constexpr int kFirst = 0x20, kEnd = 0xD800;
-  const __m128i moved = _mm_sub_epi16(units, _mm_set1_epi16(static_cast<short>(kFirst + 0x8000)));
-  return _mm_cmpgt_epi16(moved, _mm_set1_epi16(static_cast<short>(kEnd - kFirst - 0x8000 - 1)));
+  constexpr int kFirst = 0x20, kLast = 0xD7FF, kHighest = 0x8000;
+  const __m128i turned = _mm_xor_si128(units, _mm_set1_epi16(static_cast<short>(kHighest)));
+  return _mm_or_si128(_mm_cmplt_epi16(turned, _mm_set1_epi16(static_cast<short>(kFirst ^ kHighest))),
+                      _mm_cmpgt_epi16(turned, _mm_set1_epi16(static_cast<short>(kLast ^ kHighest))));
 }
 
 bool isPlainTextOf(const char16_t* text, size_t n) {

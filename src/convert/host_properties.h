@@ -41,7 +41,7 @@ class HostRun {
 /// The same of paragraphs, without what they are.
 class HostParagraph {
  public:
-  void Fill(const ParagraphProperties& properties, pagerex_paragraph& out);
+  void Fill(const ParagraphProperties& from, pagerex_paragraph& to);
 
  private:
   std::vector<pagerex_tab_stop> tabs_;

@@ -87,7 +87,7 @@ std::u16string root(const Items& items) {
 
 std::u16string integral(const Items& items, const Options& options) {
   std::u16string text(1, options.sign != 0 ? options.sign : u'∫');
-  if (items.size() > 0 && !items[0].text.empty()) text += u'_' + asOne(items[0].text);
+  if (!items.empty() && !items[0].text.empty()) text += u'_' + asOne(items[0].text);
   if (items.size() > 1 && !items[1].text.empty()) text += u'^' + asOne(items[1].text);
   if (items.size() > 2) text += u' ' + items[2].text;
   return text;

@@ -273,7 +273,7 @@ bool FieldWords::Next(FieldWord& out) {
 /// straight quote that no other one follows is closed by one that is not.
 void FieldWords::ReadQuoted(FieldWord& out) {
   char16_t opening = code_[at_++];
-  const bool isOnlyOne = opening == u'"' && code_.find(u'"', at_) == code_.npos;
+  const bool isOnlyOne = opening == u'"' && code_.find(u'"', at_) == std::u16string_view::npos;
   if (isOnlyOne) opening = u'\u201C';
   for (; at_ < code_.size() && !closes(code_[at_], opening); ++at_) {
     const bool isEscape =

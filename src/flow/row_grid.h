@@ -23,6 +23,8 @@ struct RowGrid {
   uint8_t count = 0;
   int16_t edges[kMostCells + 1] = {};  ///< count + 1 of them, from the margin, ascending
   uint8_t merges[kMostCells] = {};     ///< CellMerge
+
+  friend bool operator==(const RowGrid&, const RowGrid&) = default;
 };
 
 /// Of the list at a row's end. False if the list defines no cells.

@@ -1,7 +1,6 @@
 #include "flow/table_scan.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "flow/sprm_walk.h"
 #include "wordreader/text_marks.h"
@@ -147,7 +146,7 @@ RowKind TableScan::KindOf(const FoundParagraph& mark) {
   readKind(mark.sprms, kind);
   RowGrid grid;
   if (!rowGridOf(mark.sprms, grid) && !rowGridOf(mark.pieceSprms, grid)) return kind;
-  if (shapes_.empty() || std::memcmp(&shapes_.back(), &grid, sizeof(grid)) != 0) shapes_.push_back(grid);
+  if (shapes_.empty() || !(shapes_.back() == grid)) shapes_.push_back(grid);
   kind.shape = static_cast<uint32_t>(shapes_.size() - 1);
   return kind;
 }

@@ -54,8 +54,8 @@ struct TextRun {
 
 /// What is known of the document while it is walked: its tables, and what has been counted so far.
 struct WalkDocument {
-  WalkDocument(WordFile& file, const WalkOptions& options, RunControl& control, ProgressListener* progress,
-               FlowHandler& handler);
+  WalkDocument(WordFile& wordFile, const WalkOptions& walkOptions, RunControl& runControl,
+               ProgressListener* listener, FlowHandler& flowHandler);
 
   /// The run at `position`, in a paragraph of style `istd`; ends at the end of its piece at the latest.
   /// Until the next one is asked for.

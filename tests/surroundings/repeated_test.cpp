@@ -52,7 +52,7 @@ class Sources {
     const std::string sample = folder_.read("sample.doc");
     write("cut.doc", sample.substr(0, sample.size() * 2 / 3));
     write("scratched.doc", damaged(sample, 401));
-    write("torn.doc", damaged(sample, 97));
+    write("torn.doc", damaged(sample, 61));
     write("text.doc", "no document");
   }
 

@@ -14,7 +14,8 @@ namespace {
 struct Plain {
   bool is[128] = {};
   constexpr explicit Plain(std::string_view others) {
-    for (unsigned c = 0x20; c < 0x80; ++c) is[c] = others.find(static_cast<char>(c)) == others.npos;
+    for (unsigned c = 0x20; c < 0x80; ++c)
+      is[c] = others.find(static_cast<char>(c)) == std::string_view::npos;
   }
 };
 

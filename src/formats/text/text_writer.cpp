@@ -50,7 +50,7 @@ void TextWriter::PutBracketed(std::u16string_view text) {
   Put(u"]");
 }
 
-void TextWriter::EndLine() {
+void TextWriter::CloseLine() {
   if (muted_) return;
   hasText_ = false;
   if (wrapped_) {
@@ -85,7 +85,7 @@ void TextWriter::BeginParagraph(const ParagraphFacts& facts) {
 }
 
 void TextWriter::EndParagraph() {
-  if (tables_ == 0) EndLine();
+  if (tables_ == 0) CloseLine();
 }
 
 void TextWriter::Text(std::u16string_view text, const RunProperties&) {
@@ -197,7 +197,7 @@ void TextWriter::EndComment() {
 
 void TextWriter::BeginPart(std::u16string_view label) {
   if (muted_) return;
-  if (!hasParts_) EndLine();
+  if (!hasParts_) CloseLine();
   hasParts_ = beginsPart_ = true;
   PutBracketed(label);
   Put(u" ");
@@ -207,7 +207,7 @@ void TextWriter::BeginPart(std::u16string_view label) {
 /// One without a paragraph has its label.
 void TextWriter::EndPart() {
   beginsPart_ = false;
-  if (hasText_) EndLine();
+  if (hasText_) CloseLine();
 }
 
 }  // namespace pagerex

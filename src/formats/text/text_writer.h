@@ -53,7 +53,7 @@ class TextWriter final : public FlowHandler {
   void Put(std::u16string_view text);
   void PutSpace();
   void PutBracketed(std::u16string_view text);
-  void EndLine();
+  void CloseLine();
   void BeginPart(std::u16string_view label);
   void EndPart();
 
