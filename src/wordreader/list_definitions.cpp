@@ -56,7 +56,7 @@ bool ListDefinitions::ReadLists(ByteView plfLst, ByteView behindLst) {
     bool isWhole = true;
     for (unsigned level = 0; level < levelCount && isWhole; ++level) isWhole = ReadLevel(behindLst);
     const List list{record.i32(0), first, static_cast<uint8_t>(levels_.size() - first), isSimple,
-                    record.part(8, 2 * kLevelsOfList)};
+                    record.part(8, size_t{2} * kLevelsOfList)};
     listsById_.emplace_back(list.lsid, static_cast<uint32_t>(lists_.size()));
     lists_.push_back(list);
     if (!isWhole) return false;
@@ -157,7 +157,7 @@ UsedLevel ListDefinitions::Level(uint16_t ilfo, unsigned level) const {
 uint16_t ListDefinitions::StyleOfLevel(uint16_t ilfo, unsigned level) const {
   const int32_t index = DefinitionOf(ilfo);
   if (index < 0 || level >= kLevelsOfList) return kNoStyle;
-  return lists_[static_cast<size_t>(index)].styles.u16(2 * level) & kNoStyle;
+  return lists_[static_cast<size_t>(index)].styles.u16(size_t{2} * level) & kNoStyle;
 }
 
 int ListDefinitions::LevelOfStyle(uint16_t ilfo, uint16_t istd) const {
