@@ -66,12 +66,10 @@ class InlinePicture final : public PictureSource {
   uint32_t index_;
 };
 
-void readNames(const mso_escher::MsoROShape& shape, FoundShape& out) {
-  KQueryProp::QueryBstrProp(&shape, kDescription, out.description);
-  KQueryProp::QueryBstrProp(&shape, kName, out.name);
-  int flags = 0;
-  KQueryProp::QueryI4Prop(&shape, kBlipFlags, flags);
-  if (flags & kBlipIsLink) KQueryProp::QueryBstrProp(&shape, kBlipName, out.linkedAddress);
+/// A length that a damaged group has made may be any number.
+int32_t roundedDown(double length) {
+  constexpr double kMost = 1 << 30;
+  return length > -kMost && length < kMost ? static_cast<int32_t>(length) : 0;
 }
 
 /// Of a property that stands with the usual ones or apart from them.
@@ -131,6 +129,8 @@ void Drawings::ReadDrawings() {
   if (drawings_) return;
   drawings_.emplace();
   const ByteView table = file_.Table(mso_word::FCLCB_DRAWINGS);
+  constexpr uint64_t kTimes = 2, kLeastShapeBytes = 16, kSpare = 1024;
+  shapesLeft_ = kTimes * table.size() / kLeastShapeBytes + kSpare;
   if (table.empty()) return;
   drawings_->ReadRecord(table, file_.allocator());
   for (unsigned i = 0; i < 2; ++i) CollectShapes(drawings_->GetDrawing(i).GetRootShape(), shapes_[i]);
@@ -148,6 +148,8 @@ void Drawings::CollectShapes(const Shape& root, std::unordered_map<uint32_t, Sha
 void Drawings::AddShape(const Shape& shape, const PictureFacts& place, unsigned depth,
                         std::vector<FoundShape>& out) {
   if (!shape.Good() || depth > kDeepest) return;
+  if (shapesLeft_ == 0) return warn(file_.warnings(), WarningCode::kWorkLimit, "shapes");
+  --shapesLeft_;
   if (shape.IsGroupShape()) {
     tagRECT space{};
     shape.GetGroupCoordBounds(space);
@@ -160,10 +162,10 @@ void Drawings::AddShape(const Shape& shape, const PictureFacts& place, unsigned 
       PictureFacts inside = place;
       if (width > 0 && height > 0) {
         const double x = place.width / width, y = place.height / height;
-        inside.left = static_cast<int32_t>(place.left + (double{1} * box.left - space.left) * x);
-        inside.top = static_cast<int32_t>(place.top + (double{1} * box.top - space.top) * y);
-        inside.width = static_cast<int32_t>((double{1} * box.right - box.left) * x);
-        inside.height = static_cast<int32_t>((double{1} * box.bottom - box.top) * y);
+        inside.left = roundedDown(place.left + (double{1} * box.left - space.left) * x);
+        inside.top = roundedDown(place.top + (double{1} * box.top - space.top) * y);
+        inside.width = roundedDown((double{1} * box.right - box.left) * x);
+        inside.height = roundedDown((double{1} * box.bottom - box.top) * y);
       }
       AddShape(child, inside, depth + 1, out);
     }
@@ -172,10 +174,33 @@ void Drawings::AddShape(const Shape& shape, const PictureFacts& place, unsigned 
   if (has(shape, kIsHidden)) return;
   FoundShape found;
   found.place = place;
-  readNames(shape, found);
+  AddNames(shape, found);
   AddText(shape, found);
   AddPicture(shape, found);
   out.push_back(std::move(found));
+}
+
+/// Many places may show one shape: all its texts together stay within what the file could hold.
+void Drawings::AddNames(const Shape& shape, FoundShape& out) {
+  if (hasTextLeft_ && textLeft_ == 0) return;
+  KQueryProp::QueryBstrProp(&shape, kDescription, out.description);
+  KQueryProp::QueryBstrProp(&shape, kName, out.name);
+  int flags = 0;
+  KQueryProp::QueryI4Prop(&shape, kBlipFlags, flags);
+  if (flags & kBlipIsLink) KQueryProp::QueryBstrProp(&shape, kBlipName, out.linkedAddress);
+  for (std::u16string* const text : {&out.description, &out.name, &out.linkedAddress}) Account(*text);
+}
+
+void Drawings::Account(std::u16string& text) {
+  constexpr uint64_t kTimes = 8, kSpare = 1 << 16;
+  if (!hasTextLeft_) textLeft_ = kTimes * file_.bytesHeld() + kSpare;
+  hasTextLeft_ = true;
+  if (text.size() > textLeft_) {
+    warn(file_.warnings(), WarningCode::kWorkLimit, "shapes");
+    text.clear();
+    textLeft_ = 0;
+  }
+  textLeft_ -= text.size();
 }
 
 /// The number of its text box, unless it goes on with the text of another one; and text that is drawn.
@@ -189,7 +214,8 @@ void Drawings::AddText(const Shape& shape, FoundShape& out) {
   }
   const auto text = static_cast<uint32_t>(id);
   if (text >> 16 != 0 && (text & 0xFFFF) == 0) out.box = static_cast<int32_t>((text >> 16) - 1);
-  KQueryProp::QueryBstrProp(&shape, kArtText, out.artText);
+  if (!hasTextLeft_ || textLeft_ > 0) KQueryProp::QueryBstrProp(&shape, kArtText, out.artText);
+  Account(out.artText);
 }
 
 bool Drawings::AddPicture(const Shape& shape, FoundShape& out) {
@@ -240,7 +266,7 @@ bool Drawings::Inline(uint32_t offset, FoundShape& out) try {
   };
   out.place.width = scaled(PICF::kGoalWidth, PICF::kScaleX);
   out.place.height = scaled(PICF::kGoalHeight, PICF::kScaleY);
-  readNames(*shape.shape, out);
+  AddNames(*shape.shape, out);
   out.isRule = has(*shape.shape, kIsRule);
   AddText(*shape.shape, out);
   int index = 0;

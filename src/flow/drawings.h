@@ -53,13 +53,18 @@ class Drawings {
   void ReadDrawings();
   void CollectShapes(const Shape& root, std::unordered_map<uint32_t, Shape>& shapes);
   void AddShape(const Shape& shape, const PictureFacts& place, unsigned depth, std::vector<FoundShape>& out);
+  void AddNames(const Shape& shape, FoundShape& out);
   void AddText(const Shape& shape, FoundShape& out);
+  void Account(std::u16string& text);
   bool AddPicture(const Shape& shape, FoundShape& out);
 
   WordFile& file_;
   std::optional<PositionTable> anchors_[2], boxes_[2];
   std::optional<KDRDggInfo> drawings_;
   std::unordered_map<uint32_t, Shape> shapes_[2];
+  uint64_t shapesLeft_ = 0;  ///< that may still be told: a sound document anchors each once
+  uint64_t textLeft_ = 0;    ///< characters of descriptions and names that may still be told
+  bool hasTextLeft_ = false;
   DsMemReadArchive text_, data_;
   std::optional<StreamPieces> dataPieces_;
   std::unordered_map<uint32_t, std::optional<KDREmbedShape>> inline_;  ///< by offset

@@ -325,13 +325,16 @@ void InlineWalker::TellFieldWithoutResult(OpenField& field, const TextRun& run) 
 }
 
 void InlineWalker::TellFormField(const OpenField& field, const TextRun& run) {
+  constexpr size_t kLongestChoice = 255;  // Word has 50 characters; many fields may share one
   if (!IsShown(run)) return;
   Prepare(run);
   DeliverHeld();
   const auto kind = field.display == FieldDisplay::kFormText       ? FormFieldFacts::Kind::kText
                     : field.display == FieldDisplay::kFormCheckBox ? FormFieldFacts::Kind::kCheckBox
                                                                    : FormFieldFacts::Kind::kDropDown;
-  handler_.FormField({kind, field.data.name, field.data.isChecked, field.data.Choice()}, *run.properties);
+  handler_.FormField(
+      {kind, field.data.name, field.data.isChecked, field.data.Choice().substr(0, kLongestChoice)},
+      *run.properties);
 }
 
 void InlineWalker::ReadFormField(const TextRun& run) {

@@ -10,7 +10,10 @@ namespace {
 
 constexpr size_t kMostStrings = 1 << 16;
 
+/// Of a name no more than any name has: many places may show it.
 std::u16string textOf(ByteView bytes) {
+  constexpr size_t kLongestName = 512;
+  bytes = bytes.part(0, kLongestName);
   std::u16string text;
   for (size_t i = 0; i + 1 < bytes.size(); i += 2) text.push_back(bytes.u16(i));
   return text;
