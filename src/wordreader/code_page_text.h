@@ -22,9 +22,13 @@ class CodePageText {
   std::u16string Read(ByteView bytes);
 
  private:
+  bool OpenConverter();
   std::u16string Convert(ByteView bytes);
 
+  uint16_t codePage_;
   bool isUtf16_;
+  const char16_t* upper_ = nullptr;  ///< of a code page with a byte a character
+  bool wasOpened_ = false;
   void* converter_ = nullptr;  ///< of the C library; null for what needs none
 };
 
