@@ -9,7 +9,7 @@
 
 namespace pagerex {
 
-/// The names of the styles of a document.
+/// The styles of a document, by their index in its style sheet.
 class StyleNames {
  public:
   StyleNames() = default;
@@ -19,6 +19,11 @@ class StyleNames {
 
   /// As the file spells it, of built-in styles the English name; empty where there is no such style.
   virtual std::u16string_view NameOf(uint16_t istd) const = 0;
+  /// Paragraphs that have this style and nothing of their own, outside of tables; "Normal" for a style of
+  /// another kind. Until the next paragraph is told.
+  virtual const ParagraphProperties& ParagraphOf(uint16_t istd) const = 0;
+  /// The same of their text.
+  virtual const RunProperties& RunOf(uint16_t istd) const = 0;
 };
 
 /// The names of the fonts of a document, by their index in its font table.

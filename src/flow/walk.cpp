@@ -13,11 +13,17 @@ using mso_word::SUBDOC_TYPE;
 
 class NamesOfStyles final : public StyleNames {
  public:
-  explicit NamesOfStyles(const StyleTable& styles) : styles_(styles) {}
+  NamesOfStyles(const StyleTable& styles, PropertyResolver& resolver)
+      : styles_(styles), resolver_(resolver) {}
   std::u16string_view NameOf(uint16_t istd) const override { return styles_.EnglishName(istd); }
+  const ParagraphProperties& ParagraphOf(uint16_t istd) const override {
+    return resolver_.ParagraphStyle(istd);
+  }
+  const RunProperties& RunOf(uint16_t istd) const override { return resolver_.ParagraphStyleRun(istd); }
 
  private:
   const StyleTable& styles_;
+  PropertyResolver& resolver_;
 };
 
 class NamesOfFonts final : public ToldFonts {
@@ -61,7 +67,7 @@ class Walk {
 
 WrittenCounts Walk::Run() {
   WordFile& file = document_.file;
-  const NamesOfStyles styles(document_.styles);
+  const NamesOfStyles styles(document_.styles, *document_.resolver);
   const NamesOfFonts fonts(document_.fonts);
   const DocumentSettings& settings = document_.settings;
   sections_.Read(file);
