@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 
@@ -26,7 +27,17 @@ class StyleNames {
   virtual const RunProperties& RunOf(uint16_t istd) const = 0;
 };
 
-/// The names of the fonts of a document, by their index in its font table.
+/// What the font table of a document says of a font.
+struct FontFacts {
+  std::u16string_view name;  ///< empty where there is no such font
+  std::u16string_view alternateName;
+  uint8_t family = 0;                ///< 1 roman, 2 swiss, 3 monospaced, 4 script, 5 decorative; 0 not known
+  uint8_t pitch = 0;                 ///< 1 fixed, 2 variable; 0 not known
+  uint8_t characterSet = 0;          ///< 0 ANSI, 2 symbols, 128 Shift-JIS, ...
+  std::array<uint8_t, 10> panose{};  ///< all 0 where not known
+};
+
+/// The fonts of a document, by their index in its font table.
 class ToldFonts {
  public:
   ToldFonts() = default;
@@ -36,6 +47,7 @@ class ToldFonts {
 
   /// Empty where there is no such font.
   virtual std::u16string_view NameOf(uint16_t ftc) const = 0;
+  virtual FontFacts FactsOf(uint16_t ftc) const = 0;
 };
 
 /// What is known of a document before its text. Lives as long as the walk.

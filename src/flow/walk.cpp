@@ -30,6 +30,10 @@ class NamesOfFonts final : public ToldFonts {
  public:
   explicit NamesOfFonts(const FontNames& fonts) : fonts_(fonts) {}
   std::u16string_view NameOf(uint16_t ftc) const override { return fonts_.Name(ftc); }
+  FontFacts FactsOf(uint16_t ftc) const override {
+    return {fonts_.Name(ftc),  fonts_.AlternateName(ftc), fonts_.Family(ftc),
+            fonts_.Pitch(ftc), fonts_.CharacterSet(ftc),  fonts_.Panose(ftc)};
+  }
 
  private:
   const FontNames& fonts_;
