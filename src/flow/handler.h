@@ -59,6 +59,7 @@ struct DocumentFacts {
   uint32_t pageCount;                  ///< as Word counted last; 0 if not told
   const StyleNames* styles = nullptr;  ///< null where nobody tells
   const ToldFonts* fonts = nullptr;    ///< the same
+  Shading background = {};             ///< of the pages
 };
 
 enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };
@@ -167,6 +168,8 @@ class PictureSource {
   virtual PictureData Read() = 0;
 };
 
+struct ShapeFacts;
+
 struct PictureFacts {
   std::u16string_view description;  ///< alternative text
   std::u16string_view name;
@@ -178,6 +181,7 @@ struct PictureFacts {
   PictureSource* source = nullptr;  ///< null for a drawing, or a picture that is only linked
   uint32_t identity = 0;  ///< the same, and not 0, for each showing of one stored picture; 0 if not known
   std::u16string_view linkedAddress;
+  const ShapeFacts* shape = nullptr;  ///< how it is drawn; null where that cannot be read
 };
 
 struct TextBoxFacts {
