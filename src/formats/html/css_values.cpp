@@ -148,8 +148,8 @@ void appendDifferences(std::string& out, std::span<const CssProperty> properties
                        std::span<const std::string> values, std::span<const std::string> base) {
   constexpr size_t kSides = 4;
   for (size_t i = 0; i < properties.size(); ++i) {
-    const std::string_view value = values[i].empty() ? properties[i].initial : values[i];
-    if (!properties[i].ofAllSides.empty()) {
+    const std::string_view value = values[i].empty() ? std::string_view(properties[i].initial) : values[i];
+    if (properties[i].ofAllSides[0] != '\0') {
       const auto sides = values.subspan(i, kSides), baseSides = base.subspan(i, kSides);
       size_t differing = 0;
       for (size_t side = 0; side < kSides; ++side) differing += sides[side] != baseSides[side];

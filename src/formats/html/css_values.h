@@ -35,11 +35,12 @@ std::string_view writingModeOf(uint16_t textFlow);
 
 void appendDeclaration(std::string& out, std::string_view name, std::string_view value);
 
-/// A property that some look has, and its value where nothing is said.
+/// A property that some look has, and its value where nothing is said. Without pointers, so that nothing of
+/// the tables is touched when the library is loaded.
 struct CssProperty {
-  std::string_view name;
-  std::string_view initial;
-  std::string_view ofAllSides = {};  ///< what says this one and the next three at once
+  char name[28];
+  char initial[14];
+  char ofAllSides[8] = "";  ///< what says this one and the next three at once
 };
 
 /// "name:value;" for each property in which `values` differ from `base`, in the order of the table. An empty

@@ -87,7 +87,7 @@ std::string familyOf(const FontFacts& facts) {
   list.Add(name);
   list.Add(withoutAt(name));
   list.Add(alternate);
-  if (known && !known->ownName.empty()) {
+  if (known && known->ownName[0] != '\0') {
     list.Add(known->name);
     list.Add(known->ownName);
   }

@@ -44,11 +44,12 @@ enum class FontPeers : uint8_t {
 /// As CSS, the generic family at the end: "Arimo,Liberation Sans,Helvetica,sans-serif".
 std::string_view peersAsCss(FontPeers peers);
 
-/// A well-known font, in UTF-8. East Asian ones have a name in their own script too.
+/// A well-known font, in UTF-8. East Asian ones have a name in their own script too. Without pointers, so
+/// that nothing of the table is touched when the library is loaded.
 struct KnownFont {
-  std::string_view name;
+  char name[24];
   FontPeers peers;
-  std::string_view ownName = {};
+  char ownName[24] = "";
 };
 
 /// By either name, in any case of ASCII letters; null for others.
