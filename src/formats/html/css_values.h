@@ -13,6 +13,9 @@ namespace pagerex {
 void appendColour(std::string& out, uint32_t rgb);
 /// "12pt", "7.35pt", "-.5pt", "0". No more than Word itself lets a length be.
 void appendPoints(std::string& out, int64_t twips);
+/// An indent that gives way on small screens: "calc(36pt*var(--i))", outwards "calc(-36pt*var(--n))"; nothing
+/// for 0.
+void appendIndent(std::string& out, int64_t twips);
 void appendHalfPoints(std::string& out, int64_t halfPoints);
 /// Hundredths with their unit, if not 0: "1.17em", "50%", "0".
 void appendHundredths(std::string& out, int64_t hundredths, std::string_view unit);
@@ -30,10 +33,14 @@ int32_t borderWidthTwips(const Border& border);
 /// "vertical-rl" and such by the way text flows in a cell or frame; empty for as usual.
 std::string_view writingModeOf(uint16_t textFlow);
 
-/// A property that some look has, and its value where nothing is said.
+void appendDeclaration(std::string& out, std::string_view name, std::string_view value);
+
+/// A property that some look has, and its value where nothing is said. Without pointers, so that nothing of
+/// the tables is touched when the library is loaded.
 struct CssProperty {
-  std::string_view name;
-  std::string_view initial;
+  char name[28];
+  char initial[14];
+  char ofAllSides[8] = "";  ///< what says this one and the next three at once
 };
 
 /// "name:value;" for each property in which `values` differ from `base`, in the order of the table. An empty

@@ -24,7 +24,7 @@ class FontFamilies {
   std::map<uint16_t, std::string> families_;
 };
 
-/// A quoted CSS string that nothing gets out of: neither of the quotes nor of a style element.
-void appendCssString(std::string& out, std::u16string_view text);
+/// UTF-8 as a quoted CSS string that nothing gets out of: neither of the quotes nor of a style element.
+void appendCssString(std::string& out, std::string_view text);
 
 }  // namespace pagerex

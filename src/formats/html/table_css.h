@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -13,10 +12,13 @@ namespace pagerex {
 
 /// Width and place of a table in its line. Indents as in paragraphs, by --i and --n.
 void appendTableCss(std::string& out, const TableProperties& table);
-/// For the box around a table that floats: text goes around it. Nothing for others.
+/// For the box around a table that floats: text goes around it. Nothing for
+/// others, and for centred ones, which have text above and below.
 void appendTableFloatCss(std::string& out, const TableProperties& table);
-/// Of a `col`: "width:72pt;", in a table whose width is a percentage its share of it.
-void appendColumnCss(std::string& out, const TableProperties& table, size_t column);
+/// Of a `col`: "width:72pt;", or its share of `whole`, which `wholeOfColumns` tells once a table.
+void appendColumnCss(std::string& out, int64_t twips, int64_t whole);
+/// What columns are told as shares of: 0 unless the width of the table is a percentage.
+int64_t wholeOfColumns(const TableProperties& table);
 
 /// "height:20pt;break-inside:avoid;"
 void appendRowCss(std::string& out, const RowProperties& row);
