@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "flow/properties.h"
@@ -46,6 +47,7 @@ struct ShapeGeometry {
 struct ShapeFill {
   enum class Kind : uint8_t { kNone, kSolid, kPattern, kTexture, kPicture, kLinear, kRadial, kShape };
   Kind kind = Kind::kNone;
+  bool isPictured() const { return kind >= Kind::kPattern && kind <= Kind::kPicture; }
   uint32_t rgb = 0xFFFFFF, backRgb = 0xFFFFFF;
   float opacity = 1, backOpacity = 1;
   float angle = 0;    ///< of a linear gradient: 0 has its colours above each other, the first on top
@@ -124,6 +126,13 @@ struct ShapePicture {
   Border top, left, bottom, right;  ///< of an inline one
 };
 
+/// Lettering (WordArt): text that fills the shape.
+struct ShapeArt {
+  std::u16string text;  ///< empty for none
+  std::u16string font;
+  bool isBold = false, isItalic = false;
+};
+
 struct ShapeFacts {
   ShapeGeometry geometry;
   /// Of the shape before it is turned about its middle, from what its place refers to. The box of its anchor
@@ -135,6 +144,7 @@ struct ShapeFacts {
   ShapeText text;
   ShapePlace place;
   ShapePicture picture;
+  ShapeArt art;
 };
 
 }  // namespace pagerex

@@ -77,7 +77,7 @@ WrittenCounts Walk::Run() {
   sections_.Read(file);
   handler_.BeginDocument({file.Summary(), document_.resolver->ParagraphStyleRun(0).language,
                           settings.defaultTabStop, settings.hasOddAndEvenHeaders, settings.pageCount, &styles,
-                          &fonts});
+                          &fonts, document_.drawings.Background()});
   TellSections();
   TellNotes(NoteKind::kFootnote);
   TellNotes(NoteKind::kEndnote);
