@@ -1,7 +1,7 @@
 #include "formats/html/style_sheet.h"
 
-#include "base/encoding.h"
 #include "base/number_text.h"
+#include "base/utf8.h"
 
 namespace pagerex {
 namespace {
