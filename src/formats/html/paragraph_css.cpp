@@ -29,6 +29,7 @@ enum Property : uint8_t {
   kShadow,
   kBackground,
   kFloat,
+  kHeight,
   kWritingMode,
   kBreakBefore,
   kBreakInside,
@@ -59,6 +60,7 @@ constexpr CssProperty kProperties[] = {
     {"box-shadow", "none"},
     {"background-color", "#0000"},
     {"float", "none"},
+    {"height", "auto"},
     {"writing-mode", "horizontal-tb"},
     {"break-before", "auto"},
     {"break-inside", "auto"},
@@ -181,8 +183,13 @@ void setFrame(const ParagraphProperties& paragraph, Values& values) {
   values[kWritingMode] = writingModeOf(paragraph.textFlow);
   if (paragraph.frame.dropCapLines == 0) return;
   values[kFloat] = paragraph.isRightToLeft ? "right" : "left";
-  // Word makes the lines of a drop cap as high as the letter; where it has not, it is as high as its size.
-  if (paragraph.lineSpacing != ParagraphProperties::LineSpacing::kExactly) values[kLineHeight] = "1";
+  // Word gives a drop cap an exact line, as high as the lines beside it. A letter that is lowered in it must
+  // not make it higher. Where there is no such line it is as high as its letter.
+  if (paragraph.lineSpacing == ParagraphProperties::LineSpacing::kExactly) {
+    values[kHeight] = values[kLineHeight];
+  } else {
+    values[kLineHeight] = "1";
+  }
 }
 
 void setBreaks(const ParagraphProperties& paragraph, Values& values) {

@@ -211,7 +211,7 @@ TEST(ParagraphCss, SetsDropCapsAside) {
               p.lineSpacing = LineSpacing::kExactly;
               p.lineHeight = 820;
             }),
-            "line-height:41pt;float:right;");
+            "line-height:41pt;float:right;height:41pt;");
 }
 
 TEST(ParagraphCss, HasSizesOfFrames) {
