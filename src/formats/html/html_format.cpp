@@ -20,6 +20,16 @@ std::unique_ptr<PictureOutput> picturesFor(FormatJob& job) {
   return makeEmbeddedPictures(mostEmbedded, &job.warnings);
 }
 
+/// A document without a title goes by the name of its page.
+PageFrame titled(PageFrame frame, const FormatJob& job) {
+  if (frame.title.empty()) {
+    const size_t slash = job.mainName.rfind('/');
+    const std::string name = job.mainName.substr(slash == std::string::npos ? 0 : slash + 1);
+    appendAttribute(frame.title, name.substr(0, name.rfind('.')));
+  }
+  return frame;
+}
+
 /// The whole page, when its style sheet is known.
 class WholePage final : public BlockSink {
  public:
@@ -53,7 +63,7 @@ class PagePieces final : public BlockSink {
         ++count_ == 1 ? job_.mainName : folderOf(job_) + "/" + std::to_string(count_) + ".html";
     std::string rules = sheet_->TakeRules();
     if (count_ == 1) {
-      PageFrame frame = writer_->frame();
+      PageFrame frame = titled(writer_->frame(), job_);
       frame.showsOwnStyleOnly = false;
       rules = pageHead(frame, writer_->BaseRules(job_.choices.darkScheme) + rules);
     } else if (!rules.empty()) {
@@ -96,7 +106,8 @@ Status writeHtml(FormatJob& job) {
     WholePage page;
     HtmlWriter writer(page, sheet, options, *pictures, &job.warnings);
     walkFor(job, writer);
-    out.Put(pageHead(writer.frame(), writer.BaseRules(job.choices.darkScheme) + sheet.TakeRules()));
+    out.Put(
+        pageHead(titled(writer.frame(), job), writer.BaseRules(job.choices.darkScheme) + sheet.TakeRules()));
     page.WriteTo(out);
     out.Put(kPageEnd);
     job.written.pages = 1;

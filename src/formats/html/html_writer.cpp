@@ -191,7 +191,7 @@ void HtmlWriter::BeginBlock(const ParagraphProperties* next) {
 void HtmlWriter::EndContents() {
   if (!flow().isContents) return;
   flow().isContents = false;
-  out_.Put("</nav>\n");
+  out_.Put("</section>\n");
 }
 
 void HtmlWriter::EndFigure() {
@@ -267,7 +267,7 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
     EndLists(0);
   }
   if (isContents && !here.isContents) {
-    out_.Put("<nav role=doc-toc>\n");
+    out_.Put("<section role=doc-toc>\n");
     here.isContents = true;
   }
   if (isCaptionBelow) {

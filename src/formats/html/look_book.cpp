@@ -37,11 +37,15 @@ RunProperties withoutHistory(const RunProperties& run) {
   return plain;
 }
 
-bool haveScripts(const RunProperties& run) {
+uint8_t otherScripts(const RunProperties& run) {
   const FontNumbers& fonts = run.fonts;
-  return fonts.eastAsian != fonts.ascii || fonts.other != fonts.ascii || fonts.complex != fonts.ascii ||
-         run.complexSizeHalfPoints != run.sizeHalfPoints || run.eastAsianLanguage != run.language ||
-         run.complexLanguage != run.language;
+  const bool isEastAsian = fonts.eastAsian != fonts.ascii || run.eastAsianLanguage != run.language;
+  const bool isOther = fonts.other != fonts.ascii;
+  const bool isComplex = fonts.complex != fonts.ascii || run.complexSizeHalfPoints != run.sizeHalfPoints ||
+                         run.complexLanguage != run.language;
+  return static_cast<uint8_t>(isEastAsian << static_cast<int>(FontScript::kEastAsian) |
+                              isOther << static_cast<int>(FontScript::kOther) |
+                              isComplex << static_cast<int>(FontScript::kComplex));
 }
 
 void appendClass(std::string& attributes, std::string_view first, std::string_view second) {
@@ -104,7 +108,7 @@ LookBook::Look LookBook::LookOf(const RunProperties& properties) {
       lookNumbers_.try_emplace(withoutHistory(properties), static_cast<Look>(looks_.size()));
   if (isNew) {
     looks_.push_back(&known->first);
-    dependsOnScript_.push_back(haveScripts(properties));
+    otherScripts_.push_back(otherScripts(properties));
   }
   recent = {properties.serial.number, known->second};
   return known->second;
@@ -116,7 +120,7 @@ void LookBook::MayForget() {
   if (looks_.size() < kManyLooks && contexts_.size() < kManyLooks) return;
   lookNumbers_.clear();
   looks_.clear();
-  dependsOnScript_.clear();
+  otherScripts_.clear();
   recentLooks_.fill({});
   contexts_.clear();
   runs_.clear();

@@ -51,8 +51,8 @@ class LookBook {
   const RunMarkup& Run(Look look, uint32_t context, FontScript script);
   /// Says that no look is held any more. They are forgotten when they are many.
   void MayForget();
-  /// Whether text beyond ASCII is shown in other fonts or languages.
-  bool DependsOnScript(Look look) const { return dependsOnScript_[look]; }
+  /// The scripts that are shown in other fonts, sizes or languages than ASCII text: bits, 1 << FontScript.
+  uint8_t OtherScripts(Look look) const { return otherScripts_[look]; }
 
  private:
   struct Style {
@@ -84,7 +84,7 @@ class LookBook {
   const uint16_t language_;
   std::unordered_map<RunProperties, Look, RunPropertiesHash> lookNumbers_;
   std::vector<const RunProperties*> looks_;
-  std::vector<bool> dependsOnScript_;
+  std::vector<uint8_t> otherScripts_;
   struct Recent {
     uint32_t serial = 0;
     Look look = 0;

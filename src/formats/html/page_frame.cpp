@@ -24,7 +24,7 @@ constexpr std::string_view kBefore =
     "img{max-width:100%;height:auto}\n"
     "table{border-collapse:collapse;table-layout:fixed;font:inherit;color:inherit}\n"
     "td,th{padding:0;vertical-align:top;text-align:start;font-weight:inherit}\n"
-    "sup,sub{font-size:65%;line-height:0}\n"
+    "sup,sub{font-size:.65em;line-height:0}\n"
     "em,i{font-style:italic}b,strong{font-weight:bold}\n"
     "u,ins{text-decoration:underline}s,del{text-decoration:line-through}\n"
     "ins{color:#06c}del{color:#b00020}\n"
@@ -78,7 +78,7 @@ std::string baseRules(LookBook& looks, const DocumentFacts& facts, const Section
   rules += ");overflow-wrap:break-word;tab-size:";
   appendPoints(rules, std::max<int32_t>(facts.defaultTabStop, 20));
   rules += ";" + looks.PageText() + "}\n";
-  rules += "p,h1,h2,h3,h4,h5,h6{white-space:pre-wrap;" + looks.PageParagraph() + "}\n";
+  rules += "p,h1,h2,h3,h4,h5,h6{white-space:var(--w,pre-wrap);" + looks.PageParagraph() + "}\n";
   rules += kAfter;
   if (followsDarkScheme) rules += kDark;
   rules += "}}\n";

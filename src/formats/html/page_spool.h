@@ -12,7 +12,7 @@ struct z_stream_s;
 
 namespace pagerex {
 
-/// Holds the blocks of a page until its style sheet is known: as they are up to a megabyte, what follows
+/// Holds the blocks of a page until its style sheet is known: as they are up to a size, what follows
 /// deflated, so that a page of any size takes little room.
 class PageSpool {
  public:
@@ -27,7 +27,7 @@ class PageSpool {
 
  private:
   static constexpr size_t kBlock = 0x10000;
-  static constexpr uint64_t kMostPlain = 1 << 20;
+  static constexpr uint64_t kMostPlain = 3 << 19;
 
   void AddPlain(std::string_view markup);
   void Deflate(std::string_view markup, int flush);

@@ -25,6 +25,19 @@ bool isControl(char16_t unit) {
   return unit >= 0x7F && unit <= 0x9F;
 }
 
+/// U+007F to U+009F, which no page may have.
+bool haveControls(const char* bytes, size_t size, bool isAscii) {
+  if (std::memchr(bytes, 0x7F, size)) return true;
+  const char* const end = bytes + size;
+  while (!isAscii && bytes < end) {
+    const void* const found = std::memchr(bytes, 0xC2, static_cast<size_t>(end - bytes));
+    if (!found) return false;
+    bytes = static_cast<const char*>(found) + 1;
+    if (static_cast<unsigned char>(*bytes) < 0xA0) return true;
+  }
+  return false;
+}
+
 size_t firstEscape(const char* bytes, size_t size, bool isInAttribute) {
   size_t first = size;
   for (const char each : {'&', '<', '"'}) {
@@ -51,9 +64,7 @@ void PageText::PutEscaped(std::u16string_view text) {
   if (mostUtf8(text.size()) > capacity_ - size_) Grow(mostUtf8(text.size()));
   char* const start = bytes_.get() + size_;
   const size_t count = utf8FromUtf16(text.data(), text.size(), start, Utf8Filter::kControls);
-  // Of text that is all ASCII only 0x7F is a control that has got here.
-  const bool hasControls = count == text.size() ? std::memchr(start, 0x7F, count) != nullptr
-                                                : std::any_of(text.begin(), text.end(), isControl);
+  const bool hasControls = haveControls(start, count, count == text.size());
   const size_t plain = firstEscape(start, count, kInAttribute);
   if (plain == count && !hasControls) {
     size_ += count;
@@ -96,6 +107,9 @@ void PageText::DropFront(size_t count) {
 }
 
 void appendAttribute(std::string& out, std::string_view text) {
+  const size_t plain = firstEscape(text.data(), text.size(), true);
+  out += text.substr(0, plain);
+  text.remove_prefix(plain);
   for (const char byte : text) {
     const std::string_view escape = escapeOf(byte, true);
     escape.empty() ? out.push_back(byte) : static_cast<void>(out.append(escape));

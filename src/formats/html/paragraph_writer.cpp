@@ -1,6 +1,7 @@
 #include "formats/html/paragraph_writer.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "formats/html/css_values.h"
 
@@ -31,8 +32,23 @@ FontScript scriptOf(char16_t unit, FontScript before) {
   return FontScript::kOther;
 }
 
-bool isAscii(std::u16string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
+/// The scripts beyond ASCII that a text has: bits, 1 << FontScript. Skips ASCII by words.
+uint8_t scriptsIn(std::u16string_view text) {
+  constexpr uint64_t kBeyondAscii = 0xFF80FF80FF80FF80;
+  constexpr size_t kWord = sizeof(uint64_t) / sizeof(char16_t);
+  unsigned scripts = 0;
+  for (size_t i = 0; i < text.size(); i += kWord) {
+    uint64_t word = 0;
+    const size_t count = std::min(kWord, text.size() - i);
+    std::memcpy(&word, text.data() + i, count * sizeof(char16_t));
+    if ((word & kBeyondAscii) == 0) continue;
+    for (const char16_t unit : text.substr(i, count)) {
+      const bool isUsual = unit < 0x0590 || (unit >= 0x2000 && unit < 0x2E80);
+      const FontScript script = isUsual ? FontScript::kOther : scriptOf(unit, FontScript::kOther);
+      if (unit >= 0x80) scripts |= 1u << static_cast<unsigned>(script);
+    }
+  }
+  return static_cast<uint8_t>(scripts);
 }
 
 /// What fills the way to a stop: classes of the page's own rules.
@@ -93,7 +109,8 @@ void ParagraphWriter::Text(std::u16string_view text, const RunProperties& proper
   const LookBook::Look look = looks_.LookOf(properties);
   hasLine_ = true;
   const bool isComplex = properties.isComplexScript || properties.isRightToLeft;
-  if (looks_.DependsOnScript(look) && (isComplex || !isAscii(text)))
+  const uint8_t others = looks_.OtherScripts(look);
+  if (others != 0 && (isComplex || (others & scriptsIn(text)) != 0))
     return PutByScripts(text, look, isComplex);
   OpenRun(look, FontScript::kAscii);
   out_->PutText(text);
@@ -123,11 +140,14 @@ void ParagraphWriter::PutByScripts(std::u16string_view text, LookBook::Look look
 void ParagraphWriter::OpenRun(LookBook::Look look, FontScript script) {
   if (isRunOpen_ && runLook_ == look && runScript_ == script) return;
   const RunMarkup& markup = looks_.Run(look, context_, script);
+  const bool isSame = isRunOpen_ && markup.open == runOpen_;
+  runLook_ = look;
+  runScript_ = script;
+  if (isSame) return;
   CloseRun();
   out_->Put(markup.open);
   isRunOpen_ = true;
-  runLook_ = look;
-  runScript_ = script;
+  runOpen_ = markup.open;
   runClose_ = markup.close;
 }
 

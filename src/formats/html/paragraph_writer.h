@@ -66,7 +66,7 @@ class ParagraphWriter {
   bool isRunOpen_ = false;
   LookBook::Look runLook_ = 0;
   FontScript runScript_ = FontScript::kAscii;
-  std::string_view runClose_;
+  std::string_view runOpen_, runClose_;
   std::vector<Element> elements_;
   size_t begin_ = 0;
   bool hasLine_ = false;  ///< something stands in the line

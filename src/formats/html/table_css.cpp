@@ -29,7 +29,7 @@ constexpr CssProperty kProperties[] = {
     {"border-top", "0", "border"}, {"border-inline-end", "0"},        {"border-bottom", "0"},
     {"border-inline-start", "0"},  {"padding-top", "0", "padding"},   {"padding-inline-end", "0"},
     {"padding-bottom", "0"},       {"padding-inline-start", "0"},     {"background-color", "#0000"},
-    {"vertical-align", "top"},     {"writing-mode", "horizontal-tb"}, {"white-space", "pre-wrap"},
+    {"vertical-align", "top"},     {"writing-mode", "horizontal-tb"}, {"--w", "pre-wrap"},
 };
 static_assert(std::size(kProperties) == kPropertyCount);
 
