@@ -32,23 +32,29 @@ FontScript scriptOf(char16_t unit, FontScript before) {
   return FontScript::kOther;
 }
 
-/// The scripts beyond ASCII that a text has: bits, 1 << FontScript. Skips ASCII by words.
-uint8_t scriptsIn(std::u16string_view text) {
-  constexpr uint64_t kBeyondAscii = 0xFF80FF80FF80FF80;
-  constexpr size_t kWord = sizeof(uint64_t) / sizeof(char16_t);
+unsigned scriptsOfUnits(std::u16string_view text) {
   unsigned scripts = 0;
-  for (size_t i = 0; i < text.size(); i += kWord) {
-    uint64_t word = 0;
-    const size_t count = std::min(kWord, text.size() - i);
-    std::memcpy(&word, text.data() + i, count * sizeof(char16_t));
-    if ((word & kBeyondAscii) == 0) continue;
-    for (const char16_t unit : text.substr(i, count)) {
-      const bool isUsual = unit < 0x0590 || (unit >= 0x2000 && unit < 0x2E80);
-      const FontScript script = isUsual ? FontScript::kOther : scriptOf(unit, FontScript::kOther);
-      if (unit >= 0x80) scripts |= 1u << static_cast<unsigned>(script);
-    }
+  for (const char16_t unit : text) {
+    const bool isUsual = unit < 0x0590 || (unit >= 0x2000 && unit < 0x2E80);
+    const FontScript script = isUsual ? FontScript::kOther : scriptOf(unit, FontScript::kOther);
+    if (unit >= 0x80) scripts |= 1u << static_cast<unsigned>(script);
   }
-  return static_cast<uint8_t>(scripts);
+  return scripts;
+}
+
+/// The scripts beyond ASCII that a text has: bits, 1 << FontScript. Skips ASCII by words.
+unsigned scriptsIn(std::u16string_view text) {
+  constexpr uint64_t kBeyondAscii = 0xFF80FF80FF80FF80;
+  constexpr size_t kWords = 4, kStretch = kWords * sizeof(uint64_t) / sizeof(char16_t);
+  unsigned scripts = 0;
+  while (text.size() >= kStretch) {
+    uint64_t words[kWords];
+    std::memcpy(words, text.data(), sizeof words);
+    if ((words[0] | words[1] | words[2] | words[3]) & kBeyondAscii)
+      scripts |= scriptsOfUnits(text.substr(0, kStretch));
+    text.remove_prefix(kStretch);
+  }
+  return scripts | scriptsOfUnits(text);
 }
 
 /// What fills the way to a stop: classes of the page's own rules.
