@@ -5,9 +5,7 @@
 
 #include "base/file_time.h"
 #include "base/utf8.h"
-#include "formats/html/css_values.h"
 #include "formats/html/html_writer.h"
-#include "formats/html/table_css.h"
 
 namespace pagerex {
 namespace {
@@ -58,24 +56,6 @@ std::string textOf(std::u16string_view text) {
   PageText page;
   page.PutText(text);
   return std::string(page.view());
-}
-
-/// Whether browsers show the picture that an address leads to.
-bool isShownByBrowsers(std::string_view address) {
-  for (const std::string_view other : {"data:image/emf", "data:image/wmf", "data:image/x-pict"}) {
-    if (address.starts_with(other)) return false;
-  }
-  return address.starts_with("data:") ||
-         (!address.ends_with(".emf") && !address.ends_with(".wmf") && !address.ends_with(".pict"));
-}
-
-void appendSize(std::string& css, int32_t width, int32_t height) {
-  constexpr int32_t kMost = 31680;  // the longest side of a page
-  width = std::clamp(width, 1, kMost);
-  height = std::clamp(height, 1, kMost);
-  css += "width:";
-  appendPoints(css, width);
-  css += ";aspect-ratio:" + std::to_string(width) + "/" + std::to_string(height) + ";";
 }
 
 }  // namespace
@@ -312,101 +292,6 @@ void HtmlWriter::EndCell() {
   }
   EndFlow();
   tables_->EndCell();
-}
-
-// Pictures and boxes
-
-void HtmlWriter::Picture(const PictureFacts& picture) {
-  if (muted_ || !isInParagraph_) return;
-  hasPicture_ = true;
-  PutPicture(picture, pictures_.AddressOf(picture));
-}
-
-void HtmlWriter::PutPicture(const PictureFacts& picture, std::string_view address) {
-  PageText description;
-  description.PutAttribute(picture.description);
-  std::string css;
-  appendSize(css, picture.width, picture.height);
-  std::string place;
-  if (!picture.isInline) {
-    place = "fl";
-    if (picture.wrap == 3) {
-      css += "position:absolute;left:";
-      appendPoints(css, picture.left);
-      css += ";top:";
-      appendPoints(css, picture.top);
-      css += ";";
-      if (picture.isBehindText) css += "z-index:-1;";
-      mustWrap_ = true;
-    } else if (picture.wrap != 1) {
-      css += picture.left > 2880 ? "float:right;margin:0 0 0 9pt;" : "float:left;margin:0 9pt 0 0;";
-    }
-  }
-  std::string name(sheet_.ClassOf('i', css));
-  if (!place.empty()) name = "\"" + place + " " + name + "\"";
-  std::string markup;
-  if (!address.empty() && isShownByBrowsers(address)) {
-    markup = "<img class=" + name + " alt=\"" + std::string(description.view()) + "\" src=\"";
-    appendAttribute(markup, address);
-    markup += "\">";
-  } else {
-    if (name.starts_with('"')) name = name.substr(1, name.size() - 2);
-    markup = "<span class=\"missing " + name + "\"";
-    if (!picture.description.empty())
-      markup += " role=img aria-label=\"" + std::string(description.view()) + "\"";
-    markup += "></span>";
-  }
-  PutInline(markup, picture.isInline);
-}
-
-void HtmlWriter::BeginTextBox(const TextBoxFacts& box) {
-  if (muted_) return;
-  boxes_.emplace_back();
-  boxes_.back().shape = box.shape;
-  Swap(boxes_.back().around);
-  ++aside_;
-  BeginFlow({});
-}
-
-void HtmlWriter::EndTextBox() {
-  if (muted_ || boxes_.empty()) return;
-  EndFlow();
-  --aside_;
-  Part part = std::move(boxes_.back());
-  boxes_.pop_back();
-  Swap(part.around);
-  bool isBefore = false;
-  std::string markup = "<div class=\"text-box " + BoxClass({part.shape, 0}, isBefore) + "\">\n";
-  markup.append(part.around.view()).append("</div>\n");
-  Wrap();
-  Flow& here = flow();
-  if (isBefore) {
-    constexpr size_t kWrapper = std::string_view("<div class=a>").size();
-    out_.Insert(here.lastStart + kWrapper, markup);
-    if (here.isPending) here.pendingAt += markup.size();
-  } else {
-    out_.Put(markup);
-  }
-}
-
-std::string HtmlWriter::BoxClass(const TextBoxFacts& box, bool& isBefore) {
-  const PictureFacts& shape = box.shape;
-  std::string css = "width:";
-  appendPoints(css, shape.width);
-  css += ";min-height:";
-  appendPoints(css, shape.height);
-  css += ";";
-  if (!shape.isInline && shape.wrap == 3) {
-    css += "position:absolute;left:";
-    appendPoints(css, shape.left);
-    css += ";top:";
-    appendPoints(css, shape.top);
-    css += ";";
-  } else if (shape.wrap != 1) {
-    css += shape.left > 2880 ? "float:right;" : "float:left;";
-    isBefore = true;
-  }
-  return std::string(sheet_.ClassOf('b', css));
 }
 
 }  // namespace pagerex

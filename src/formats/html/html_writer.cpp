@@ -52,6 +52,7 @@ void HtmlWriter::BeginDocument(const DocumentFacts& facts) {
   paragraph_ = std::make_unique<ParagraphWriter>(*looks_, sheet_);
   tables_ = std::make_unique<TableWriter>(out_, sheet_);
   paper_ = std::make_unique<SectionProperties>();
+  section_ = std::make_unique<SectionProperties>();
   PageText title;
   title.PutText(facts.summary.title);
   frame_.title = title.view();
@@ -75,7 +76,9 @@ void HtmlWriter::BeginSection(const SectionFacts& facts) {
     *paper_ = section;
   } else if (beginsPage(section)) {
     out_.Put(kPageBreak);
+    isOnFirstPage_ = false;
   }
+  *section_ = section;
   std::string css;
   appendSectionCss(css, section);
   if (section.pageWidth != paper_->pageWidth || section.pageHeight != paper_->pageHeight) {
@@ -234,6 +237,7 @@ void HtmlWriter::BeginItem(const ParagraphFacts& facts) {
 }
 
 void HtmlWriter::PutPageBreak() {
+  isOnFirstPage_ = false;
   if (aside_ == 0) out_.Put(kPageBreak);
 }
 
@@ -299,6 +303,8 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   waiting_.clear();
   waitingMakesLine_ = false;
   id_.clear();
+  before_.clear();
+  over_.clear();
   isBreakDue_ = mustWrap_ = hasText_ = hasPicture_ = false;
   openLinks_ = openElements_ = 0;
   linksWritten_.clear();
@@ -332,8 +338,13 @@ void HtmlWriter::Open(LookBook::Look look) {
     here.pending = *properties_;
     here.pendingLook = look;
   }
-  paragraph_->Begin(out_, *properties_, block.context, facts_->defaultTabStop,
-                    looks_->Properties(look).sizeHalfPoints);
+  const bool isInText = flowCount_ == 1 || (flowCount_ == 2 && !beside_.empty());
+  const int32_t lineEnd = isInText && section_->columnCount <= 1
+                              ? int32_t{section_->pageWidth} - section_->marginLeft - section_->marginRight -
+                                    properties_->indentEnd
+                              : 0;
+  paragraph_->Begin(out_, *properties_, block.context,
+                    {facts_->defaultTabStop, lineEnd, looks_->Properties(look).sizeHalfPoints});
   if (hasLabel_) {
     if (isBulletLabel_) {
       RunProperties bullet = looks_->Properties(labelLook_);
@@ -373,7 +384,7 @@ void HtmlWriter::EndParagraph() {
               : hasPicture_ && !hasText_ ? Flow::Last::kPicture
                                          : Flow::Last::kOther;
   if (isCaption_ && !isBreakDue_) here.last = Flow::Last::kCaption;
-  if (mustWrap_) Wrap();
+  HangShapes();
   properties_ = nullptr;
 }
 

@@ -13,6 +13,7 @@
 #include "formats/html/page_frame.h"
 #include "formats/html/page_text.h"
 #include "formats/html/paragraph_writer.h"
+#include "formats/html/shape_place.h"
 #include "formats/html/shape_svg.h"
 #include "formats/html/style_sheet.h"
 #include "formats/html/table_writer.h"
@@ -137,14 +138,17 @@ class HtmlWriter final : public FlowHandler {
   // Paragraphs
   void Open(LookBook::Look look);
   void Wrap();
+  void HangShapes();
   void PutInline(std::string_view markup, bool makesLine);
   void PutInRun(std::string_view markup, const RunProperties& properties);
   void BeginElement(std::string open, std::string_view close);
   void EndElement();
   bool IsNewId(const std::string& id) { return ids_.insert(id).second; }
   // Pictures
-  void PutPicture(const PictureFacts& picture, std::string_view address);
-  std::string BoxClass(const TextBoxFacts& box, bool& isBefore);
+  std::string PictureMarkup(const PictureFacts& picture, std::string_view place, std::string css);
+  std::string DrawingMarkup(const PictureFacts& picture, std::string_view place, std::string css);
+  void PutShape(const std::string& markup, const PlacedShape& placed);
+  std::string BoxMarkup(const PictureFacts& shape, std::string_view content, PlacedShape& placed);
   // Parts
   void BeginPart(std::string_view kind, std::string_view role);
   void EndPart();
@@ -159,7 +163,7 @@ class HtmlWriter final : public FlowHandler {
   std::unique_ptr<LookBook> looks_;
   std::unique_ptr<ParagraphWriter> paragraph_;
   std::unique_ptr<TableWriter> tables_;
-  std::unique_ptr<SectionProperties> paper_;
+  std::unique_ptr<SectionProperties> paper_, section_;  ///< the first one's, and that of the section at hand
   PageText out_;
   std::vector<Flow> flows_;
   size_t flowCount_ = 0;
@@ -185,6 +189,8 @@ class HtmlWriter final : public FlowHandler {
   std::string id_;
   bool isBreakDue_ = false;
   bool mustWrap_ = false;
+  std::string before_, over_;  ///< shapes that hang at it
+  bool isOnFirstPage_ = true;
   bool hasText_ = false, hasPicture_ = false;
   bool isCaption_ = false;
   uint32_t openLinks_ = 0;

@@ -12,7 +12,7 @@ namespace {
 
 /// On screens the margins of the paper are as wide as there is room for.
 constexpr std::string_view kBefore =
-    "@layer pagerex{@layer base,styles,looks;@layer base{\n"
+    "@layer pagerex{@layer base,styles,looks,small;@layer base{\n"
     ":root{--i:1;--n:1}\n"
     "html{-webkit-text-size-adjust:100%;text-size-adjust:100%;background:#fff;color:#000}\n"
     "body{margin:0}\n"
@@ -31,7 +31,7 @@ constexpr std::string_view kBefore =
     "hr{border:0;border-top:1px solid;margin:6pt 0}\n"
     ".pb{border-top:1px dashed #999;margin:12pt 0}\n"
     "span.pb{display:block}\n"
-    ".x{overflow-x:auto;max-width:100%}\n"
+    ".lb{height:1em;width:auto}\n"
     ".t{display:inline-block;text-indent:0;tab-size:0}\n"
     ".tf{display:inline-flex;text-indent:0;tab-size:0;max-width:100%;align-items:flex-end}\n"
     ".tf>span{min-width:0}\n"
@@ -45,15 +45,22 @@ constexpr std::string_view kBefore =
     ".missing{display:inline-block;border:1px solid #999;vertical-align:bottom;box-sizing:border-box;"
     "max-width:100%;overflow:hidden;font-size:9pt;color:#595959}\n"
     ".a{position:relative}\n"
-    ".text-box{box-sizing:border-box}\n"
+    ".text-box{box-sizing:border-box;isolation:isolate}\n"
+    ".text-box>.g{position:absolute;left:0;top:0;z-index:-1}\n"
+    ".sh{display:inline-block;max-width:100%}.g{overflow:visible;display:block}\n"
+    "main{position:relative;z-index:0}\n"
     "section>header{margin-bottom:12pt}section>footer{margin-top:12pt}\n";
 
 constexpr std::string_view kAfter =
-    "@media (max-width:640px){:root{--i:.4;--n:0}main{padding:16px;max-width:100%}"
-    ".text-box,.fl{position:static;float:none;width:auto;max-width:100%;margin:6pt 0;transform:none}"
-    ".text-box>svg{display:none}}\n"
     "@media print{main{padding:0;max-width:none}.pb{visibility:hidden;margin:0;break-after:page}"
     "a:hover{text-decoration:none}}\n";
+
+constexpr std::string_view kSmall =
+    "@layer small{@media (max-width:900px){.x{overflow-x:auto;max-width:100%}}"
+    "@media (max-width:640px){:root{--i:.4;--n:0}main{padding:16px;max-width:100%}"
+    ".text-box,.fl{position:static;float:none;max-width:100%;margin:6pt 0;transform:none}"
+    ".text-box{width:auto;min-height:0;padding:6pt}.text-box>svg{display:none}"
+    "div.fl{display:block}.t{min-width:0;tab-size:4}}}\n";
 
 constexpr std::string_view kDark =
     "@media screen and (prefers-color-scheme:dark){html{background:#111;color-scheme:dark}"
@@ -81,7 +88,9 @@ std::string baseRules(LookBook& looks, const DocumentFacts& facts, const Section
   rules += "p,h1,h2,h3,h4,h5,h6{white-space:var(--w,pre-wrap);" + looks.PageParagraph() + "}\n";
   rules += kAfter;
   if (followsDarkScheme) rules += kDark;
-  rules += "}}\n";
+  rules += "}\n";
+  rules += kSmall;
+  rules += "}\n";
   appendPageRule(rules, "", paper);
   rules += '\n';
   return rules;

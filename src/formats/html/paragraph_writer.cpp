@@ -63,12 +63,11 @@ constexpr std::string_view kLeaders[] = {"tl", "tl tl1", "tl tl2", "tl tl3", "tl
 }  // namespace
 
 void ParagraphWriter::Begin(PageText& out, const ParagraphProperties& properties, uint32_t context,
-                            int32_t tabDistance, int32_t sizeHalfPoints) {
+                            const TabLine& line) {
   out_ = &out;
   properties_ = &properties;
   context_ = context;
-  tabDistance_ = tabDistance;
-  sizeHalfPoints_ = sizeHalfPoints;
+  line_ = line;
   isRunOpen_ = false;
   elements_.clear();
   hasLine_ = false;
@@ -87,8 +86,9 @@ void ParagraphWriter::PutLabel(std::u16string_view label, LookBook::Look look, P
   const RunMarkup& markup = looks_.Run(look, context_, FontScript::kAscii);
   std::string css = "text-indent:0;";
   if (follow == ParagraphFacts::Follow::kTab) {
-    const int32_t width = label.size() > 1 ? static_cast<int32_t>(label.size()) * sizeHalfPoints_ * 5 : 100;
-    const FoundStop stop = nextStop(*properties_, position_ + std::min(width, 1440), tabDistance_);
+    const int32_t width =
+        label.size() > 1 ? static_cast<int32_t>(label.size()) * line_.sizeHalfPoints * 5 : 100;
+    const FoundStop stop = nextStop(*properties_, position_ + std::min(width, 1440), line_.distance);
     css += "display:inline-block;min-width:calc(";
     appendPoints(css, stop.position - position_);
     css += "*var(--i));";
@@ -226,8 +226,10 @@ void ParagraphWriter::PutTab() {
   CloseRun();
   EndGroup();
   const size_t first = CloseInner();
-  const int32_t width = aboutWidth(out_->view().substr(segment_), sizeHalfPoints_);
-  const FoundStop stop = nextStop(*properties_, position_ + width, tabDistance_);
+  const int32_t width = aboutWidth(out_->view().substr(segment_), line_.sizeHalfPoints);
+  FoundStop stop = nextStop(*properties_, position_ + width, line_.distance);
+  // Text that ends at a stop behind the line's end would go into the next line.
+  if (stop.alignment != 0 && line_.end > 0) stop.position = std::min(stop.position, line_.end);
   PutInStop(stop, stop.position - position_);
   Reopen(first);
   // Of a group the text is still to come.

@@ -11,6 +11,13 @@
 
 namespace pagerex {
 
+/// What tabs of a paragraph depend on beside its properties; twips.
+struct TabLine {
+  int32_t distance = 720;  ///< between the stops that every paragraph has
+  int32_t end = 0;         ///< of the line, from the margin; 0 where that is not known
+  int32_t sizeHalfPoints = 20;
+};
+
 /// What stands in one paragraph. It begins with its first content, as its look is that of its first text; who
 /// owns this says what it begins with.
 class ParagraphWriter {
@@ -20,8 +27,7 @@ class ParagraphWriter {
 
   /// `out` takes the text, and stands where the content begins. `context` is that of the paragraph's block.
   /// `properties` must stay until End.
-  void Begin(PageText& out, const ParagraphProperties& properties, uint32_t context, int32_t tabDistance,
-             int32_t sizeHalfPoints);
+  void Begin(PageText& out, const ParagraphProperties& properties, uint32_t context, const TabLine& line);
   /// The label of a list item, `look` its own.
   void PutLabel(std::u16string_view label, LookBook::Look look, ParagraphFacts::Follow follow,
                 std::string_view picture);
@@ -60,8 +66,7 @@ class ParagraphWriter {
   PageText* out_ = nullptr;
   const ParagraphProperties* properties_ = nullptr;
   uint32_t context_ = 0;
-  int32_t tabDistance_ = 720;
-  int32_t sizeHalfPoints_ = 20;
+  TabLine line_;
 
   bool isRunOpen_ = false;
   LookBook::Look runLook_ = 0;
