@@ -265,7 +265,7 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   looks_->MayForget();
   const bool isContents = flowCount_ == 1 && isOfContents(facts.styleName);
   if (here.isContents && !isContents) EndContents();
-  if (facts.isListItem && facts.headingLevel == 0 && !isContents) {
+  if (facts.isListItem && !isContents) {
     BeginItem(facts);
   } else {
     EndLists(0);

@@ -21,7 +21,7 @@ constexpr std::string_view kBefore =
     "a{color:inherit;text-decoration:none}\n"
     "a:focus-visible,a:hover{text-decoration:underline}\n"
     "img,svg{vertical-align:baseline}\n"
-    "img{max-width:100%;height:auto}\n"
+    "img,svg:not(.g){height:auto}\n"
     "table{border-collapse:collapse;table-layout:fixed;font:inherit;color:inherit}\n"
     "td,th{padding:0;vertical-align:top;text-align:start;font-weight:inherit}\n"
     "sup,sub{font-size:.65em;line-height:0}\n"
@@ -56,11 +56,11 @@ constexpr std::string_view kAfter =
     "a:hover{text-decoration:none}}\n";
 
 constexpr std::string_view kSmall =
-    "@layer small{@media (max-width:900px){.x{overflow-x:auto;max-width:100%}}"
+    "@layer small{@media (max-width:900px){.x{overflow-x:auto;max-width:100%}img,svg:not(.g){max-width:100%}}"
     "@media (max-width:640px){:root{--i:.4;--n:0}main{padding:16px;max-width:100%}"
     ".text-box,.fl{position:static;float:none;max-width:100%;margin:6pt 0;transform:none}"
     ".text-box{width:auto;min-height:0;padding:6pt}.text-box>svg{display:none}"
-    "div.fl{display:block}.t{min-width:0;tab-size:4}}}\n";
+    "div.fl{display:block}.t{min-width:0;tab-size:4}.tc>:last-child{width:auto;white-space:normal}}}\n";
 
 constexpr std::string_view kDark =
     "@media screen and (prefers-color-scheme:dark){html{background:#111;color-scheme:dark}"

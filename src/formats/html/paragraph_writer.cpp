@@ -252,7 +252,7 @@ void ParagraphWriter::Reopen(size_t first) {
 }
 
 void ParagraphWriter::PutInStop(const FoundStop& stop, int32_t width) {
-  std::string css = stop.alignment == 0 ? "min-width:" : "width:";
+  std::string css = stop.alignment == 0 && stop.leader == 0 ? "min-width:" : "width:";
   appendPoints(css, std::max(width, 0));
   std::string open = "<span class=\"";
   const std::string_view name = sheet_.ClassOf('g', css);
