@@ -12,8 +12,8 @@ namespace {
 using mso_escher::MsoROBlip;
 
 constexpr PID kTextId = 0x0080, kArtText = 0x00C0, kBlip = 0x0104, kBlipName = 0x0105, kBlipFlags = 0x0106,
-              kRotation = 0x0004, kFillBlip = 0x0186, kMaster = 0x0301, kName = 0x0380, kDescription = 0x0381,
-              kIsRule = 0x03B4, kIsHidden = 0x03BE;
+              kRotation = 0x0004, kFillColour = 0x0181, kFillBlip = 0x0186, kMaster = 0x0301, kName = 0x0380,
+              kDescription = 0x0381, kIsRule = 0x03B4, kIsHidden = 0x03BE;
 constexpr int kBlipIsLink = 0x0A;  // of the flags: the name is an address and no bytes are stored
 constexpr uint32_t kMostShapes = 1 << 16;
 constexpr unsigned kDeepest = 64;
@@ -285,6 +285,7 @@ std::unique_ptr<PictureSource> Drawings::StoredPictureAt(uint32_t index) {
   return std::make_unique<StoredPicture>(store, index - 1, text_);
 }
 
+/// Writers that choose none leave a shape there, often without saying that it has no fill.
 Shading Drawings::Background() try {
   ReadDrawings();
   const Shape& shape = drawings_->GetDrawing(0).GetBackgroundShape();
@@ -292,7 +293,9 @@ Shading Drawings::Background() try {
   if (!shape.Good() || !ReadProperties(shape, properties)) return {};
   ShapeFacts facts;
   readShape(shape, properties, facts);
-  if (facts.fill.kind == ShapeFill::Kind::kNone) return {};
+  int colour = 0;
+  const bool isChosen = KQueryProp::QueryI4Prop(&shape, kFillColour, colour);
+  if (facts.fill.kind == ShapeFill::Kind::kNone || !isChosen) return {};
   return {true, {facts.fill.rgb, false}};
 } catch (int) {
   return {};
@@ -406,6 +409,7 @@ void Drawings::AddInlineFacts(const KDREmbedShape& shape, FoundShape& out) {
   out.shape = std::make_unique<ShapeFacts>();
   ShapeFacts& facts = *out.shape;
   readShape(*shape.shape, properties, facts);
+  readShapePlace(properties, facts.place);
   facts.box.width = out.place.width;
   facts.box.height = out.place.height;
   const auto border = [&shape](size_t at) { return border80Of(shape.picture.part(at, kBorderSize)); };

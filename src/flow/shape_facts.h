@@ -114,6 +114,8 @@ struct ShapePlace {
   int32_t distanceLeft = 114300, distanceTop = 0, distanceRight = 114300, distanceBottom = 0;
   uint32_t order = 0;  ///< larger is nearer; those of a group are told from the farthest on
   bool isInGroup = false;
+  /// It stands in the line as an inline picture does; one without bytes keeps its room there.
+  bool isInLine = false;
   bool isInCell = true;  ///< anchored in a table's cell, it stands in it
 };
 

@@ -31,7 +31,7 @@ constexpr PID kShadowColour = 0x0201, kShadowOpacity = 0x0204, kShadowX = 0x0205
               kHasShadow = 0x023E;
 constexpr PID kDistanceLeft = 0x0384, kDistanceTop = 0x0385, kDistanceRight = 0x0386,
               kDistanceBottom = 0x0387, kSideX = 0x038F, kFromX = 0x0390, kSideY = 0x0391, kFromY = 0x0392,
-              kIsInCell = 0x03B0;
+              kIsInCell = 0x03B0, kIsInLine = 0x053F;
 }  // namespace pid
 
 constexpr uint16_t kPictureFrame = 75, kControl = 201;
@@ -280,6 +280,7 @@ void readShapePlace(const ShapeProperties& properties, ShapePlace& out) {
   out.distanceTop = properties.Number(pid::kDistanceTop, out.distanceTop);
   out.distanceRight = properties.Number(pid::kDistanceRight, out.distanceRight);
   out.distanceBottom = properties.Number(pid::kDistanceBottom, out.distanceBottom);
+  out.isInLine = properties.Flag(pid::kIsInLine, false);
   out.isInCell = properties.Flag(pid::kIsInCell, out.isInCell);
 }
 

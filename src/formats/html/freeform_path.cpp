@@ -26,13 +26,14 @@ class GuideValues {
 };
 
 constexpr size_t kMostGuides = 128;
+constexpr double kMostValue = 1e9;
 
 GuideValues::GuideValues(const ShapeGeometry& shape) : shape_(shape) {
   const size_t count = std::min(shape.guides.size(), kMostGuides);
   values_.reserve(count);
   for (size_t i = 0; i < count; ++i) {
     const double value = Compute(shape.guides[i]);
-    values_.push_back(std::isfinite(value) ? value : 0);
+    values_.push_back(std::isfinite(value) ? std::clamp(value, -kMostValue, kMostValue) : 0);
   }
 }
 

@@ -85,8 +85,10 @@ OutlineValues::OutlineValues(const OutlineRow& row, const ShapeGeometry& shape, 
     : width_(width), height_(height) {
   std::string_view defaults = row.adjustments;
   for (size_t i = 0; i < kMostValues; ++i) {
-    const double usual = numberOf(takeUntil(defaults, ','));
+    std::string_view most = takeUntil(defaults, ',');
+    const double usual = numberOf(takeUntil(most, '<'));
     adjustments_[i] = shape.adjustments[i] ? *shape.adjustments[i] : usual;
+    if (!most.empty()) adjustments_[i] = std::clamp(adjustments_[i], 0.0, numberOf(most));
   }
   std::string_view guides = row.guides;
   for (size_t i = 0; i < kMostGuides && !guides.empty(); ++i) guides_[i] = Compute(takeUntil(guides, ';'));

@@ -18,12 +18,12 @@ constexpr double kEmuPerTwip = 635, kMostTwips = 1 << 20;
 constexpr const char kDashes[][7] = {"",   "31", "11",   "3111", "311111", "13",
                                      "43", "83", "4313", "8313", "831313"};
 
-/// Lines of several strokes: what is taken out of the middle of one, and what stands in there again, as parts
-/// of its width.
+/// Lines of several strokes: what is taken out of one, how far from its middle, and what stands in there
+/// again, as parts of its width.
 struct StrokeGap {
-  double out, in;
+  double out, inwards, in;
 };
-constexpr StrokeGap kGaps[] = {{0, 0}, {0.34, 0}, {0.2, 0}, {0.2, 0}, {0.66, 0.2}};
+constexpr StrokeGap kGaps[] = {{0, 0, 0}, {0.34, 0, 0}, {0.2, 0.2, 0}, {0.2, -0.2, 0}, {0.66, 0, 0.2}};
 
 /// Writes one shape: `svg`, the shadow, and what is turned.
 class ShapeSvg {
@@ -46,6 +46,8 @@ class ShapeSvg {
   void WritePart(const ShapePath::Part& part, const SvgFill* fill);
   void WriteSteps(const ShapePath::Part& part);
   void WriteStrokes(const StrokeGap& gap);
+  void WriteMasking(double width, double inwards, const char* colour);
+  ShapePath::Part Beside(const ShapePath::Part& part, double inwards) const;
   void WriteArt(const SvgFill& fill);
 
   std::string& out_;
@@ -106,6 +108,7 @@ void ShapeSvg::BeginTurned(uint32_t rgb) {
     }
     out_ += '"';
   }
+  if (!geometry.vertices.empty()) out_ += " fill-rule=\"evenodd\"";
   if (shape_.line.isThere) AppendStroke(rgb);
   out_ += '>';
 }
@@ -198,39 +201,61 @@ void ShapeSvg::WriteSteps(const ShapePath::Part& part) {
   out_ += "\"/>";
 }
 
-/// The strokes behind a mask that takes their middle out.
+/// The strokes behind a mask that takes gaps out of them.
 void ShapeSvg::WriteStrokes(const StrokeGap& gap) {
-  const double reach = LineWidth() * 4;
+  const double width = LineWidth(), reach = width * 4;
   const std::string id = std::to_string(ids_.Take());
-  const auto writeAll = [this] {
-    for (const ShapePath::Part& part : path_.Parts()) {
-      if (!part.isStroked || part.steps.empty()) continue;
-      out_ += "<path";
-      WriteSteps(part);
-    }
-    out_ += "</g>";
-  };
-  const auto beginMasked = [this](double width, const char* colour) {
-    out_.append("<g stroke-opacity=\"1\" stroke=\"").append(colour).append("\"");
-    appendLengthAttribute(out_, "stroke-width", width);
-    out_ += '>';
-  };
   out_.append("<mask id=\"g").append(id).append("\" maskUnits=\"userSpaceOnUse\"");
   appendLengthAttribute(out_, "x", -reach);
   appendLengthAttribute(out_, "y", -reach);
   appendLengthAttribute(out_, "width", width_ + 2 * reach);
   appendLengthAttribute(out_, "height", height_ + 2 * reach);
   out_ += " fill=\"none\">";
-  beginMasked(LineWidth(), "#fff");
-  writeAll();
-  beginMasked(LineWidth() * gap.out, "#000");
-  writeAll();
-  if (gap.in > 0) {
-    beginMasked(LineWidth() * gap.in, "#fff");
-    writeAll();
-  }
+  WriteMasking(width, 0, "#fff");
+  WriteMasking(width * gap.out, width * gap.inwards, "#000");
+  if (gap.in > 0) WriteMasking(width * gap.in, 0, "#fff");
   out_.append("</mask><g fill=\"none\" mask=\"url(#g").append(id).append(")\">");
-  writeAll();
+  for (const ShapePath::Part& part : path_.Parts()) {
+    if (!part.isStroked || part.steps.empty()) continue;
+    out_ += "<path";
+    WriteSteps(part);
+  }
+  out_ += "</g>";
+}
+
+void ShapeSvg::WriteMasking(double width, double inwards, const char* colour) {
+  out_.append("<g stroke-opacity=\"1\" stroke=\"").append(colour).append("\"");
+  appendLengthAttribute(out_, "stroke-width", width);
+  out_ += '>';
+  for (const ShapePath::Part& part : path_.Parts()) {
+    if (!part.isStroked || part.steps.empty()) continue;
+    out_ += "<path";
+    WriteSteps(inwards != 0 ? Beside(part, inwards) : part);
+  }
+  out_ += "</g>";
+}
+
+/// A closed part nearer to the middle, or an open one to the right of its way.
+ShapePath::Part ShapeSvg::Beside(const ShapePath::Part& part, double inwards) const {
+  using Step = ShapePath::Step;
+  ShapePath::Part moved = part;
+  const bool isClosed = std::any_of(part.steps.begin(), part.steps.end(),
+                                    [](const Step& step) { return step.kind == Step::Kind::kClose; });
+  const PathPoint from = part.steps.front().end, to = part.steps.back().end;
+  const double length = std::max(std::hypot(to.x - from.x, to.y - from.y), 1.0);
+  const auto move = [&](PathPoint& point) {
+    if (isClosed) {
+      point.x += inwards * (1 - 2 * point.x / std::max(width_, 1.0));
+      point.y += inwards * (1 - 2 * point.y / std::max(height_, 1.0));
+    } else {
+      point.x -= inwards * (to.y - from.y) / length;
+      point.y += inwards * (to.x - from.x) / length;
+    }
+  };
+  for (Step& step : moved.steps) {
+    for (PathPoint* const point : {&step.first, &step.second, &step.end}) move(*point);
+  }
+  return moved;
 }
 
 }  // namespace

@@ -23,6 +23,15 @@ Reach reachOf(std::u16string_view line) {
   return {isLow ? kSmall : kCapital, isDeep ? kDepth : 0};
 }
 
+/// A name that would end its quotes is none.
+void appendFont(std::string& out, std::u16string_view font) {
+  out += "<g";
+  if (font.empty() || font.find_first_of(u"'\\") != std::u16string_view::npos) return;
+  out += " font-family=\"'";
+  appendEscaped(out, font);
+  out += "',sans-serif\"";
+}
+
 void appendLine(std::string& out, std::u16string_view line, double top, double width, double height) {
   const Reach reach = reachOf(line);
   const double size = height / (reach.above + reach.below);
@@ -52,9 +61,7 @@ void appendWordArt(std::string& out, const ShapeArt& art, double width, double h
   const auto ends = std::count_if(text.begin(), text.end(),
                                   [](char16_t c) { return kLineEnds.find(c) != std::u16string_view::npos; });
   const double pitch = height / (static_cast<double>(ends) * (1 + kGap) + 1);
-  out += "<g font-family=\"";
-  appendEscaped(out, art.font);
-  out += '"';
+  appendFont(out, art.font);
   if (art.isBold) out += " font-weight=\"700\"";
   if (art.isItalic) out += " font-style=\"italic\"";
   out += '>';
