@@ -54,9 +54,10 @@ def access_findings(packages, engine, address, contrast=True):
     """What in a page hinders readers, by the rules; without `contrast`, pale colours do not."""
     engine.open(address)
     engine.script(_axe(packages).read_text(encoding="utf-8") + "; 0")
-    found = engine.script("axe.run(document, {resultTypes: ['violations'], runOnly: "
-                          f"{{type: 'tag', values: {json.dumps(RULES)}}}}}).then(all => all.violations.map(each => "
-                          "({id: each.id, help: each.help, html: each.nodes.map(node => node.html), "
-                          "why: each.nodes[0].failureSummary})))")
+    options = {"resultTypes": ["violations"], "runOnly": {"type": "tag", "values": RULES},
+               "rules": {"color-contrast": {"enabled": contrast}}}
+    found = engine.script(f"""axe.run(document, {json.dumps(options)}).then(all => all.violations.map(each => ({{
+        id: each.id, help: each.help, html: each.nodes.map(node => node.html),
+        why: each.nodes[0].failureSummary}})))""")
     return [(f'{each["id"]}: {each["help"]}', Path(address).name,
              f'{len(each["html"])} times: {each["html"][0][:200]}: {" ".join(each["why"].split())}') for each in found]
