@@ -105,10 +105,9 @@ class Chromium(_Driven):
         made = self._cdp("Page.printToPDF", {"preferCSSPageSize": True, "printBackground": True})
         return base64.b64decode(made["data"])
 
-    def roles(self):
-        """Role, name and other properties of all that a screen reader is told, in the page's order."""
-        nodes = self._cdp("Accessibility.getFullAXTree", {})["nodes"]
-        return [node for node in nodes if not node.get("ignored")]
+    def shot(self):
+        """The window as a PNG file in base64."""
+        return self._cdp("Page.captureScreenshot", {"format": "png"})["data"]
 
     def script(self, source):
         """Runs a script of the tests' own in the page; a promise is waited for."""

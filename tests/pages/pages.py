@@ -9,6 +9,8 @@ import subprocess
 import threading
 import unittest
 
+from pictures import Picture
+
 PIXELS_PER_POINT = 96 / 72
 PIXELS_PER_TWIP = PIXELS_PER_POINT / 20
 WIDE = (1200, 900)
@@ -104,6 +106,13 @@ class PageTest(unittest.TestCase):
 
     def element_box(self, selector):
         return Box(self.ask(f"boxOf(document.querySelector({quoted(selector)}))"), selector)
+
+    def drawn(self):
+        """What the window shows."""
+        path = f"{self.converter.folder}/window.png"
+        self.engine.picture(path)
+        with open(path, "rb") as file:
+            return Picture(file.read())
 
     def text_area(self):
         return Box(self.ask("textArea()"), "main")

@@ -1,7 +1,6 @@
 """Where paragraphs stand: alignment, indents, spaces, heights of lines, borders, tab stops, directions."""
 
 from pages import PageTest, PIXELS_PER_POINT
-from pictures import Picture
 
 RED, PALE = "rgb(255, 0, 0)", "rgb(234, 241, 221)"
 HEBREW = {"plain": "\u05e9\u05dc\u05d5\u05dd", "indented": "\u05e2\u05d5\u05dc\u05dd", "one": "\u05d0\u05d7\u05d3",
@@ -166,9 +165,7 @@ class Tabs(PageTest):
             self.assertNear(self.box(name).bottom, self.box(number).bottom)
 
     def test_are_filled_with_dots(self):
-        self.engine.picture(f"{self.converter.folder}/tabs.png")
-        with open(f"{self.converter.folder}/tabs.png", "rb") as file:
-            picture = Picture(file.read())
+        picture = self.drawn()
         begin, end = self.box("Chapter one"), self.box("p12")
         rows = range(int(begin.middle), int(begin.bottom) + 1)
         columns = range(int(begin.right) + 8, int(end.left) - 8)

@@ -7,7 +7,7 @@ namespace {
 
 constexpr char kMainName[] = "page.html";
 
-/// Keeps the main file alone.
+/// Keeps the page, which may come in pieces, one file each.
 struct Sink {
   std::string page;
   std::string other;
@@ -15,7 +15,7 @@ struct Sink {
   static void* begin(void* user, const char* name, const char*) {
     auto& sink = *static_cast<Sink*>(user);
     sink.other.clear();
-    return std::string_view(name) == kMainName ? &sink.page : &sink.other;
+    return std::string_view(name).ends_with(".html") ? &sink.page : &sink.other;
   }
   static int write(void*, void* file, const void* data, size_t length) {
     static_cast<std::string*>(file)->append(static_cast<const char*>(data), length);

@@ -13,7 +13,8 @@ struct OnePage {
   std::string text;
 };
 
-/// Writes a document as one page in memory; `options` need neither size nor format.
+/// Writes a document as one page in memory, whose pieces, if it comes in such, are put together; `options`
+/// need neither size nor format.
 OnePage onePageOf(const support::Bytes& document, pagerex_options options = {});
 
 }  // namespace safety

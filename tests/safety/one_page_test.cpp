@@ -34,6 +34,7 @@ std::vector<Named> ways() {
     o.links = PAGEREX_LINKS_NONE;
     o.no_comments = 1;
   });
+  add("pieces", [](pagerex_options& o) { o.page_size = 30; });
   add("all", [](pagerex_options& o) { o.headers = o.hidden_text = o.page_breaks = o.front_matter = 1; });
   return all;
 }
