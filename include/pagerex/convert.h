@@ -319,7 +319,7 @@ typedef struct pagerex_options {
   void (*progress)(void* user,
                    double done); /* rises from 0 to 1, both included, in a hundred steps at most */
   void* user;
-  /* Of the formats "text" and "markdown"; the others take no notice. What is not 0 is wanted. */
+  /* Of the formats "html", "text" and "markdown"; the others take no notice. What is not 0 is wanted. */
   int32_t revisions;    /* PAGEREX_REVISIONS_... */
   int32_t hidden_text;  /* text that Word hides */
   int32_t no_comments;  /* leaves out comments, which otherwise stand behind the text, with their authors */
@@ -329,6 +329,7 @@ typedef struct pagerex_options {
   int32_t common_mark;  /* CommonMark without GitHub's additions; "markdown" alone */
   int32_t width; /* columns that lines are wrapped at, and tables fitted to: 20 or more; 0 for a line for each
                     paragraph and row; "text" alone */
+  int32_t dark_scheme; /* a page that is dark where its reader's screen is; "html" alone */
 } pagerex_options;
 
 /* A format that documents can be written in. */
@@ -338,7 +339,9 @@ typedef struct pagerex_format {
   const char* media_type;         /* of the main file */
   const char* sentence;           /* what it is, in English */
   int is_single_file;             /* whether there is never another than the main file */
-  int has_page_size;              /* whether options.page_size counts; 2000 stands for 0 */
+  int has_page_size;              /* 1: options.page_size counts, 2000 stands for 0. 2: it counts, and 0 stands for
+                                     a single page; with a size the page comes in pieces, which put together are
+                                     that page: "NAME.html", then "NAME.files/2.html" and so on */
   int is_single_without_pictures; /* whether there is none where pictures are embedded or left out */
 } pagerex_format;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace pagerex {
@@ -23,6 +24,9 @@ size_t utf8FromUtf16(const char16_t* text, size_t n, char* out, Utf8Filter filte
 
 /// The same, a character at a time.
 size_t utf8FromUtf16ByOnes(const char16_t* text, size_t n, char* out, Utf8Filter filter = Utf8Filter::kNone);
+
+/// Without controls and noncharacters.
+void appendUtf8(std::string& out, std::u16string_view text);
 
 /// Whether a text has no controls, halves of characters, or others of the last 10240 numbers of 16 bits,
 /// among which are all noncharacters but those of longer numbers.

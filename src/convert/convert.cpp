@@ -111,6 +111,7 @@ bool Request::TakeChoices() {
   choices.pageBreaks = options.page_breaks != 0;
   choices.commonMark = options.common_mark != 0;
   choices.width = options.width;
+  choices.darkScheme = options.dark_scheme != 0;
   return true;
 }
 
@@ -213,7 +214,8 @@ int Writing::RunFormat(ResultSink& sink) {
                 listener,
                 request_.choices,
                 {},
-                document_.input().Size()};
+                document_.input().Size(),
+                static_cast<int32_t>(std::min<int64_t>(request_.options.page_size, INT32_MAX))};
   listener.Begin();
   const Status status = format.write(job);
   written_ = job.written;

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "convert/view_formats.h"
+#include "formats/html/html_format.h"
 #include "formats/markdown/markdown_format.h"
 #include "formats/text/text_format.h"
 
@@ -42,6 +43,10 @@ constexpr Format kFormats[] = {
      Format::Reads::kFile,
      kAsFiles | pictureChoice(PAGEREX_PICTURES_EMBEDDED),
      writeMarkdown},
+    {{"html", ".html", kHtml, "One page for any browser of today, as the document looks.", 0, 2, 1},
+     Format::Reads::kFile,
+     kAsFiles | pictureChoice(PAGEREX_PICTURES_EMBEDDED),
+     writeHtml},
 };
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include "flow/drawings.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "drawing/query_prop.h"
+#include "flow/word_colour.h"
 
 namespace pagerex {
 namespace {
@@ -10,7 +12,8 @@ namespace {
 using mso_escher::MsoROBlip;
 
 constexpr PID kTextId = 0x0080, kArtText = 0x00C0, kBlip = 0x0104, kBlipName = 0x0105, kBlipFlags = 0x0106,
-              kName = 0x0380, kDescription = 0x0381, kIsRule = 0x03B4, kIsHidden = 0x03BE;
+              kRotation = 0x0004, kFillBlip = 0x0186, kMaster = 0x0301, kName = 0x0380, kDescription = 0x0381,
+              kIsRule = 0x03B4, kIsHidden = 0x03BE;
 constexpr int kBlipIsLink = 0x0A;  // of the flags: the name is an address and no bytes are stored
 constexpr uint32_t kMostShapes = 1 << 16;
 constexpr unsigned kDeepest = 64;
@@ -80,6 +83,28 @@ bool has(const mso_escher::MsoROShape& shape, PID property) {
          value;
 }
 
+/// As the anchor tells it. The shape may tell it otherwise.
+ShapePlace placeOf(uint16_t flags, const ShapeBox& box, const mso_escher::MsoROShape& shape) {
+  constexpr unsigned kFroms = 3, kWraps = 4;
+  ShapePlace place;
+  const unsigned fromX = flags >> 1 & 3, fromY = flags >> 3 & 3, wrap = flags >> 9 & 0x0F;
+  if (fromX < kFroms) place.fromX = static_cast<ShapePlace::From>(fromX);
+  if (fromY < kFroms) place.fromY = static_cast<ShapePlace::From>(fromY);
+  if (wrap < kWraps) place.wrapSide = static_cast<ShapePlace::Wrap>(wrap);
+  place.anchor = box;
+  place.order = shape.GetZOrder();
+  place.isInGroup = shape.IsGroupShape();
+  return place;
+}
+
+ShapeTurn turnOf(const mso_escher::MsoROShape& shape) {
+  int rotation = 0;
+  KQueryProp::QueryI4Prop(&shape, kRotation, rotation);
+  const uint32_t flags = shape.GetGrfValue();
+  return {rotation / 65536.0, (flags & mso_escher::kShapeFlippedX) != 0,
+          (flags & mso_escher::kShapeFlippedY) != 0};
+}
+
 }  // namespace
 
 PictureFacts FoundShape::Facts() const {
@@ -88,6 +113,7 @@ PictureFacts FoundShape::Facts() const {
   facts.name = name;
   facts.linkedAddress = linkedAddress;
   facts.source = source.get();
+  facts.shape = shape.get();
   return facts;
 }
 
@@ -105,15 +131,21 @@ std::vector<FoundShape> Drawings::At(bool isInHeaders, uint32_t position) try {
   if (index >= anchors->Count() || anchors->Position(index) != position) return found;
   constexpr uint16_t kBelowText = 0x4000;
   const auto anchor = anchors->Record(index).copyOf<mso_word::FSPA>(0);
-  PictureFacts place;
-  place.isInline = false;
-  place.left = anchor.left;
-  place.top = anchor.top;
-  place.width = static_cast<int32_t>(int64_t{anchor.right} - anchor.left);
-  place.height = static_cast<int32_t>(int64_t{anchor.bottom} - anchor.top);
-  place.wrap = anchor.flags >> 5 & 0x0F;
-  place.isBehindText = (anchor.flags & kBelowText) != 0;
-  if (const Shape* const shape = ShapeWithId(isInHeaders, anchor.shapeId)) AddShape(*shape, place, 0, found);
+  const Shape* const shape = ShapeWithId(isInHeaders, anchor.shapeId);
+  if (!shape) return found;
+  Placed placed;
+  PictureFacts& facts = placed.facts;
+  facts.isInline = false;
+  facts.left = anchor.left;
+  facts.top = anchor.top;
+  facts.width = static_cast<int32_t>(int64_t{anchor.right} - anchor.left);
+  facts.height = static_cast<int32_t>(int64_t{anchor.bottom} - anchor.top);
+  facts.wrap = anchor.flags >> 5 & 0x0F;
+  facts.isBehindText = (anchor.flags & kBelowText) != 0;
+  isInHeaders_ = isInHeaders;
+  place_ = placeOf(anchor.flags, {facts.left, facts.top, facts.width, facts.height}, *shape);
+  placed.frame = ShapeFrame::OfAnchor(place_.anchor, turnOf(*shape));
+  AddShape(*shape, placed, found);
   return found;
 } catch (int) {
   return {};
@@ -145,40 +177,128 @@ void Drawings::CollectShapes(const Shape& root, std::unordered_map<uint32_t, Sha
   }
 }
 
-void Drawings::AddShape(const Shape& shape, const PictureFacts& place, unsigned depth,
-                        std::vector<FoundShape>& out) {
-  if (!shape.Good() || depth > kDeepest) return;
+void Drawings::AddShape(const Shape& shape, const Placed& placed, std::vector<FoundShape>& out) {
+  if (!shape.Good() || placed.depth > kDeepest) return;
   if (shapesLeft_ == 0) return warn(file_.warnings(), WarningCode::kWorkLimit, "shapes");
   --shapesLeft_;
-  if (shape.IsGroupShape()) {
-    tagRECT space{};
-    shape.GetGroupCoordBounds(space);
-    const double width = double{1} * space.right - space.left, height = double{1} * space.bottom - space.top;
-    for (unsigned i = 0; i < shape.GetChildCount(); ++i) {
-      const Shape child = shape.GetChildShape(i);
-      if (!child.Good()) continue;
-      tagRECT box{};
-      child.GetChildAnchor(box);
-      PictureFacts inside = place;
-      if (width > 0 && height > 0) {
-        const double x = place.width / width, y = place.height / height;
-        inside.left = roundedDown(place.left + (double{1} * box.left - space.left) * x);
-        inside.top = roundedDown(place.top + (double{1} * box.top - space.top) * y);
-        inside.width = roundedDown((double{1} * box.right - box.left) * x);
-        inside.height = roundedDown((double{1} * box.bottom - box.top) * y);
-      }
-      AddShape(child, inside, depth + 1, out);
-    }
-    return;
-  }
+  if (shape.IsGroupShape()) return AddChildren(shape, placed, out);
   if (has(shape, kIsHidden)) return;
   FoundShape found;
-  found.place = place;
+  found.place = placed.facts;
   AddNames(shape, found);
   AddText(shape, found);
   AddPicture(shape, found);
+  AddFacts(shape, placed, found);
   out.push_back(std::move(found));
 }
+
+void Drawings::AddChildren(const Shape& group, const Placed& placed, std::vector<FoundShape>& out) {
+  if (placed.depth == 0) TakePlace(group);
+  tagRECT space{};
+  group.GetGroupCoordBounds(space);
+  const double width = double{1} * space.right - space.left, height = double{1} * space.bottom - space.top;
+  const PictureFacts& place = placed.facts;
+  for (unsigned i = 0; i < group.GetChildCount(); ++i) {
+    const Shape child = group.GetChildShape(i);
+    if (!child.Good()) continue;
+    tagRECT box{};
+    child.GetChildAnchor(box);
+    Placed inside{place, placed.frame.Child(space, box, turnOf(child)), placed.depth + 1};
+    if (width > 0 && height > 0) {
+      const double x = place.width / width, y = place.height / height;
+      inside.facts.left = roundedDown(place.left + (double{1} * box.left - space.left) * x);
+      inside.facts.top = roundedDown(place.top + (double{1} * box.top - space.top) * y);
+      inside.facts.width = roundedDown((double{1} * box.right - box.left) * x);
+      inside.facts.height = roundedDown((double{1} * box.bottom - box.top) * y);
+    }
+    AddShape(child, inside, out);
+  }
+}
+
+// What a shape is
+
+/// What is not told at a shape is that of its master, or of all shapes of the document. False when too much
+/// has been read.
+bool Drawings::ReadProperties(const Shape& shape, ShapeProperties& properties) {
+  constexpr uint64_t kTimes = 8, kSpare = 1 << 20;
+  constexpr unsigned kMostMasters = 4;
+  if (!propertyBytesLeft_) propertyBytesLeft_ = kTimes * file_.bytesHeld() + kSpare;
+  *propertyBytesLeft_ += kTimes * std::exchange(inlineBytes_, 0);
+  const auto add = [&](const ShapeProperties::Table& table) {
+    if (table.GetSize() > *propertyBytesLeft_) return false;
+    *propertyBytesLeft_ -= table.GetSize();
+    properties.Add(table);
+    return true;
+  };
+  const Shape* each = &shape;
+  for (unsigned i = 0; each && i < kMostMasters; ++i) {
+    if (!add(each->GetProperties()) || !add(each->GetUDefProperties())) {
+      warn(file_.warnings(), WarningCode::kWorkLimit, "shapes");
+      return false;
+    }
+    int master = 0;
+    const bool hasMaster = KQueryProp::QueryI4Prop(each, kMaster, master) && master != 0;
+    each = hasMaster ? ShapeWithId(isInHeaders_, static_cast<uint32_t>(master)) : nullptr;
+  }
+  ReadDrawings();
+  add(drawings_->GetDrawingGroup().GetDefaultProperties());
+  properties.Sort();
+  return true;
+}
+
+/// Of a group: where all that stands in it is.
+void Drawings::TakePlace(const Shape& shape) {
+  ShapeProperties properties;
+  if (ReadProperties(shape, properties)) readShapePlace(properties, place_);
+}
+
+void Drawings::AddFacts(const Shape& shape, const Placed& placed, FoundShape& out) {
+  ShapeProperties properties;
+  if (!ReadProperties(shape, properties)) return;
+  out.shape = std::make_unique<ShapeFacts>();
+  ShapeFacts& facts = *out.shape;
+  readShape(shape, properties, facts);
+  facts.geometry.rotation = static_cast<float>(placed.frame.turn.rotation);
+  facts.geometry.flipsX = placed.frame.turn.flipsX;
+  facts.geometry.flipsY = placed.frame.turn.flipsY;
+  facts.box = placed.frame.Box();
+  facts.place = place_;
+  if (placed.depth == 0) readShapePlace(properties, facts.place);
+  const int32_t fillBlip = properties.Number(kFillBlip, 0);
+  if (facts.fill.isPictured() && fillBlip > 0) AddFillPicture(static_cast<uint32_t>(fillBlip), out);
+}
+
+void Drawings::AddFillPicture(uint32_t index, FoundShape& out) {
+  out.fillSource = StoredPictureAt(index);
+  ShapeFill& fill = out.shape->fill;
+  fill.picture = out.fillSource.get();
+  fill.pictureIdentity = fill.picture ? index : 0;
+  if (!fill.picture || fill.kind != ShapeFill::Kind::kPattern) return;
+  const PictureData data = fill.picture->Read();
+  if (data.type == PictureType::kDib) fill.pattern = patternOf(data.bytes);
+}
+
+std::unique_ptr<PictureSource> Drawings::StoredPictureAt(uint32_t index) {
+  const auto& store = drawings_->GetDrawingGroup().GetBlipStore();
+  if (index == 0 || index > store.GetCount()) return nullptr;
+  if (!text_.good()) file_.ShareText(text_);
+  return std::make_unique<StoredPicture>(store, index - 1, text_);
+}
+
+Shading Drawings::Background() try {
+  ReadDrawings();
+  const Shape& shape = drawings_->GetDrawing(0).GetBackgroundShape();
+  ShapeProperties properties;
+  if (!shape.Good() || !ReadProperties(shape, properties)) return {};
+  ShapeFacts facts;
+  readShape(shape, properties, facts);
+  if (facts.fill.kind == ShapeFill::Kind::kNone) return {};
+  return {true, {facts.fill.rgb, false}};
+} catch (int) {
+  return {};
+}
+
+// Names and texts
 
 /// Many places may show one shape: all its texts together stay within what the file could hold.
 void Drawings::AddNames(const Shape& shape, FoundShape& out) {
@@ -218,15 +338,11 @@ void Drawings::AddText(const Shape& shape, FoundShape& out) {
   Account(out.artText);
 }
 
-bool Drawings::AddPicture(const Shape& shape, FoundShape& out) {
+void Drawings::AddPicture(const Shape& shape, FoundShape& out) {
   int index = 0;
-  if (!KQueryProp::QueryI4Prop(&shape, kBlip, index) || index < 1) return false;
-  const auto& store = drawings_->GetDrawingGroup().GetBlipStore();
-  if (static_cast<unsigned>(index) > store.GetCount()) return false;
-  if (!text_.good()) file_.ShareText(text_);
-  out.source = std::make_unique<StoredPicture>(store, static_cast<uint32_t>(index) - 1, text_);
-  out.place.identity = static_cast<uint32_t>(index);
-  return true;
+  if (!KQueryProp::QueryI4Prop(&shape, kBlip, index) || index < 1) return;
+  out.source = StoredPictureAt(static_cast<uint32_t>(index));
+  if (out.source) out.place.identity = static_cast<uint32_t>(index);
 }
 
 PositionTable& Drawings::Boxes(bool isInHeaders) {
@@ -255,8 +371,10 @@ bool Drawings::Inline(uint32_t offset, FoundShape& out) try {
       if (data_.good()) dataPieces_.emplace(data_, file_.allocator());
     }
     KDREmbedShape read;
-    if (data_.good() && read.Init(*dataPieces_, offset, 0, file_.allocator()) == Status::kOk && read.shape)
+    if (data_.good() && read.Init(*dataPieces_, offset, 0, file_.allocator()) == Status::kOk && read.shape) {
       place->second = read;
+      inlineBytes_ += read.shape->GetProperties().GetSize() + read.shape->GetUDefProperties().GetSize();
+    }
   }
   if (!place->second) return false;
   const KDREmbedShape& shape = *place->second;
@@ -275,9 +393,26 @@ bool Drawings::Inline(uint32_t offset, FoundShape& out) try {
     out.source = std::make_unique<InlinePicture>(*shape.blips, static_cast<uint32_t>(index) - 1);
     out.place.identity = offset | 0x80000000;
   }
+  AddInlineFacts(shape, out);
   return true;
 } catch (int) {
   return false;
+}
+
+void Drawings::AddInlineFacts(const KDREmbedShape& shape, FoundShape& out) {
+  constexpr size_t kTop = 46, kLeft = 50, kBottom = 54, kRight = 58, kBorderSize = 4;
+  ShapeProperties properties;
+  if (!ReadProperties(*shape.shape, properties)) return;
+  out.shape = std::make_unique<ShapeFacts>();
+  ShapeFacts& facts = *out.shape;
+  readShape(*shape.shape, properties, facts);
+  facts.box.width = out.place.width;
+  facts.box.height = out.place.height;
+  const auto border = [&shape](size_t at) { return border80Of(shape.picture.part(at, kBorderSize)); };
+  facts.picture.top = border(kTop);
+  facts.picture.left = border(kLeft);
+  facts.picture.bottom = border(kBottom);
+  facts.picture.right = border(kRight);
 }
 
 }  // namespace pagerex

@@ -11,6 +11,7 @@ namespace {
 constexpr size_t kFlags = 1;
 constexpr size_t kCharacterSet = 4;
 constexpr size_t kAlternateName = 5;  // its start in characters behind kNames, 0 for none
+constexpr size_t kPanose = 6;
 constexpr size_t kNames = 40;
 
 /// Text up to its zero, or the end of the record.
@@ -44,6 +45,7 @@ void FontNames::ReadFont(ByteView ffn) {
   Font& font = fonts_.emplace_back();
   font.flags = ffn.u8(kFlags);
   font.characterSet = ffn.u8(kCharacterSet);
+  font.panose = ffn.copyOf<std::array<uint8_t, 10>>(kPanose);
   const std::u16string name = nameAt(ffn, kNames);
   font.name = static_cast<uint32_t>(names_.size());
   font.nameLength = static_cast<uint8_t>(name.size());
@@ -76,8 +78,12 @@ uint8_t FontNames::Family(uint16_t ftc) const {
   return ftc < fonts_.size() ? static_cast<uint8_t>(fonts_[ftc].flags >> 4 & 7) : uint8_t{0};
 }
 
-bool FontNames::IsFixedPitch(uint16_t ftc) const {
-  return ftc < fonts_.size() && (fonts_[ftc].flags & 3) == 1;
+uint8_t FontNames::Pitch(uint16_t ftc) const {
+  return ftc < fonts_.size() ? static_cast<uint8_t>(fonts_[ftc].flags & 3) : uint8_t{0};
+}
+
+std::array<uint8_t, 10> FontNames::Panose(uint16_t ftc) const {
+  return ftc < fonts_.size() ? fonts_[ftc].panose : std::array<uint8_t, 10>{};
 }
 
 }  // namespace pagerex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -22,7 +23,9 @@ class FontNames {
   std::u16string_view AlternateName(uint16_t ftc) const;
   uint8_t CharacterSet(uint16_t ftc) const;  ///< 0 ANSI, 2 symbols, 128 Shift-JIS, ...
   uint8_t Family(uint16_t ftc) const;        ///< 1 roman, 2 swiss, 3 monospaced, 4 script, 5 decorative
-  bool IsFixedPitch(uint16_t ftc) const;
+  uint8_t Pitch(uint16_t ftc) const;         ///< 1 fixed, 2 variable
+  bool IsFixedPitch(uint16_t ftc) const { return Pitch(ftc) == 1; }
+  std::array<uint8_t, 10> Panose(uint16_t ftc) const;  ///< all 0 where the file says nothing
   /// By its name, else by the alternate one. Signs of a font that neither tells stay as they are.
   SymbolFont Symbols(uint16_t ftc) const {
     return ftc < fonts_.size() ? fonts_[ftc].symbols : SymbolFont::kNone;
@@ -36,6 +39,7 @@ class FontNames {
     uint8_t alternateNameLength = 0;
     uint8_t characterSet = 0;
     uint8_t flags = 0;
+    std::array<uint8_t, 10> panose{};
     SymbolFont symbols = SymbolFont::kNone;
   };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 
@@ -9,7 +10,7 @@
 
 namespace pagerex {
 
-/// The names of the styles of a document.
+/// The styles of a document, by their index in its style sheet.
 class StyleNames {
  public:
   StyleNames() = default;
@@ -19,9 +20,24 @@ class StyleNames {
 
   /// As the file spells it, of built-in styles the English name; empty where there is no such style.
   virtual std::u16string_view NameOf(uint16_t istd) const = 0;
+  /// Paragraphs that have this style and nothing of their own, outside of tables; "Normal" for a style of
+  /// another kind. Until the next paragraph is told.
+  virtual const ParagraphProperties& ParagraphOf(uint16_t istd) const = 0;
+  /// The same of their text.
+  virtual const RunProperties& RunOf(uint16_t istd) const = 0;
 };
 
-/// The names of the fonts of a document, by their index in its font table.
+/// What the font table of a document says of a font.
+struct FontFacts {
+  std::u16string_view name;  ///< empty where there is no such font
+  std::u16string_view alternateName;
+  uint8_t family = 0;                ///< 1 roman, 2 swiss, 3 monospaced, 4 script, 5 decorative; 0 not known
+  uint8_t pitch = 0;                 ///< 1 fixed, 2 variable; 0 not known
+  uint8_t characterSet = 0;          ///< 0 ANSI, 2 symbols, 128 Shift-JIS, ...
+  std::array<uint8_t, 10> panose{};  ///< all 0 where not known
+};
+
+/// The fonts of a document, by their index in its font table.
 class ToldFonts {
  public:
   ToldFonts() = default;
@@ -31,6 +47,7 @@ class ToldFonts {
 
   /// Empty where there is no such font.
   virtual std::u16string_view NameOf(uint16_t ftc) const = 0;
+  virtual FontFacts FactsOf(uint16_t ftc) const = 0;
 };
 
 /// What is known of a document before its text. Lives as long as the walk.
@@ -42,6 +59,7 @@ struct DocumentFacts {
   uint32_t pageCount;                  ///< as Word counted last; 0 if not told
   const StyleNames* styles = nullptr;  ///< null where nobody tells
   const ToldFonts* fonts = nullptr;    ///< the same
+  Shading background = {};             ///< of the pages
 };
 
 enum class HeaderKind : uint8_t { kEven, kOdd, kFirst };
@@ -150,6 +168,8 @@ class PictureSource {
   virtual PictureData Read() = 0;
 };
 
+struct ShapeFacts;
+
 struct PictureFacts {
   std::u16string_view description;  ///< alternative text
   std::u16string_view name;
@@ -161,6 +181,7 @@ struct PictureFacts {
   PictureSource* source = nullptr;  ///< null for a drawing, or a picture that is only linked
   uint32_t identity = 0;  ///< the same, and not 0, for each showing of one stored picture; 0 if not known
   std::u16string_view linkedAddress;
+  const ShapeFacts* shape = nullptr;  ///< how it is drawn; null where that cannot be read
 };
 
 struct TextBoxFacts {

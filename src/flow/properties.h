@@ -59,6 +59,15 @@ struct Revision {
   friend bool operator==(const Revision&, const Revision&) = default;
 };
 
+/// Tells properties apart without looking at them: those of one number are the same for the whole walk, those
+/// of two may be the same all the same. 0 where nobody gave a number. Two of them count as equal, so that
+/// properties can be compared.
+struct Serial {
+  uint32_t number = 0;
+
+  friend constexpr bool operator==(Serial, Serial) { return true; }
+};
+
 struct RunProperties {
   bool bold = false;
   bool italic = false;
@@ -95,6 +104,7 @@ struct RunProperties {
   uint16_t characterStyle = 10;  ///< istd; 10 is "Default Paragraph Font"
   Revision revision;             ///< inserted or moved here
   Revision deletion;             ///< deleted or moved away: text may be both
+  Serial serial;
 
   friend bool operator==(const RunProperties&, const RunProperties&) = default;
 };
@@ -165,6 +175,7 @@ struct ParagraphProperties {
   uint8_t listLevel = 0;    ///< 0 to 8
   uint16_t style = 0;       ///< istd
   uint16_t textFlow = 0;
+  Serial serial;
 
   friend bool operator==(const ParagraphProperties&, const ParagraphProperties&) = default;
 };
@@ -220,6 +231,8 @@ struct CellProperties {
   Border top, start, bottom, end;
   Shading shading;
   int16_t paddingTop = 0, paddingStart = 0, paddingBottom = 0, paddingEnd = 0;
+
+  friend bool operator==(const CellProperties&, const CellProperties&) = default;
 };
 
 struct RowProperties {

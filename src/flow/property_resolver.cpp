@@ -40,8 +40,10 @@ const ParagraphProperties& PropertyResolver::Paragraph(uint16_t istd, ByteView s
   const PropertyKey key{{sprms, pieceSprms, {}}, place, istd, false};
   if (lastParagraph_ && key == lastParagraphKey_) return *lastParagraph_;
   auto found = paragraphs_.find(key);
-  if (found == paragraphs_.end())
+  if (found == paragraphs_.end()) {
     found = paragraphs_.emplace(Kept(key, paragraphBytes_), ResolveParagraph(key)).first;
+    found->second.serial.number = ++lastSerial_;
+  }
   lastParagraphKey_ = found->first;
   lastParagraph_ = &found->second;
   return found->second;
@@ -131,11 +133,18 @@ const RunProperties& PropertyResolver::RunOf(const PropertyKey& key) {
       runs_.clear();
       runBytes_.Clear();
     }
-    found = runs_.emplace(Kept(key, runBytes_), &*keptRuns_.insert(ResolveRun(key)).first).first;
+    found = runs_.emplace(Kept(key, runBytes_), &Kept(ResolveRun(key))).first;
   }
   lastRunKey_ = found->first;
   lastRun_ = found->second;
   return *lastRun_;
+}
+
+const RunProperties& PropertyResolver::Kept(RunProperties properties) {
+  properties.serial.number = lastSerial_ + 1;
+  const auto [kept, isNew] = keptRuns_.insert(properties);
+  lastSerial_ += isNew;
+  return *kept;
 }
 
 /// With lists that stay.

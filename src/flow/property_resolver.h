@@ -43,6 +43,8 @@ class PropertyResolver {
   const RunProperties& Run(ByteView sprms, ByteView pieceSprms, uint16_t istd, const TableStylePlace& place);
   /// Text of a paragraph style without anything of its own.
   const RunProperties& ParagraphStyleRun(uint16_t istd) { return Run({}, {}, istd, {}); }
+  /// A paragraph style without anything of its own.
+  const ParagraphProperties& ParagraphStyle(uint16_t istd) { return Paragraph(istd, {}, {}, {}); }
   /// A list item's label: the paragraph mark's properties, and over them those of the list level.
   const RunProperties& Label(ByteView markSprms, ByteView pieceSprms, ByteView levelSprms, uint16_t istd,
                              const TableStylePlace& place);
@@ -52,6 +54,7 @@ class PropertyResolver {
 
  private:
   const RunProperties& RunOf(const PropertyKey& key);
+  const RunProperties& Kept(RunProperties properties);
 
   ParagraphProperties ResolveParagraph(const PropertyKey& key);
   ParagraphProperties StyleParagraph(uint16_t istd, const TableStylePlace& place);
@@ -79,6 +82,7 @@ class PropertyResolver {
   PropertyKey lastParagraphKey_, lastRunKey_;
   const ParagraphProperties* lastParagraph_ = nullptr;
   const RunProperties* lastRun_ = nullptr;
+  uint32_t lastSerial_ = 0;
 };
 
 }  // namespace pagerex

@@ -13,17 +13,27 @@ using mso_word::SUBDOC_TYPE;
 
 class NamesOfStyles final : public StyleNames {
  public:
-  explicit NamesOfStyles(const StyleTable& styles) : styles_(styles) {}
+  NamesOfStyles(const StyleTable& styles, PropertyResolver& resolver)
+      : styles_(styles), resolver_(resolver) {}
   std::u16string_view NameOf(uint16_t istd) const override { return styles_.EnglishName(istd); }
+  const ParagraphProperties& ParagraphOf(uint16_t istd) const override {
+    return resolver_.ParagraphStyle(istd);
+  }
+  const RunProperties& RunOf(uint16_t istd) const override { return resolver_.ParagraphStyleRun(istd); }
 
  private:
   const StyleTable& styles_;
+  PropertyResolver& resolver_;
 };
 
 class NamesOfFonts final : public ToldFonts {
  public:
   explicit NamesOfFonts(const FontNames& fonts) : fonts_(fonts) {}
   std::u16string_view NameOf(uint16_t ftc) const override { return fonts_.Name(ftc); }
+  FontFacts FactsOf(uint16_t ftc) const override {
+    return {fonts_.Name(ftc),  fonts_.AlternateName(ftc), fonts_.Family(ftc),
+            fonts_.Pitch(ftc), fonts_.CharacterSet(ftc),  fonts_.Panose(ftc)};
+  }
 
  private:
   const FontNames& fonts_;
@@ -61,13 +71,13 @@ class Walk {
 
 WrittenCounts Walk::Run() {
   WordFile& file = document_.file;
-  const NamesOfStyles styles(document_.styles);
+  const NamesOfStyles styles(document_.styles, *document_.resolver);
   const NamesOfFonts fonts(document_.fonts);
   const DocumentSettings& settings = document_.settings;
   sections_.Read(file);
   handler_.BeginDocument({file.Summary(), document_.resolver->ParagraphStyleRun(0).language,
                           settings.defaultTabStop, settings.hasOddAndEvenHeaders, settings.pageCount, &styles,
-                          &fonts});
+                          &fonts, document_.drawings.Background()});
   TellSections();
   TellNotes(NoteKind::kFootnote);
   TellNotes(NoteKind::kEndnote);

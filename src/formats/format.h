@@ -35,6 +35,7 @@ struct FlowChoices {
   bool pageBreaks = false;
   bool commonMark = false;
   int32_t width = 0;
+  bool darkScheme = false;
 };
 
 /// One document to be written in one format. Owns none of what it refers to.
@@ -50,8 +51,9 @@ struct FormatJob {
   Warnings& warnings;
   FormatListener& listener;
   const FlowChoices& choices;
-  WrittenCounts written;    ///< filled in by the format
-  uint64_t inputBytes = 0;  ///< what output and memory are measured by
+  WrittenCounts written;       ///< filled in by the format
+  uint64_t inputBytes = 0;     ///< what output and memory are measured by
+  int32_t wantedPageSize = 0;  ///< `pageSize` if the host gave one, else 0
 };
 
 /// A format: what hosts are told of it, and what writes it.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <vector>
 
 namespace pagerex {
@@ -24,6 +26,7 @@ struct TestFont {
   std::u16string_view alternateName = {};
   uint8_t flags = 0;
   uint8_t characterSet = 0;
+  std::array<uint8_t, 10> panose = {};
 };
 
 Bytes fontTable(const std::vector<TestFont>& fonts) {
@@ -34,6 +37,7 @@ Bytes fontTable(const std::vector<TestFont>& fonts) {
     Bytes record(39);
     record[0] = font.flags;
     record[3] = font.characterSet;
+    std::copy(font.panose.begin(), font.panose.end(), record.begin() + 5);
     if (!font.alternateName.empty()) record[4] = static_cast<uint8_t>(font.name.size() + 1);
     appendText(record, font.name);
     if (!font.alternateName.empty()) appendText(record, font.alternateName);
@@ -68,6 +72,17 @@ TEST(FontNames, TellCharacterSetFamilyAndPitch) {
   EXPECT_EQ(fonts.Family(1), 2);
   EXPECT_FALSE(fonts.IsFixedPitch(1));
   EXPECT_EQ(fonts.CharacterSet(9), 0);
+}
+
+TEST(FontNames, TellPitchAndShapes) {
+  const std::array<uint8_t, 10> arial = {2, 11, 6, 4, 2, 2, 2, 2, 2, 4};
+  const FontNames fonts = fontsOf(fontTable({{u"Arial", {}, 0x26, 0, arial}, {u"Courier", {}, 0x31}}));
+  EXPECT_EQ(fonts.Pitch(0), 2);
+  EXPECT_EQ(fonts.Panose(0), arial);
+  EXPECT_EQ(fonts.Pitch(1), 1);
+  EXPECT_EQ(fonts.Panose(1), (std::array<uint8_t, 10>{}));
+  EXPECT_EQ(fonts.Pitch(2), 0);
+  EXPECT_EQ(fonts.Panose(2), (std::array<uint8_t, 10>{}));
 }
 
 TEST(FontNames, TellFontsOfSigns) {

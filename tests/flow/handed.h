@@ -22,6 +22,7 @@ class Fonts final : public pagerex::ToldFonts {
     static constexpr const char16_t* kNames[] = {u"Arial", u"SimSun", u"Symbol", u"Miriam"};
     return ftc < 4 ? kNames[ftc] : u"";
   }
+  pagerex::FontFacts FactsOf(uint16_t ftc) const override { return {NameOf(ftc), {}, 0, 0, 0, {}}; }
 };
 
 /// Tells the adapter something, and looks at what the one function of the host gets.

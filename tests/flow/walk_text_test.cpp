@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
+
 #include "flow/walked_document.h"
 #include "support/named_sprms.h"
 
@@ -19,6 +22,25 @@ Bytes symbol(uint16_t font, char16_t character) {
 std::u16string charactersOf(const WordDocument& doc, const pagerex::WalkOptions& options = {}) {
   return Walked(doc, 0, options).characters();
 }
+
+/// Keeps what is told of one font.
+class FontKeeper final : public pagerex::FlowHandler {
+ public:
+  explicit FontKeeper(uint16_t ftc) : ftc_(ftc) {}
+  void BeginDocument(const pagerex::DocumentFacts& facts) override {
+    font = facts.fonts->FactsOf(ftc_);
+    name = font.name;
+    alternateName = font.alternateName;
+    EXPECT_EQ(facts.fonts->FactsOf(99).name, u"");
+  }
+  void Text(std::u16string_view, const pagerex::RunProperties&) override {}
+
+  pagerex::FontFacts font;  ///< its names are gone
+  std::u16string name, alternateName;
+
+ private:
+  uint16_t ftc_;
+};
 
 }  // namespace
 
@@ -45,6 +67,26 @@ paragraph
   text "bold" bold
   text " both" bold italic
 )");
+}
+
+TEST(WalkText, TellsWhatTheFontTableSays) {
+  const std::array<uint8_t, 10> shapes = {2, 11, 6, 4, 2, 2, 2, 2, 2, 4};
+  WordDocument doc;
+  doc.font("Times");
+  FontKeeper keeper(doc.font({.name = u"Own",
+                              .alternateName = u"Arial",
+                              .family = 2,
+                              .pitch = 1,
+                              .charset = 204,
+                              .panose = shapes}));
+  doc.paragraph("text");
+  walkInto(doc.build(), keeper);
+  EXPECT_EQ(keeper.name, u"Own");
+  EXPECT_EQ(keeper.alternateName, u"Arial");
+  EXPECT_EQ(keeper.font.pitch, 1);
+  EXPECT_EQ(keeper.font.family, 2);
+  EXPECT_EQ(keeper.font.characterSet, 204);
+  EXPECT_EQ(keeper.font.panose, shapes);
 }
 
 TEST(WalkText, TellsStylesAndHeadings) {

@@ -14,6 +14,12 @@ class Names final : public StyleNames {
   std::u16string_view NameOf(uint16_t istd) const override {
     return istd == kCodeStyle ? u"HTML Code" : std::u16string_view();
   }
+  const ParagraphProperties& ParagraphOf(uint16_t) const override { return paragraph_; }
+  const RunProperties& RunOf(uint16_t) const override { return run_; }
+
+ private:
+  const ParagraphProperties paragraph_{};
+  const RunProperties run_{};
 };
 
 RunProperties lookOf(std::string_view words) {

@@ -257,18 +257,6 @@ Flank lastFlank(std::u16string_view text) {
   return flankOf(text.back());
 }
 
-void appendUtf8(std::string& out, std::u16string_view text) {
-  constexpr size_t kStretch = 256;
-  char bytes[mostUtf8(kStretch)];
-  while (!text.empty()) {
-    size_t count = std::min(text.size(), kStretch);
-    // The two halves of a character stay together.
-    if (count < text.size() && (text[count - 1] & 0xFC00) == 0xD800) --count;
-    out.append(bytes, utf8FromUtf16(text.data(), count, bytes, Utf8Filter::kControls));
-    text.remove_prefix(count);
-  }
-}
-
 void appendEscaped(std::string& out, std::u16string_view text, const TextPlace& place) {
   if (text.empty()) return;
   const Line line(text, place);

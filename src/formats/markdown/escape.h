@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/utf8.h"
+
 namespace pagerex {
 
 /// What a character is to the rules of where emphasis may begin and end. Of an unclear one readers differ.
@@ -13,9 +15,6 @@ Flank flankOf(char32_t code);
 /// Of a text's first and last character; the text is not empty.
 Flank firstFlank(std::u16string_view text);
 Flank lastFlank(std::u16string_view text);
-
-/// Without controls and noncharacters.
-void appendUtf8(std::string& out, std::u16string_view text);
 
 /// Where a text stands that is to be escaped.
 struct TextPlace {

@@ -1,0 +1,108 @@
+#include "formats/html/html_format.h"
+
+#include "formats/flow_format.h"
+#include "formats/html/html_writer.h"
+#include "formats/html/page_spool.h"
+
+namespace pagerex {
+namespace {
+
+std::string folderOf(const FormatJob& job) {
+  return job.mainName.substr(0, job.mainName.rfind('.')) + ".files";
+}
+
+std::unique_ptr<PictureOutput> picturesFor(FormatJob& job) {
+  const uint64_t mostBytes = 32 * job.inputBytes + (64 << 20);
+  const uint64_t mostEmbedded = 16 * job.inputBytes + (1 << 20);
+  if (job.pictures == PAGEREX_PICTURES_NONE) return makeNoPictures(&job.warnings);
+  if (job.pictures == PAGEREX_PICTURES_FILES)
+    return makePictureFiles(job.files, folderOf(job), &job.warnings, mostBytes);
+  return makeEmbeddedPictures(mostEmbedded, &job.warnings);
+}
+
+/// The whole page, when its style sheet is known.
+class WholePage final : public BlockSink {
+ public:
+  void Take(std::string_view markup) override { spool_.Add(markup); }
+  void WriteTo(Utf8Output& out) { spool_.WriteTo(out); }
+
+ private:
+  PageSpool spool_;
+};
+
+/// Pieces of the page, each as soon as it is done.
+class PagePieces final : public BlockSink {
+ public:
+  explicit PagePieces(FormatJob& job) : job_(job), out_(job.files) {}
+
+  void Begin(HtmlWriter& writer, StyleSheet& sheet) {
+    writer_ = &writer;
+    sheet_ = &sheet;
+  }
+  void Take(std::string_view markup) override { piece_ += markup; }
+  bool WantsEnd(uint64_t characters) const override {
+    return characters >= static_cast<uint64_t>(job_.wantedPageSize);
+  }
+  void EndPiece() override { Write(""); }
+  void EndPage() { Write(kPageEnd); }
+  int count() const { return count_; }
+
+ private:
+  void Write(std::string_view end) {
+    const std::string name =
+        ++count_ == 1 ? job_.mainName : folderOf(job_) + "/" + std::to_string(count_) + ".html";
+    std::string rules = sheet_->TakeRules();
+    if (count_ == 1) {
+      PageFrame frame = writer_->frame();
+      frame.showsOwnStyleOnly = false;
+      rules = pageHead(frame, writer_->BaseRules(job_.choices.darkScheme) + rules);
+    } else if (!rules.empty()) {
+      rules = "<style>" + rules + "</style>\n";
+    }
+    if (out_.Open(name.c_str())) {
+      out_.Put(rules);
+      out_.Put(piece_);
+      out_.Put(end);
+      out_.Close();
+    }
+    piece_.clear();
+    if (failed(job_.listener.PageFinished(count_, name.c_str()))) job_.control.Stop(StopCause::kCanceled);
+  }
+
+  FormatJob& job_;
+  Utf8Output out_;
+  HtmlWriter* writer_ = nullptr;
+  StyleSheet* sheet_ = nullptr;
+  std::string piece_;
+  int count_ = 0;
+};
+
+}  // namespace
+
+Status writeHtml(FormatJob& job) {
+  const HtmlOptions options{.comments = job.choices.comments, .links = job.links};
+  const std::unique_ptr<PictureOutput> pictures = picturesFor(job);
+  StyleSheet sheet(&job.warnings);
+  if (job.wantedPageSize > 0) {
+    PagePieces pieces(job);
+    HtmlWriter writer(pieces, sheet, options, *pictures, &job.warnings);
+    pieces.Begin(writer, sheet);
+    walkFor(job, writer);
+    pieces.EndPage();
+    job.written.pages = static_cast<uint64_t>(pieces.count());
+  } else {
+    Utf8Output out(job.files);
+    if (!out.Open(job.mainName.c_str())) return Status::kFailure;
+    WholePage page;
+    HtmlWriter writer(page, sheet, options, *pictures, &job.warnings);
+    walkFor(job, writer);
+    out.Put(pageHead(writer.frame(), writer.BaseRules(job.choices.darkScheme) + sheet.TakeRules()));
+    page.WriteTo(out);
+    out.Put(kPageEnd);
+    job.written.pages = 1;
+  }
+  job.written.pictures = pictures->pictures();
+  return Status::kOk;
+}
+
+}  // namespace pagerex

@@ -1,0 +1,412 @@
+// What stands in paragraphs beside text, and what stands beside paragraphs.
+
+#include <algorithm>
+#include <cctype>
+
+#include "base/file_time.h"
+#include "base/utf8.h"
+#include "formats/html/css_values.h"
+#include "formats/html/html_writer.h"
+#include "formats/html/table_css.h"
+
+namespace pagerex {
+namespace {
+
+/// An address as it may stand in an attribute: blanks and what no address may have are escaped.
+void appendAddress(std::string& out, std::string_view address) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  constexpr std::string_view kEscaped = " \"<>\\^`{|}[]";
+  std::string escaped;
+  for (size_t i = 0; i < address.size(); ++i) {
+    const char byte = address[i];
+    const bool isPercent = byte == '%' && !(i + 2 < address.size() &&
+                                            std::isxdigit(static_cast<unsigned char>(address[i + 1])) &&
+                                            std::isxdigit(static_cast<unsigned char>(address[i + 2])));
+    if (isPercent || static_cast<unsigned char>(byte) < 0x20 ||
+        kEscaped.find(byte) != std::string_view::npos) {
+      escaped += {'%', kDigits[static_cast<unsigned char>(byte) >> 4], kDigits[byte & 15]};
+    } else {
+      escaped += byte;
+    }
+  }
+  appendAttribute(out, escaped);
+}
+
+/// A bookmark's name as an id: no blanks, and none of the signs that other ids have.
+std::string idOf(std::u16string_view name) {
+  constexpr size_t kLongest = 120;
+  std::string bytes;
+  appendUtf8(bytes, name.substr(0, kLongest));
+  for (char& byte : bytes) {
+    const bool isPlain = (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
+                         (byte >= 'A' && byte <= 'Z') || static_cast<signed char>(byte) < 0;
+    if (!isPlain) byte = '_';
+  }
+  return bytes;
+}
+
+std::string noteId(const NoteFacts& note) {
+  return (note.kind == NoteKind::kEndnote ? "endnote-" : "footnote-") + std::to_string(note.index + 1);
+}
+
+std::string referenceId(const NoteFacts& note) {
+  return (note.kind == NoteKind::kEndnote ? "endnote-ref-" : "footnote-ref-") +
+         std::to_string(note.index + 1);
+}
+
+std::string textOf(std::u16string_view text) {
+  PageText page;
+  page.PutText(text);
+  return std::string(page.view());
+}
+
+/// Whether browsers show the picture that an address leads to.
+bool isShownByBrowsers(std::string_view address) {
+  for (const std::string_view other : {"data:image/emf", "data:image/wmf", "data:image/x-pict"}) {
+    if (address.starts_with(other)) return false;
+  }
+  return address.starts_with("data:") ||
+         (!address.ends_with(".emf") && !address.ends_with(".wmf") && !address.ends_with(".pict"));
+}
+
+void appendSize(std::string& css, int32_t width, int32_t height) {
+  constexpr int32_t kMost = 31680;  // the longest side of a page
+  width = std::clamp(width, 1, kMost);
+  height = std::clamp(height, 1, kMost);
+  css += "width:";
+  appendPoints(css, width);
+  css += ";aspect-ratio:" + std::to_string(width) + "/" + std::to_string(height) + ";";
+}
+
+}  // namespace
+
+// Links and places
+
+/// A link within another is part of that.
+void HtmlWriter::BeginLink(const LinkFacts& link) {
+  if (muted_ || !isInParagraph_) return;
+  linksWritten_.push_back(false);
+  if (openLinks_ > 0) return;
+  std::string address;
+  appendUtf8(address, link.address);
+  if (!address.empty() && !keepsAddress(options_.links, address)) {
+    warn(warnings_, WarningCode::kLinkRemoved, schemeOf(address));
+    return;
+  }
+  std::string open = "<a href=\"";
+  appendAddress(open, address);
+  if (!link.bookmark.empty()) {
+    open += '#';
+    if (address.empty()) {
+      appendAddress(open, idOf(link.bookmark));
+    } else {
+      std::string place;
+      appendUtf8(place, link.bookmark);
+      appendAddress(open, place);
+    }
+  }
+  if (open.ends_with('"')) return;
+  open += '"';
+  if (!link.title.empty()) {
+    PageText title;
+    title.PutAttribute(link.title);
+    open.append(" title=\"").append(title.view()).append("\"");
+  }
+  open += '>';
+  linksWritten_.back() = true;
+  ++openLinks_;
+  BeginElement(std::move(open), "</a>");
+}
+
+void HtmlWriter::EndLink() {
+  if (muted_ || linksWritten_.empty()) return;
+  const bool isWritten = linksWritten_.back();
+  linksWritten_.pop_back();
+  if (!isWritten) return;
+  --openLinks_;
+  EndElement();
+}
+
+/// Word's own places for what was edited last mean nothing to a reader.
+void HtmlWriter::BookmarkStart(std::u16string_view name) {
+  if (muted_ || !isInParagraph_ || name.empty() || name == u"_GoBack" || name.starts_with(u"_Hlk")) return;
+  const std::string id = idOf(name);
+  if (id.empty() || !IsNewId(id)) return;
+  if (!isOpen_ && id_.empty()) {
+    id_ = id;
+    return;
+  }
+  std::string place = "<span id=";
+  appendValue(place, id);
+  place += "></span>";
+  PutInline(place, false);
+}
+
+// Notes and comments
+
+void HtmlWriter::NoteReference(const NoteFacts& note, const RunProperties& properties) {
+  if (muted_ || !isInParagraph_) return;
+  const std::string id = referenceId(note);
+  std::string markup = "<a role=doc-noteref";
+  if (IsNewId(id)) markup += " id=" + id;
+  markup += " href=#" + noteId(note) + ">" + textOf(note.label) + "</a>";
+  PutInRun(markup, properties);
+}
+
+void HtmlWriter::NoteMark(const NoteFacts& note, const RunProperties& properties) {
+  if (muted_ || !isInParagraph_) return;
+  if (!isMarkDue_) return Text(note.label, properties);
+  isMarkDue_ = false;
+  PutInRun(backLink_ + textOf(note.label) + "</a>", properties);
+}
+
+void HtmlWriter::BeginNote(const NoteFacts& note) {
+  if (part_ == "notes" && note.kind != noteKind_) {
+    EndLast();
+    out_.Put("</section>\n");
+    part_ = {};
+  }
+  noteKind_ = note.kind;
+  BeginPart("notes", " role=doc-endnotes");
+  const std::string id = noteId(note);
+  IsNewId(id);
+  out_.Put(note.kind == NoteKind::kEndnote ? "<div role=doc-endnote id=" : "<aside role=doc-footnote id=");
+  out_.Put(id + ">\n");
+  isMarkDue_ = true;
+  backLink_ = "<a role=doc-backlink href=#" + referenceId(note) + ">";
+  BeginFlow({});
+}
+
+void HtmlWriter::EndNote() {
+  EndFlow();
+  if (isMarkDue_) out_.Put("<p>" + backLink_ + "\u21A9</a></p>\n");
+  isMarkDue_ = false;
+  out_.Put(noteKind_ == NoteKind::kEndnote ? "</div>\n" : "</aside>\n");
+}
+
+void HtmlWriter::BeginPart(std::string_view kind, std::string_view role) {
+  if (part_ == kind) return;
+  EndLast();
+  if (!part_.empty()) out_.Put("</section>\n");
+  EndLists(0);
+  EndContents();
+  part_ = kind;
+  out_.Put("<section class=");
+  out_.Put(kind);
+  out_.Put(role);
+  out_.Put(">\n");
+}
+
+void HtmlWriter::CommentReference(const CommentFacts& comment) {
+  if (muted_ || !isInParagraph_ || !options_.comments) return;
+  const std::string number = std::to_string(comment.index + 1);
+  std::string markup = "<a class=cr";
+  const std::string id = "comment-ref-" + number;
+  if (IsNewId(id)) markup += " id=" + id;
+  markup += " href=#comment-" + number + ">[" + textOf(comment.initials) + number + "]</a>";
+  PutInline(markup, true);
+}
+
+void HtmlWriter::BeginComment(const CommentFacts& comment) {
+  muted_ += !options_.comments;
+  if (muted_) return;
+  BeginPart("comments", "");
+  const std::string number = std::to_string(comment.index + 1);
+  IsNewId("comment-" + number);
+  out_.Put("<aside class=comment id=comment-" + number +
+           ">\n<p class=ch><a role=doc-backlink href=#comment-ref-" + number + ">[" +
+           textOf(comment.initials) + number + "]</a>");
+  if (!comment.author.empty()) out_.Put(" <b>" + textOf(comment.author) + "</b>");
+  const std::string time = iso8601OfDttm(comment.dttm);
+  if (!time.empty()) {
+    std::string shown = time.substr(0, 16);
+    std::replace(shown.begin(), shown.end(), 'T', ' ');
+    out_.Put(" <time datetime=\"" + time + "\">" + shown + "</time>");
+  }
+  out_.Put("</p>\n");
+  BeginFlow({});
+}
+
+void HtmlWriter::EndComment() {
+  if (!muted_) {
+    EndFlow();
+    out_.Put("</aside>\n");
+  }
+  muted_ -= !options_.comments;
+}
+
+void HtmlWriter::BeginRevision(const RevisionFacts& revision) {
+  if (muted_ || !isInParagraph_) return;
+  const bool isGone = revision.kind == Revision::kDeleted || revision.kind == Revision::kMovedAway;
+  std::string open = isGone ? "<del" : "<ins";
+  const std::string time = iso8601OfDttm(revision.dttm);
+  if (!time.empty()) open += " datetime=\"" + time + "\"";
+  if (!revision.author.empty()) {
+    PageText author;
+    author.PutAttribute(revision.author);
+    open.append(" title=\"").append(author.view()).append("\"");
+  }
+  BeginElement(open + ">", isGone ? "</del>" : "</ins>");
+}
+
+void HtmlWriter::EndRevision() {
+  if (!muted_ && isInParagraph_) EndElement();
+}
+
+void HtmlWriter::FormField(const FormFieldFacts& field, const RunProperties& properties) {
+  if (field.kind == FormFieldFacts::Kind::kCheckBox)
+    return Text(field.isChecked ? u"\u2612" : u"\u2610", properties);
+  if (!field.value.empty()) Text(field.value, properties);
+}
+
+// Tables
+
+void HtmlWriter::BeginTable(const TableProperties& table) {
+  if (muted_) return;
+  BeginBlock(nullptr);
+  Flow& here = flow();
+  EndLists(0);
+  EndContents();
+  if (here.last == Flow::Last::kCaption && flowCount_ == 1) {
+    // Its caption stands above it.
+    out_.Insert(here.lastStart, "<figure><figcaption>");
+    out_.Put("</figcaption>");
+    here.isFigure = true;
+  }
+  tables_->BeginTable(table);
+}
+
+void HtmlWriter::EndTable() {
+  if (muted_) return;
+  tables_->EndTable();
+  EndFigure();
+  flow().hasLast = false;
+  flow().last = Flow::Last::kOther;
+}
+
+void HtmlWriter::BeginRow(const RowProperties& row) {
+  if (muted_) return;
+  tables_->BeginRow(row);
+}
+
+void HtmlWriter::EndRow() {
+  if (muted_) return;
+  tables_->EndRow();
+}
+
+void HtmlWriter::BeginCell(const CellProperties& cell) {
+  if (muted_ || cell.rowSpan == 0) {
+    ++muted_;
+    return;
+  }
+  tables_->BeginCell(cell);
+  const bool hasGround = cell.shading.isThere && !cell.shading.fill.isAutomatic;
+  const Colour ground = hasGround ? cell.shading.fill : flow().ground;
+  BeginFlow(ground);
+}
+
+void HtmlWriter::EndCell() {
+  if (muted_) {
+    --muted_;
+    return;
+  }
+  EndFlow();
+  tables_->EndCell();
+}
+
+// Pictures and boxes
+
+void HtmlWriter::Picture(const PictureFacts& picture) {
+  if (muted_ || !isInParagraph_) return;
+  hasPicture_ = true;
+  PutPicture(picture, pictures_.AddressOf(picture));
+}
+
+void HtmlWriter::PutPicture(const PictureFacts& picture, std::string_view address) {
+  PageText description;
+  description.PutAttribute(picture.description);
+  std::string css;
+  appendSize(css, picture.width, picture.height);
+  std::string place;
+  if (!picture.isInline) {
+    place = "fl";
+    if (picture.wrap == 3) {
+      css += "position:absolute;left:";
+      appendPoints(css, picture.left);
+      css += ";top:";
+      appendPoints(css, picture.top);
+      css += ";";
+      if (picture.isBehindText) css += "z-index:-1;";
+      mustWrap_ = true;
+    } else if (picture.wrap != 1) {
+      css += picture.left > 2880 ? "float:right;margin:0 0 0 9pt;" : "float:left;margin:0 9pt 0 0;";
+    }
+  }
+  std::string name(sheet_.ClassOf('i', css));
+  if (!place.empty()) name = "\"" + place + " " + name + "\"";
+  std::string markup;
+  if (!address.empty() && isShownByBrowsers(address)) {
+    markup = "<img class=" + name + " alt=\"" + std::string(description.view()) + "\" src=\"";
+    appendAttribute(markup, address);
+    markup += "\">";
+  } else {
+    if (name.starts_with('"')) name = name.substr(1, name.size() - 2);
+    markup = "<span class=\"missing " + name + "\"";
+    if (!picture.description.empty())
+      markup += " role=img aria-label=\"" + std::string(description.view()) + "\"";
+    markup += "></span>";
+  }
+  PutInline(markup, picture.isInline);
+}
+
+void HtmlWriter::BeginTextBox(const TextBoxFacts& box) {
+  if (muted_) return;
+  boxes_.emplace_back();
+  boxes_.back().shape = box.shape;
+  Swap(boxes_.back().around);
+  ++aside_;
+  BeginFlow({});
+}
+
+void HtmlWriter::EndTextBox() {
+  if (muted_ || boxes_.empty()) return;
+  EndFlow();
+  --aside_;
+  Part part = std::move(boxes_.back());
+  boxes_.pop_back();
+  Swap(part.around);
+  bool isBefore = false;
+  std::string markup = "<div class=\"text-box " + BoxClass({part.shape, 0}, isBefore) + "\">\n";
+  markup.append(part.around.view()).append("</div>\n");
+  Wrap();
+  Flow& here = flow();
+  if (isBefore) {
+    constexpr size_t kWrapper = std::string_view("<div class=a>").size();
+    out_.Insert(here.lastStart + kWrapper, markup);
+    if (here.isPending) here.pendingAt += markup.size();
+  } else {
+    out_.Put(markup);
+  }
+}
+
+std::string HtmlWriter::BoxClass(const TextBoxFacts& box, bool& isBefore) {
+  const PictureFacts& shape = box.shape;
+  std::string css = "width:";
+  appendPoints(css, shape.width);
+  css += ";min-height:";
+  appendPoints(css, shape.height);
+  css += ";";
+  if (!shape.isInline && shape.wrap == 3) {
+    css += "position:absolute;left:";
+    appendPoints(css, shape.left);
+    css += ";top:";
+    appendPoints(css, shape.top);
+    css += ";";
+  } else if (shape.wrap != 1) {
+    css += shape.left > 2880 ? "float:right;" : "float:left;";
+    isBefore = true;
+  }
+  return std::string(sheet_.ClassOf('b', css));
+}
+
+}  // namespace pagerex

@@ -1,0 +1,124 @@
+#include "formats/html/table_writer.h"
+
+#include <numeric>
+
+#include "formats/html/css_values.h"
+#include "formats/html/table_css.h"
+
+namespace pagerex {
+namespace {
+
+void putClass(PageText& out, std::string_view name) {
+  if (name.empty()) return;
+  out.Put(" class=");
+  out.Put(name);
+}
+
+void putEmptyCell(PageText& out, uint16_t columns) {
+  if (columns == 0) return;
+  out.Put("<td");
+  if (columns > 1) out.Put(" colspan=" + std::to_string(columns));
+  out.Put("></td>");
+}
+
+bool haveOneLook(const CellProperties& a, const CellProperties& b) {
+  CellProperties other = b;
+  other.left = a.left;
+  other.width = a.width;
+  return a == other;
+}
+
+}  // namespace
+
+void TableWriter::BeginTable(const TableProperties& table) {
+  // Wider ones may be moved sideways on a small screen, which wants the keyboard as well.
+  constexpr int32_t kWide = 5000;
+  int64_t width = table.widthKind == 3 ? table.width : 0;
+  if (width == 0) width = std::accumulate(table.columnWidths.begin(), table.columnWidths.end(), int64_t{0});
+  std::string css;
+  appendTableFloatCss(css, table);
+  out_.Put("<div class=");
+  const std::string_view floats = sheet_.ClassOf('f', css);
+  if (floats.empty()) {
+    out_.Put("x");
+  } else {
+    out_.Put("\"x fl ");
+    out_.Put(floats);
+    out_.Put("\"");
+  }
+  out_.Put(width > kWide ? " tabindex=0><table" : "><table");
+  css.clear();
+  appendTableCss(css, table);
+  putClass(out_, sheet_.ClassOf('t', css));
+  if (table.isRightToLeft) out_.Put(" dir=rtl");
+  out_.Put("><colgroup>");
+  const int64_t whole = wholeOfColumns(table);
+  for (const int32_t column : table.columnWidths) {
+    css.clear();
+    appendColumnCss(css, column, whole);
+    out_.Put("<col");
+    putClass(out_, sheet_.ClassOf('k', css));
+    out_.Put(">");
+  }
+  out_.Put("</colgroup>\n");
+  open_.emplace_back();
+  open_.back().rowsLeft = table.headerRowCount;
+}
+
+void TableWriter::PutGroup(Table& table, Group group) {
+  if (table.group == group) return;
+  if (table.group != Group::kNone) out_.Put(table.group == Group::kHead ? "</thead>" : "</tbody>");
+  if (group != Group::kNone) out_.Put(group == Group::kHead ? "<thead>" : "<tbody>");
+  table.group = group;
+}
+
+void TableWriter::EndTable() {
+  PutGroup(open_.back(), Group::kNone);
+  out_.Put("</table></div>\n");
+  open_.pop_back();
+}
+
+void TableWriter::BeginRow(const RowProperties& row) {
+  Table& table = open_.back();
+  const bool isHead = row.isHeader && table.rowsLeft > 0;
+  table.rowsLeft = isHead ? table.rowsLeft - 1 : 0;
+  PutGroup(table, isHead ? Group::kHead : Group::kBody);
+  std::string css;
+  appendRowCss(css, row);
+  out_.Put("<tr");
+  putClass(out_, sheet_.ClassOf('w', css));
+  out_.Put(">");
+  putEmptyCell(out_, row.columnsBefore);
+  table.columnsAfter = row.columnsAfter;
+  table.cell = 0;
+}
+
+void TableWriter::EndRow() {
+  putEmptyCell(out_, open_.back().columnsAfter);
+  out_.Put("</tr>\n");
+}
+
+void TableWriter::BeginCell(const CellProperties& cell) {
+  Table& table = open_.back();
+  out_.Put(table.group == Group::kHead ? "<th scope=col" : "<td");
+  if (table.cell == table.known.size()) table.known.emplace_back();
+  Table::Known& known = table.known[table.cell++];
+  if (known.attributes.empty() || !haveOneLook(known.properties, cell)) {
+    known.properties = cell;
+    std::string css;
+    appendCellCss(css, cell, CellProperties());
+    const std::string_view name = sheet_.ClassOf('c', css);
+    known.attributes.clear();
+    if (!name.empty()) known.attributes.append(" class=").append(name);
+    if (cell.columnSpan > 1) known.attributes.append(" colspan=").append(std::to_string(cell.columnSpan));
+    if (cell.rowSpan > 1) known.attributes.append(" rowspan=").append(std::to_string(cell.rowSpan));
+    known.attributes += '>';
+  }
+  out_.Put(known.attributes);
+}
+
+void TableWriter::EndCell() {
+  out_.Put(open_.back().group == Group::kHead ? "</th>" : "</td>");
+}
+
+}  // namespace pagerex

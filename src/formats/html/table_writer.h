@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "flow/properties.h"
+#include "formats/html/page_text.h"
+#include "formats/html/style_sheet.h"
+
+namespace pagerex {
+
+/// The markup of tables between their cells' blocks. Keeps a stack of those that are open.
+class TableWriter {
+ public:
+  TableWriter(PageText& out, StyleSheet& sheet) : out_(out), sheet_(sheet) {}
+
+  void BeginTable(const TableProperties& table);
+  void EndTable();
+  void BeginRow(const RowProperties& row);
+  void EndRow();
+  void BeginCell(const CellProperties& cell);
+  void EndCell();
+  bool empty() const { return open_.empty(); }
+
+ private:
+  enum class Group : uint8_t { kNone, kHead, kBody };
+  struct Table {
+    uint32_t rowsLeft = 0;  ///< of the head
+    Group group = Group::kNone;
+    uint16_t columnsAfter = 0;
+    size_t cell = 0;
+    struct Known {
+      CellProperties properties;
+      std::string attributes;
+    };
+    std::vector<Known> known;  ///< of the cell that stood here in the row above
+    RowProperties row;
+    std::string rowTag;
+  };
+
+  void PutGroup(Table& table, Group group);
+
+  PageText& out_;
+  StyleSheet& sheet_;
+  std::vector<Table> open_;
+};
+
+}  // namespace pagerex
