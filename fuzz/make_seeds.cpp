@@ -57,7 +57,7 @@ void writeDocuments(const std::filesystem::path& folder) {
   write(folder, "Word97", inputOf(word97));
 }
 
-/// Each document in every view: the last byte chooses it, and which links are kept.
+/// Those with script also in the ways that their last byte chooses: views and links, or options.
 void writeSafePages(const std::filesystem::path& folder) {
   writeDocuments(folder);
   for (const mutation::NamedDocument& seed : safety::scriptDocuments()) {
@@ -193,6 +193,7 @@ int makeAll(const std::filesystem::path& folder) {
     writeDocuments(folder / view);
   }
   writeSafePages(folder / "safe_pages");
+  writeSafePages(folder / "html_page");
   writeCompoundFiles(folder / "compound_file");
   writeSprmLists(folder / "sprm_list");
   writeDrawings(folder / "drawing");
