@@ -84,6 +84,8 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
   if (options.links < PAGEREX_LINKS_SAFE || options.links > PAGEREX_LINKS_NONE) return false;
   if (options.pictures < PAGEREX_PICTURES_USUAL || options.pictures > PAGEREX_PICTURES_NONE) return false;
   if ((format->pictures & pictureChoice(options.pictures)) == 0) return false;
+  if (options.pictures == PAGEREX_PICTURES_USUAL && format->embedsPictures)
+    options.pictures = PAGEREX_PICTURES_EMBEDDED;
   if (!TakeChoices()) return false;
   if (output.path) path = splitTargetPath(output.path);
   mainName = output.path        ? path.name
@@ -95,8 +97,10 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
 }
 
 bool Request::IsSingleFile() const {
+  constexpr int kInPieces = 2;
   const bool hasPictureFiles =
       options.pictures == PAGEREX_PICTURES_USUAL || options.pictures == PAGEREX_PICTURES_FILES;
+  if (format->told.has_page_size == kInPieces && options.page_size > 0) return false;
   return format->told.is_single_file || (format->told.is_single_without_pictures && !hasPictureFiles);
 }
 

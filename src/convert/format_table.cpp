@@ -46,7 +46,8 @@ constexpr Format kFormats[] = {
     {{"html", ".html", kHtml, "One page for any browser of today, as the document looks.", 0, 2, 1},
      Format::Reads::kFile,
      kAsFiles | pictureChoice(PAGEREX_PICTURES_EMBEDDED),
-     writeHtml},
+     writeHtml,
+     true},
 };
 
 }  // namespace

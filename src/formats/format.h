@@ -66,6 +66,7 @@ struct Format {
   /// kOk for a document that was written to its end. May throw std::bad_alloc, and an int for a document that
   /// is damaged beyond reading.
   Status (*write)(FormatJob& job);
+  bool embedsPictures = false;  ///< where PAGEREX_PICTURES_USUAL is asked for
 };
 
 constexpr uint32_t pictureChoice(int32_t choice) {

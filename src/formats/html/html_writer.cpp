@@ -53,9 +53,12 @@ void HtmlWriter::BeginDocument(const DocumentFacts& facts) {
   tables_ = std::make_unique<TableWriter>(out_, sheet_);
   paper_ = std::make_unique<SectionProperties>();
   section_ = std::make_unique<SectionProperties>();
-  PageText title;
-  title.PutText(facts.summary.title);
-  frame_.title = title.view();
+  const std::u16string& title = facts.summary.title;
+  if (std::any_of(title.begin(), title.end(), [](char16_t unit) { return unit > u' ' && unit != 0xA0; })) {
+    PageText markup;
+    markup.PutText(title);
+    frame_.title = markup.view();
+  }
   frame_.language = languageTag(facts.language);
   frame_.isRightToLeft = facts.styles && facts.styles->ParagraphOf(0).isRightToLeft;
   BeginFlow({});
