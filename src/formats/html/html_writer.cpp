@@ -103,6 +103,7 @@ void HtmlWriter::BeginSection(const SectionFacts& facts) {
 void HtmlWriter::EndSection() {
   EndLast();
   EndLists(0);
+  EndFrame();
   EndContents();
   if (hasSectionElement_) out_.Put("</div>\n");
   hasSectionElement_ = false;
@@ -161,11 +162,13 @@ void HtmlWriter::BeginFlow(const Colour& ground) {
   opened.ground = ground;
   opened.hasLast = opened.isWrapped = opened.isContents = opened.isFigure = opened.isPending = false;
   opened.last = Flow::Last::kNone;
+  opened.frame = {};
 }
 
 void HtmlWriter::EndFlow() {
   EndLast();
   EndLists(0);
+  EndFrame();
   EndContents();
   --flowCount_;
 }
@@ -204,6 +207,23 @@ void HtmlWriter::EndFigure() {
   if (!flow().isFigure) return;
   flow().isFigure = false;
   out_.Put("</figure>\n");
+}
+
+/// Paragraphs of one frame stand in one element.
+void HtmlWriter::BeginFrame(const ParagraphProperties& properties) {
+  std::string css = frameCss(properties.frame, *section_);
+  appendFrameSizeCss(css, properties.frame);
+  out_.Put("<div class=\"frame fl ");
+  out_.Put(sheet_.ClassOf('f', css));
+  out_.Put("\">\n");
+  flow().frame = properties.frame;
+}
+
+void HtmlWriter::EndFrame() {
+  if (!flow().frame.isThere) return;
+  EndLists(0);
+  flow().frame = {};
+  out_.Put("</div>\n");
 }
 
 void HtmlWriter::EndLists(size_t depth) {
@@ -268,6 +288,11 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   looks_->MayForget();
   const bool isContents = flowCount_ == 1 && isOfContents(facts.styleName);
   if (here.isContents && !isContents) EndContents();
+  if (here.frame.isThere && !(here.frame == properties.frame)) EndFrame();
+  if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere) {
+    EndLists(0);
+    BeginFrame(properties);
+  }
   if (facts.isListItem && !isContents) {
     BeginItem(facts);
   } else {

@@ -132,4 +132,42 @@ PlacedShape placeOf(const PictureFacts& picture, const SectionProperties& sectio
   return placed;
 }
 
+std::string frameCss(const Frame& frame, const SectionProperties& section) {
+  // Values of sprmPDxaAbs that name a side.
+  constexpr int16_t kCentre = -4, kRight = -8, kInside = -12, kOutside = -16;
+  constexpr uint8_t kColumn = 0, kPage = 2, kNotBeside = 1;
+  const int32_t textWidth =
+      std::max(int32_t{section.pageWidth} - section.marginLeft - section.marginRight, 1440);
+  const int32_t width = std::min<int32_t>(frame.width, textWidth);
+  Side side = Side::kAbsolute;
+  if (frame.left == 0 || frame.left == kInside) side = Side::kStart;
+  if (frame.left == kCentre) side = Side::kCentre;
+  if (frame.left == kRight || frame.left == kOutside) side = Side::kEnd;
+  if (side == Side::kStart && frame.horizontalAnchor == kColumn) side = Side::kAbsolute;
+  const Span line = frame.horizontalAnchor == kPage ? Span{-int32_t{section.marginLeft}, section.pageWidth}
+                                                    : Span{0, textWidth};
+  const int32_t left = placeIn(line, side, frame.left, width);
+  std::string css;
+  if (frame.wrap == kNotBeside || width > textWidth * 4 / 5) {
+    if (width == 0) css += "width:fit-content;";
+    if (side == Side::kCentre) {
+      css += "margin-inline:auto;";
+    } else if (side == Side::kEnd) {
+      css += "margin-inline-start:auto;";
+    } else if (left != 0) {
+      appendPlace(css, "margin-left", left);
+    }
+    return css;
+  }
+  const bool isAtStart = side != Side::kEnd && left + width / 2 < textWidth / 2;
+  css += isAtStart ? "float:left;" : "float:right;";
+  const int32_t outer = isAtStart ? left : textWidth - left - width;
+  css += "margin:0 ";
+  appendPoints(css, isAtStart ? 180 : outer);
+  css += " 0 ";
+  appendPoints(css, isAtStart ? outer : 180);
+  css += ';';
+  return css;
+}
+
 }  // namespace pagerex

@@ -36,16 +36,14 @@ void TableWriter::BeginTable(const TableProperties& table) {
   int64_t width = table.widthKind == 3 ? table.width : 0;
   if (width == 0) width = std::accumulate(table.columnWidths.begin(), table.columnWidths.end(), int64_t{0});
   std::string css;
-  appendTableFloatCss(css, table);
-  out_.Put("<div class=");
-  const std::string_view floats = sheet_.ClassOf('f', css);
-  if (floats.empty()) {
-    out_.Put("x");
-  } else {
-    out_.Put("\"x fl ");
-    out_.Put(floats);
-    out_.Put("\"");
-  }
+  appendTableBoxCss(css, table);
+  const std::string_view name = sheet_.ClassOf('f', css);
+  std::string names = "x";
+  if (table.floats && table.alignment != Alignment::kCentre) names += " fl";
+  if (!name.empty()) names.append(" ").append(name);
+  std::string open = "<div class=";
+  appendValue(open, names);
+  out_.Put(open);
   out_.Put(width > kWide ? " tabindex=0><table" : "><table");
   css.clear();
   appendTableCss(css, table);

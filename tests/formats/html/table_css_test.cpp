@@ -28,7 +28,7 @@ std::string floatCss(const std::function<void(TableProperties&)>& change) {
   TableProperties table;
   change(table);
   std::string out;
-  appendTableFloatCss(out, table);
+  appendTableBoxCss(out, table);
   return out;
 }
 
@@ -58,7 +58,7 @@ TEST(TableCss, SaysEachPropertyOfACellThatDiffers) {
   EXPECT_EQ(cellCss([](auto& c) { c.verticalAlignment = 2; }), "vertical-align:bottom;");
   EXPECT_EQ(cellCss([](auto& c) { c.verticalAlignment = 3; }), "");
   EXPECT_EQ(cellCss([](auto& c) { c.textFlow = 3; }), "writing-mode:sideways-lr;");
-  EXPECT_EQ(cellCss([](auto& c) { c.noWrap = true; }), "white-space:pre;");
+  EXPECT_EQ(cellCss([](auto& c) { c.noWrap = true; }), "--w:pre;");
 }
 
 TEST(TableCss, UndoesWhatTheCellDoesNotHave) {
