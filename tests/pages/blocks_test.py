@@ -227,7 +227,7 @@ class Changes(PageTest):
         self.assertTrue(self.ask('within("these were added", "ins") && within("these were removed", "del") && true'))
         self.assertTrue(self.ask('within("These words stayed", "ins, del") === null'))
         when = self.ask('["these were added", "these were removed"].map(t => within(t, "ins, del").dateTime)')
-        self.assertEqual(["2004-03-01T09:30"] * 2, [each[:16] for each in when])
+        self.assertEqual(["2004-03-01"] * 2, [each[:10] for each in when])
 
     def test_are_undone_if_wanted(self):
         self.show(self.size, "changes", "--revisions=original")
