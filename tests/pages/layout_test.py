@@ -75,15 +75,20 @@ class Print(PageTest):
         self.assertEqual(1, sum(width > height for width, height in papers))
         self.assertGreaterEqual(len(papers), 3)
 
-    def test_has_text_as_broad_as_the_paper_leaves_room_for(self):
-        room = round((8391 - 2880) * PIXELS_PER_TWIP)
+    def show_printed(self, document, width):
+        """As on paper that leaves text a width in twips."""
         self.engine.media(kind="print")
-        try:
-            self.show((room, 900), "small")
-            self.assertNear(0, self.text_area().left)
-            self.assertNear(room, self.text_area().right)
-        finally:
-            self.engine.media()
+        self.addCleanup(self.engine.media)
+        self.show((round(width * PIXELS_PER_TWIP), 900), document)
+
+    def test_has_text_as_broad_as_the_paper_leaves_room_for(self):
+        self.show_printed("small", 8391 - 2880)
+        self.assertNear(0, self.text_area().left)
+        self.assertTwips(8391 - 2880, self.text_area().right)
+
+    def test_has_indents_as_wide_as_on_a_screen(self):
+        self.show_printed("paragraphs", 9026)
+        self.assertTwips(1440, self.box("indented by an inch").left - self.text_area().left)
 
 
 def _inflated(pdf):
