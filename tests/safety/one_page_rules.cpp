@@ -33,11 +33,11 @@ size_t characterLength(std::string_view text, char32_t& character) {
   return character < kLeast[length] || character > 0x10FFFF || isSurrogate ? 0 : length;
 }
 
-/// Controls, and what Unicode says is no character.
+/// Controls, and what Unicode says is no character; that of further planes does no harm.
 bool mayStandInPages(char32_t character) {
   if (character < 0x20) return character == '\t' || character == '\n';
   if (character >= 0x7F && character < 0xA0) return false;
-  return !(character >= 0xFDD0 && character < 0xFDF0) && (character & 0xFFFE) != 0xFFFE;
+  return !(character >= 0xFDD0 && character < 0xFDF0) && character != 0xFFFE && character != 0xFFFF;
 }
 
 std::string faultOfBytes(std::string_view page) {
