@@ -22,12 +22,24 @@ const pagerex_format* formatNamed(const std::string& name) {
 }
 
 const pagerex_format* formatOfEnding(const std::string& path) {
-  return firstThat(
-      [&](const pagerex_format& format) { return isSameWord(format.extension, endingOf(path)); });
+  const pagerex_format* last = nullptr;
+  firstThat([&](const pagerex_format& format) {
+    if (isSameWord(format.extension, endingOf(path))) last = &format;
+    return false;
+  });
+  return last;
 }
 
-const pagerex_format* formatToShow() {
-  return formatNamed("text");
+const pagerex_format* formatByDefault() {
+  return formatNamed("html");
+}
+
+bool comesInPieces(const Request& request, const pagerex_format& format) {
+  return format.has_page_size == 2 && request.pageSize > 0;
+}
+
+bool hasItsPictures(const pagerex_format& format) {
+  return &format == formatByDefault();
 }
 
 pagerex_options optionsOf(const Request& request, const pagerex_format& format) {
@@ -44,6 +56,7 @@ pagerex_options optionsOf(const Request& request, const pagerex_format& format) 
   options.page_breaks = request.pageBreaks;
   options.common_mark = request.commonMark;
   options.width = request.width;
+  options.dark_scheme = request.dark;
   return options;
 }
 
@@ -53,9 +66,13 @@ std::string wordsFor(const Request& request, const pagerex_format& format) {
     bool Request::*flag;
     const char* word;
   } kFlags[] = {
-      {&Request::hiddenText, " hidden-text"}, {&Request::noComments, " no-comments"},
-      {&Request::headers, " headers"},        {&Request::frontMatter, " front-matter"},
-      {&Request::pageBreaks, " page-breaks"}, {&Request::commonMark, " common-mark"},
+      {&Request::hiddenText, " hidden-text"},
+      {&Request::noComments, " no-comments"},
+      {&Request::headers, " headers"},
+      {&Request::frontMatter, " front-matter"},
+      {&Request::pageBreaks, " page-breaks"},
+      {&Request::commonMark, " common-mark"},
+      {&Request::dark, " dark"},
   };
   std::string words = std::string("format=") + format.name + " links=" + request.linksWord +
                       " pictures=" + kPictureWords[request.pictures] +
