@@ -77,9 +77,8 @@ constexpr Option kOptions[] = {
      "together as they are."},
     {kRevisions, "revisions", 0, "WHICH", Takes::kChoice, "final|original|all", Group::kOneDocument, false,
      "tracked changes: final (the default), original, all",
-     "Of the formats html, text and markdown, as the two options that follow. With all, what was inserted "
-     "and "
-     "what was deleted stand side by side; html and markdown mark each."},
+     "Of html, text and markdown, as the two options that follow. With all, what was inserted and what was "
+     "deleted stand side by side; html and markdown mark each."},
     {kHiddenText, "hidden-text", 0, nullptr, Takes::kNothing, nullptr, Group::kOneDocument, false,
      "write text that Word hides too", nullptr},
     {kNoComments, "no-comments", 0, nullptr, Takes::kNothing, nullptr, Group::kOneDocument, false,
