@@ -43,9 +43,10 @@ TEST(OneDocument, IsTheSamePageOnStandardOutputAndInAFile) {
 
 TEST(OneDocument, GoesByTheNameOfItsFileWithoutATitle) {
   const TempFolder folder;
-  for (const char* name : {"in/a letter.doc", "a\nb.doc", ".doc"}) folder.write(name, documentOf("Hello"));
+  for (const char* name : {"in/a letter.doc", "a\nb.doc", "\xFF.doc", ".doc"})
+    folder.write(name, documentOf("Hello"));
   EXPECT_THAT(pagerex({"in/a letter.doc"}, folder.path()).output, HasSubstr("<title>a letter</title>"));
-  for (const char* name : {"a\nb.doc", "-"})
+  for (const char* name : {"a\nb.doc", "\xFF.doc", "-"})
     EXPECT_THAT(pagerex({name}, folder.path(), documentOf("Hello")).output,
                 HasSubstr("<title>document</title>"));
   EXPECT_THAT(pagerex({".doc"}, folder.path()).output, HasSubstr("<title>.doc</title>"));

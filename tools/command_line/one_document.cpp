@@ -11,6 +11,7 @@
 #include "files.h"
 #include "formats.h"
 #include "help.h"
+#include "json.h"
 #include "messages.h"
 #include "sized.h"
 #include "stop_signals.h"
@@ -119,9 +120,9 @@ std::string nameOnStandardOutput(const Request& request, const pagerex_format& f
   constexpr size_t kLongest = 200;
   const std::string& path = request.files[0];
   const std::string name = path.substr(path.rfind('/') + 1);
-  const bool isPlain =
-      std::none_of(name.begin(), name.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7f'; });
-  if (path == kStandardStream || name.size() > kLongest || !isPlain) return "";
+  const bool hasControls =
+      std::any_of(name.begin(), name.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; });
+  if (path == kStandardStream || name.size() > kLongest || hasControls || !isUtf8(name)) return "";
   return name.substr(0, name.size() - endingOf(name).size()) + format.extension;
 }
 
