@@ -5,28 +5,18 @@
 
 namespace cli {
 
-namespace {
-
-template <typename Fits>
-const pagerex_format* firstThat(Fits fits) {
+const pagerex_format* formatNamed(const std::string& name) {
   int index = 0;
   const pagerex_format* format;
-  while ((format = pagerex_format_at(index)) && !fits(*format)) ++index;
+  while ((format = pagerex_format_at(index)) && format->name != name) ++index;
   return format;
-}
-
-}  // namespace
-
-const pagerex_format* formatNamed(const std::string& name) {
-  return firstThat([&](const pagerex_format& format) { return format.name == name; });
 }
 
 const pagerex_format* formatOfEnding(const std::string& path) {
   const pagerex_format* last = nullptr;
-  firstThat([&](const pagerex_format& format) {
-    if (isSameWord(format.extension, endingOf(path))) last = &format;
-    return false;
-  });
+  for (int i = 0; const pagerex_format* format = pagerex_format_at(i); ++i) {
+    if (isSameWord(format->extension, endingOf(path))) last = format;
+  }
   return last;
 }
 
