@@ -289,14 +289,15 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   const bool isContents = flowCount_ == 1 && isOfContents(facts.styleName);
   if (here.isContents && !isContents) EndContents();
   if (here.frame.isThere && !(here.frame == properties.frame)) EndFrame();
-  if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere) {
+  if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere &&
+      tables_->empty()) {
     EndLists(0);
     BeginFrame(properties);
   }
   if (facts.isListItem && !isContents) {
     BeginItem(facts);
   } else {
-    EndLists(0);
+    if (!here.lists.empty()) EndLists(0);
   }
   if (isContents && !here.isContents) {
     out_.Put("<section role=doc-toc>\n");

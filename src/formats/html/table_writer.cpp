@@ -21,11 +21,13 @@ void putEmptyCell(PageText& out, uint16_t columns) {
   out.Put("></td>");
 }
 
+/// All but where they stand.
 bool haveOneLook(const CellProperties& a, const CellProperties& b) {
-  CellProperties other = b;
-  other.left = a.left;
-  other.width = a.width;
-  return a == other;
+  return a.columnSpan == b.columnSpan && a.rowSpan == b.rowSpan &&
+         a.verticalAlignment == b.verticalAlignment && a.textFlow == b.textFlow && a.noWrap == b.noWrap &&
+         a.top == b.top && a.start == b.start && a.bottom == b.bottom && a.end == b.end &&
+         a.shading == b.shading && a.paddingTop == b.paddingTop && a.paddingStart == b.paddingStart &&
+         a.paddingBottom == b.paddingBottom && a.paddingEnd == b.paddingEnd;
 }
 
 }  // namespace
@@ -81,11 +83,16 @@ void TableWriter::BeginRow(const RowProperties& row) {
   const bool isHead = row.isHeader && table.rowsLeft > 0;
   table.rowsLeft = isHead ? table.rowsLeft - 1 : 0;
   PutGroup(table, isHead ? Group::kHead : Group::kBody);
-  std::string css;
-  appendRowCss(css, row);
-  out_.Put("<tr");
-  putClass(out_, sheet_.ClassOf('w', css));
-  out_.Put(">");
+  const bool isAsBefore =
+      !table.rowTag.empty() && table.row.height == row.height && table.row.cantSplit == row.cantSplit;
+  if (!isAsBefore) {
+    std::string css;
+    appendRowCss(css, row);
+    const std::string_view name = sheet_.ClassOf('w', css);
+    table.rowTag = name.empty() ? "<tr>" : "<tr class=" + std::string(name) + ">";
+    table.row = row;
+  }
+  out_.Put(table.rowTag);
   putEmptyCell(out_, row.columnsBefore);
   table.columnsAfter = row.columnsAfter;
   table.cell = 0;
