@@ -144,6 +144,7 @@ void HtmlWriter::Swap(PageText& other) {
 void HtmlWriter::Give() {
   sink_.Take(out_.view());
   out_.Clear();
+  tables_->Given();
 }
 
 void HtmlWriter::EndPiece() {
