@@ -9,8 +9,7 @@
 namespace pagerex {
 namespace {
 
-constexpr uint16_t kRectangle = 1, kRoundRectangle = 2, kTextBox = 202, kHostControl = 201,
-                   kPictureFrame = 75;
+constexpr uint16_t kRectangle = 1, kTextBox = 202, kHostControl = 201, kPictureFrame = 75;
 constexpr uint64_t kFirstPage = 4000;  ///< characters that a first page has about, without page breaks
 
 /// Whether browsers show the picture that an address leads to.

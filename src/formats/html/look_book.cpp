@@ -87,15 +87,11 @@ LookBook::LookBook(const DocumentFacts& facts, StyleSheet& sheet)
       fonts_(facts.fonts),
       normalParagraph_(facts.styles ? facts.styles->ParagraphOf(kNormal) : ParagraphProperties()),
       normalRun_(lookOfBlock(facts.styles ? facts.styles->RunOf(kNormal) : RunProperties())),
-      language_(facts.language) {}
-
-std::string LookBook::PageText() {
-  std::string css;
-  appendRunCss(css, normalRun_, unstyledRun(), FontScript::kAscii, 0, fonts_, {});
-  return css;
+      language_(facts.language) {
+  appendRunCss(pageText_, normalRun_, unstyledRun(), FontScript::kAscii, 0, fonts_, {});
 }
 
-std::string LookBook::PageParagraph() {
+std::string LookBook::PageParagraph() const {
   std::string css;
   appendParagraphCss(css, normalParagraph_, ParagraphProperties());
   return css;
