@@ -28,6 +28,19 @@ bool beginsPage(const SectionProperties& section) {
          section.start == Start::kOddPage;
 }
 
+void appendMetadata(const DocumentSummary& summary, std::string& out) {
+  const struct {
+    std::string_view name;
+    const std::u16string& content;
+  } rows[] = {{"author", summary.author}, {"description", summary.subject}, {"keywords", summary.keywords}};
+  for (const auto& row : rows) {
+    if (row.content.empty()) continue;
+    PageText content;
+    content.PutAttribute(row.content);
+    out.append("<meta name=").append(row.name).append(" content=\"").append(content.view()).append("\">\n");
+  }
+}
+
 bool dependsOnNext(const ParagraphProperties& paragraph) {
   return paragraph.spacesOnlyBetweenStyles || isBoxed(paragraph);
 }
@@ -59,6 +72,7 @@ void HtmlWriter::BeginDocument(const DocumentFacts& facts) {
     markup.PutText(title);
     frame_.title = markup.view();
   }
+  appendMetadata(facts.summary, frame_.metadata);
   frame_.language = languageTag(facts.language);
   frame_.isRightToLeft = facts.styles && facts.styles->ParagraphOf(0).isRightToLeft;
   BeginFlow({});

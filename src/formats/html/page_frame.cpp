@@ -124,7 +124,9 @@ std::string pageHead(const PageFrame& frame, std::string_view rules) {
       ";img-src 'self' data:\">\n<meta name=viewport "
       "content=\"width=device-width,initial-scale=1\">\n<title>";
   head += frame.title;
-  head += "</title>\n<style>";
+  head += "</title>\n";
+  head += frame.metadata;
+  head += "<style>";
   head += rules;
   head += "</style>\n</head><body><main>\n";
   return head;
