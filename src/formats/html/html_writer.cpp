@@ -28,6 +28,19 @@ bool beginsPage(const SectionProperties& section) {
          section.start == Start::kOddPage;
 }
 
+void appendMetadata(const DocumentSummary& summary, std::string& out) {
+  const struct {
+    std::string_view name;
+    const std::u16string& content;
+  } rows[] = {{"author", summary.author}, {"description", summary.subject}, {"keywords", summary.keywords}};
+  for (const auto& row : rows) {
+    if (row.content.empty()) continue;
+    PageText content;
+    content.PutAttribute(row.content);
+    out.append("<meta name=").append(row.name).append(" content=\"").append(content.view()).append("\">\n");
+  }
+}
+
 bool dependsOnNext(const ParagraphProperties& paragraph) {
   return paragraph.spacesOnlyBetweenStyles || isBoxed(paragraph);
 }
@@ -59,6 +72,7 @@ void HtmlWriter::BeginDocument(const DocumentFacts& facts) {
     markup.PutText(title);
     frame_.title = markup.view();
   }
+  appendMetadata(facts.summary, frame_.metadata);
   frame_.language = languageTag(facts.language);
   frame_.isRightToLeft = facts.styles && facts.styles->ParagraphOf(0).isRightToLeft;
   BeginFlow({});
@@ -144,6 +158,7 @@ void HtmlWriter::Swap(PageText& other) {
 void HtmlWriter::Give() {
   sink_.Take(out_.view());
   out_.Clear();
+  tables_->Given();
 }
 
 void HtmlWriter::EndPiece() {
@@ -289,14 +304,15 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   const bool isContents = flowCount_ == 1 && isOfContents(facts.styleName);
   if (here.isContents && !isContents) EndContents();
   if (here.frame.isThere && !(here.frame == properties.frame)) EndFrame();
-  if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere) {
+  if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere &&
+      tables_->empty()) {
     EndLists(0);
     BeginFrame(properties);
   }
   if (facts.isListItem && !isContents) {
     BeginItem(facts);
   } else {
-    EndLists(0);
+    if (!here.lists.empty()) EndLists(0);
   }
   if (isContents && !here.isContents) {
     out_.Put("<section role=doc-toc>\n");

@@ -33,7 +33,8 @@ constexpr std::string_view kBefore =
     "span.pb{display:block}\n"
     ".lb{height:1em;width:auto}\n"
     ".t{display:inline-block;text-indent:0;tab-size:0}\n"
-    ".tf{display:inline-flex;text-indent:0;tab-size:0;max-width:100%;align-items:flex-end}\n"
+    ".tf{display:inline-flex;text-indent:0;tab-size:0;max-width:100%;align-items:flex-end;align-items:last "
+    "baseline}\n"
     ".tf>span{min-width:0}\n"
     ".tc>:last-child{width:0;display:flex;justify-content:center;white-space:nowrap}\n"
     ".tl{flex:1 1 1em;height:.85em;overflow:hidden}\n"
@@ -123,7 +124,9 @@ std::string pageHead(const PageFrame& frame, std::string_view rules) {
       ";img-src 'self' data:\">\n<meta name=viewport "
       "content=\"width=device-width,initial-scale=1\">\n<title>";
   head += frame.title;
-  head += "</title>\n<style>";
+  head += "</title>\n";
+  head += frame.metadata;
+  head += "<style>";
   head += rules;
   head += "</style>\n</head><body><main>\n";
   return head;

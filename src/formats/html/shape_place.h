@@ -21,6 +21,9 @@ struct PlacedShape {
   std::string css;         ///< of its place, without its size
 };
 
+/// Of a shape before it is turned.
+ShapeBox boxOf(const PictureFacts& picture);
+
 /// `section` has the paper. `isOnFirstPage`: its paragraph stands on the first sheet, whose places are known.
 PlacedShape placeOf(const PictureFacts& picture, const SectionProperties& section, bool isOnFirstPage);
 
