@@ -146,14 +146,14 @@ class Dark(PageTest):
         self.assertGreater(lightest, 240)
 
     def test_pages_are_dark_if_asked(self):
-        self.show(self.size, "paragraphs", "--dark-scheme")
+        self.show(self.size, "paragraphs", "--dark")
         self.assertLess(self.margin(), 60)
         darkest, lightest = self.shades("to the left")
         self.assertLess(darkest, 60)
         self.assertGreater(lightest, 160)
 
     def test_what_has_a_colour_can_be_read_in_the_dark(self):
-        self.show(self.size, "characters", "--dark-scheme")
+        self.show(self.size, "characters", "--dark")
         for text in ("red text", "highlighted text", "shaded text", "night words", "marked at night"):
             with self.subTest(text):
                 darkest, lightest = self.shades(text)
