@@ -47,11 +47,6 @@ class Sections(PageTest):
 class Print(PageTest):
     document = "small"
 
-    def setUp(self):
-        if not hasattr(self.shelf.engine(), "printed"):
-            self.skipTest(f"{self.shelf.name} cannot be asked to print")
-        super().setUp()
-
     def papers(self):
         """The sizes of the pages of a PDF in points."""
         pdf = self.engine.printed()
@@ -283,8 +278,6 @@ class Safety(PageTest):
                     performance.getEntriesByType("resource").filter(each => !/(\\.png|favicon\\.ico)$/.test(each.name)).length]"""))
 
     def test_browsers_have_nothing_to_complain_of(self):
-        if not hasattr(self.engine, "complaints"):
-            self.skipTest(f"{self.shelf.name} does not tell what its console says")
         for document in DOCUMENTS:
             self.engine.complaints()
             self.show(self.size, document)
