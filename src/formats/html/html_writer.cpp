@@ -89,6 +89,7 @@ void HtmlWriter::EndDocument() {
 
 void HtmlWriter::BeginSection(const SectionFacts& facts) {
   const SectionProperties& section = facts.properties;
+  if (sink_.WantsEnd(characters_)) EndPiece();
   if (facts.index == 0) {
     *paper_ = section;
   } else if (beginsPage(section)) {
@@ -124,7 +125,6 @@ void HtmlWriter::EndSection() {
   out_.Put(footers_);
   footers_.clear();
   flow().hasLast = false;
-  if (sink_.WantsEnd(characters_)) EndPiece();
 }
 
 void HtmlWriter::BeginHeader(const HeaderFacts& facts) {
