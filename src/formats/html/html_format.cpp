@@ -34,7 +34,11 @@ size_t characterIn(std::string_view bytes) {
   const bool isTooLong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
   const bool isOutside = (first == 0xED && second >= 0xA0) || (first == 0xF4 && second >= 0x90);
   if (isTooLong || isOutside || !goesOn(at(2))) return 0;
-  if (first < 0xF0) return first == 0xEF && second >= 0xB7 ? 0 : 3;  // near noncharacters and marks
+  const unsigned third = at(2);
+  const bool isNoCharacter =
+      first == 0xEF && ((second == 0xB7 && third >= 0x90 && third < 0xB0) ||
+                        (second == 0xBB && third == 0xBF) || (second == 0xBF && third >= 0xBE));
+  if (first < 0xF0) return isNoCharacter ? 0 : 3;
   return goesOn(at(3)) ? 4 : 0;
 }
 
