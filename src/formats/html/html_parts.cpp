@@ -149,18 +149,26 @@ void HtmlWriter::BookmarkStart(std::u16string_view name) {
 
 // Notes and comments
 
+/// A link, but in the text of a link, where there can be no other.
+std::string HtmlWriter::Reference(std::string_view attributes, const std::string& id,
+                                  const std::string& place, const std::string& label) {
+  const std::string_view element = openLinks_ > 0 ? "span" : "a";
+  std::string markup("<");
+  markup.append(element);
+  if (openLinks_ == 0) markup.append(" ").append(attributes);
+  if (IsNewId(id)) markup.append(" id=").append(id);
+  if (openLinks_ == 0) markup.append(" href=#").append(place);
+  return markup.append(">").append(label).append("</").append(element).append(">");
+}
+
 void HtmlWriter::NoteReference(const NoteFacts& note, const RunProperties& properties) {
   if (muted_ || !isInParagraph_) return;
-  const std::string id = referenceId(note);
-  std::string markup = "<a role=doc-noteref";
-  if (IsNewId(id)) markup += " id=" + id;
-  markup += " href=#" + noteId(note) + ">" + textOf(note.label) + "</a>";
-  PutInRun(markup, properties);
+  PutInRun(Reference("role=doc-noteref", referenceId(note), noteId(note), textOf(note.label)), properties);
 }
 
 void HtmlWriter::NoteMark(const NoteFacts& note, const RunProperties& properties) {
   if (muted_ || !isInParagraph_) return;
-  if (!isMarkDue_) return Text(note.label, properties);
+  if (!isMarkDue_ || openLinks_ > 0) return Text(note.label, properties);
   isMarkDue_ = false;
   PutInRun(backLink_ + textOf(note.label) + "</a>", properties);
 }
@@ -172,10 +180,11 @@ void HtmlWriter::BeginNote(const NoteFacts& note) {
     part_ = {};
   }
   noteKind_ = note.kind;
-  BeginPart("notes", " role=doc-endnotes");
+  const bool isEndnote = note.kind == NoteKind::kEndnote;
+  BeginPart("notes", isEndnote ? " role=doc-endnotes" : "");
   const std::string id = noteId(note);
   IsNewId(id);
-  out_.Put(note.kind == NoteKind::kEndnote ? "<div role=doc-endnote id=" : "<aside role=doc-footnote id=");
+  out_.Put(isEndnote ? "<div id=" : "<aside role=doc-footnote id=");
   out_.Put(id + ">\n");
   isMarkDue_ = true;
   backLink_ = "<a role=doc-backlink href=#" + referenceId(note) + ">";
@@ -206,11 +215,8 @@ void HtmlWriter::BeginPart(std::string_view kind, std::string_view role) {
 void HtmlWriter::CommentReference(const CommentFacts& comment) {
   if (muted_ || !isInParagraph_ || !options_.comments) return;
   const std::string number = std::to_string(comment.index + 1);
-  std::string markup = "<a class=cr";
-  const std::string id = "comment-ref-" + number;
-  if (IsNewId(id)) markup += " id=" + id;
-  markup += " href=#comment-" + number + ">[" + textOf(comment.initials) + number + "]</a>";
-  PutInline(markup, true);
+  const std::string label = "[" + textOf(comment.initials) + number + "]";
+  PutInline(Reference("class=cr", "comment-ref-" + number, "comment-" + number, label), true);
 }
 
 void HtmlWriter::BeginComment(const CommentFacts& comment) {
@@ -245,8 +251,10 @@ void HtmlWriter::BeginRevision(const RevisionFacts& revision) {
   if (muted_ || !isInParagraph_) return;
   const bool isGone = revision.kind == Revision::kDeleted || revision.kind == Revision::kMovedAway;
   std::string open = isGone ? "<del" : "<ins";
+  // A time of day may not stand there without its zone, which nobody knows.
+  constexpr size_t kDay = 10;
   const std::string time = iso8601OfDttm(revision.dttm);
-  if (!time.empty()) open += " datetime=\"" + time + "\"";
+  if (!time.empty()) open += " datetime=\"" + time.substr(0, kDay) + "\"";
   if (!revision.author.empty()) {
     PageText author;
     author.PutAttribute(revision.author);

@@ -150,6 +150,8 @@ class HtmlWriter final : public FlowHandler {
   void PutInRun(std::string_view markup, const RunProperties& properties);
   void BeginElement(std::string open, std::string_view close);
   void EndElement();
+  std::string Reference(std::string_view attributes, const std::string& id, const std::string& place,
+                        const std::string& label);
   bool IsNewId(const std::string& id) { return ids_.insert(id).second; }
   // Pictures
   std::string PictureMarkup(const PictureFacts& picture, std::string_view place, std::string css);
