@@ -24,6 +24,7 @@ ToldPage pageOf(const Script& inside, const Script& behind, const PageChoices& c
   HtmlWriter writer(blocks, sheet, choices.options, choices.pictures ? *choices.pictures : *none,
                     &page.warnings);
   FlowScript script(writer);
+  if (choices.facts) choices.facts(script);
   script.Document([&] { inside(script); },
                   [&] {
                     if (behind) behind(script);

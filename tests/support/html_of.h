@@ -42,6 +42,7 @@ struct PageChoices {
   pagerex::HtmlOptions options = {};
   pagerex::PictureOutput* pictures = nullptr;
   bool darkScheme = false;
+  Script facts = {};  ///< says what the document is, before it begins
 };
 ToldPage pageOf(const Script& inside, const Script& behind = {}, const PageChoices& choices = {});
 

@@ -130,14 +130,14 @@ void HtmlWriter::NoteReference(const NoteFacts& note, const RunProperties& prope
   std::string markup = "<a role=doc-noteref";
   if (IsNewId(id)) markup += " id=" + id;
   markup += " href=#" + noteId(note) + ">" + textOf(note.label) + "</a>";
-  PutInRun(markup, properties);
+  PutReference(markup, &properties);
 }
 
 void HtmlWriter::NoteMark(const NoteFacts& note, const RunProperties& properties) {
-  if (muted_ || !isInParagraph_) return;
+  if (muted_ || !isInParagraph_ || note.label.empty()) return;
   if (!isMarkDue_) return Text(note.label, properties);
   isMarkDue_ = false;
-  PutInRun(backLink_ + textOf(note.label) + "</a>", properties);
+  PutReference(backLink_ + textOf(note.label) + "</a>", &properties);
 }
 
 void HtmlWriter::BeginNote(const NoteFacts& note) {
@@ -184,7 +184,16 @@ void HtmlWriter::CommentReference(const CommentFacts& comment) {
   const std::string id = "comment-ref-" + number;
   if (IsNewId(id)) markup += " id=" + id;
   markup += " href=#comment-" + number + ">[" + textOf(comment.initials) + number + "]</a>";
-  PutInline(markup, true);
+  PutReference(markup, nullptr);
+}
+
+/// In a link, a reference stands between the parts of it: links do not nest.
+void HtmlWriter::PutReference(const std::string& markup, const RunProperties* properties) {
+  hasText_ |= properties != nullptr;
+  waitingMakesLine_ = true;
+  if (!isOpen_ && properties) Open(looks_->LookOf(*properties));
+  if (isOpen_) return paragraph_->PutLink(markup, properties);
+  waiting_.push_back({Waiting::kLink, markup, {}});
 }
 
 void HtmlWriter::BeginComment(const CommentFacts& comment) {
@@ -244,6 +253,7 @@ void HtmlWriter::FormField(const FormFieldFacts& field, const RunProperties& pro
 void HtmlWriter::BeginTable(const TableProperties& table) {
   if (muted_) return;
   BeginBlock(nullptr);
+  EndFigure();
   Flow& here = flow();
   EndLists(0);
   EndContents();

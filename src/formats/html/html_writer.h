@@ -102,6 +102,7 @@ class HtmlWriter final : public FlowHandler {
     bool isWrapped = false;   ///< the last paragraph has an element around it and what hangs at it
     bool isContents = false;  ///< in a table of contents
     bool isFigure = false;
+    bool isCaptionOpen = false;  ///< of the figure, behind what it shows
     enum class Last : uint8_t { kNone, kOther, kPicture, kCaption } last = Last::kNone;
     uint16_t lastStyle = 0;
     // The last paragraph, where its class depends on what follows.
@@ -113,7 +114,7 @@ class HtmlWriter final : public FlowHandler {
   };
   /// What comes in front of the first text of a paragraph.
   struct Waiting {
-    enum Kind : uint8_t { kMarkup, kBegin, kEnd } kind;
+    enum Kind : uint8_t { kMarkup, kLink, kBegin, kEnd } kind;
     std::string markup, close;
   };
   struct Part {
@@ -140,7 +141,7 @@ class HtmlWriter final : public FlowHandler {
   void Wrap();
   void HangShapes();
   void PutInline(std::string_view markup, bool makesLine);
-  void PutInRun(std::string_view markup, const RunProperties& properties);
+  void PutReference(const std::string& markup, const RunProperties* properties);
   void BeginElement(std::string open, std::string_view close);
   void EndElement();
   bool IsNewId(const std::string& id) { return ids_.insert(id).second; }

@@ -87,18 +87,9 @@ LookBook::LookBook(const DocumentFacts& facts, StyleSheet& sheet)
       fonts_(facts.fonts),
       normalParagraph_(facts.styles ? facts.styles->ParagraphOf(kNormal) : ParagraphProperties()),
       normalRun_(lookOfBlock(facts.styles ? facts.styles->RunOf(kNormal) : RunProperties())),
-      language_(facts.language) {}
-
-std::string LookBook::PageText() {
-  std::string css;
-  appendRunCss(css, normalRun_, unstyledRun(), FontScript::kAscii, 0, fonts_, {});
-  return css;
-}
-
-std::string LookBook::PageParagraph() {
-  std::string css;
-  appendParagraphCss(css, normalParagraph_, ParagraphProperties());
-  return css;
+      language_(facts.language) {
+  appendRunCss(pageText_, normalRun_, unstyledRun(), FontScript::kAscii, 0, fonts_, {});
+  appendParagraphCss(pageParagraph_, normalParagraph_, ParagraphProperties());
 }
 
 LookBook::Look LookBook::LookOf(const RunProperties& properties) {

@@ -205,7 +205,7 @@ void ShapeSvg::WriteSteps(const ShapePath::Part& part) {
 void ShapeSvg::WriteStrokes(const StrokeGap& gap) {
   const double width = LineWidth(), reach = width * 4;
   const std::string id = std::to_string(ids_.Take());
-  out_.append("<mask id=\"g").append(id).append("\" maskUnits=\"userSpaceOnUse\"");
+  out_.append("<mask id=\"g-").append(id).append("\" maskUnits=\"userSpaceOnUse\"");
   appendLengthAttribute(out_, "x", -reach);
   appendLengthAttribute(out_, "y", -reach);
   appendLengthAttribute(out_, "width", width_ + 2 * reach);
@@ -214,7 +214,7 @@ void ShapeSvg::WriteStrokes(const StrokeGap& gap) {
   WriteMasking(width, 0, "#fff");
   WriteMasking(width * gap.out, width * gap.inwards, "#000");
   if (gap.in > 0) WriteMasking(width * gap.in, 0, "#fff");
-  out_.append("</mask><g fill=\"none\" mask=\"url(#g").append(id).append(")\">");
+  out_.append("</mask><g fill=\"none\" mask=\"url(#g-").append(id).append(")\">");
   for (const ShapePath::Part& part : path_.Parts()) {
     if (!part.isStroked || part.steps.empty()) continue;
     out_ += "<path";

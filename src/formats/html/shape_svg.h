@@ -8,7 +8,7 @@
 
 namespace pagerex {
 
-/// Numbers for what an SVG refers to; one for a whole page.
+/// Numbers for what an SVG refers to, as "g-1", which no bookmark is called; one for a whole page.
 class SvgIds {
  public:
   uint32_t Take() { return ++last_; }

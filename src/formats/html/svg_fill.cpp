@@ -49,7 +49,7 @@ SvgFill::SvgFill(std::string& out, const ShapeFill& fill, double width, double h
 
 void SvgFill::Begin(std::string_view element) {
   id_ = ids_.Take();
-  out_.append("<").append(element).append(" id=\"g").append(std::to_string(id_)).append("\"");
+  out_.append("<").append(element).append(" id=\"g-").append(std::to_string(id_)).append("\"");
 }
 
 /// From where the colours count on to the other side; an angle of 0 has them below each other.
@@ -153,7 +153,7 @@ void SvgFill::Append(std::string& out, int shade) const {
     return;
   }
   if (id_ != 0 && shade == 0) {
-    out.append(" fill=\"url(#g").append(std::to_string(id_)).append(")\"");
+    out.append(" fill=\"url(#g-").append(std::to_string(id_)).append(")\"");
     if (fill_.isPictured()) appendOpacity(out, "fill-opacity", fill_.opacity);
     return;
   }

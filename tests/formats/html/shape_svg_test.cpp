@@ -184,9 +184,9 @@ TEST(ShapeSvg, DoubleLinesAreMasked) {
   shape.line.style = ShapeLine::Style::kDouble;
   shape.line.width = 76200;
   const std::string svg = svgOf(shape);
-  EXPECT_NE(svg.find("<mask id=\"g1\""), std::string::npos) << svg;
+  EXPECT_NE(svg.find("<mask id=\"g-1\""), std::string::npos) << svg;
   EXPECT_NE(svg.find("stroke=\"#000\" stroke-width=\"41\""), std::string::npos) << svg;
-  EXPECT_NE(svg.find("mask=\"url(#g1)\""), std::string::npos) << svg;
+  EXPECT_NE(svg.find("mask=\"url(#g-1)\""), std::string::npos) << svg;
 }
 
 TEST(ShapeSvg, TheThickStrokeOfAnUnequalLineIsOutside) {
@@ -240,12 +240,12 @@ TEST(ShapeSvg, GradientsRunFromBottomToTop) {
   ShapeFacts shape = shapeOf(1);
   shape.fill.kind = ShapeFill::Kind::kLinear;
   const std::string svg = svgOf(shape);
-  EXPECT_NE(svg.find("<linearGradient id=\"g1\" gradientUnits=\"userSpaceOnUse\" x1=\"1080\" y1=\"0\" "
+  EXPECT_NE(svg.find("<linearGradient id=\"g-1\" gradientUnits=\"userSpaceOnUse\" x1=\"1080\" y1=\"0\" "
                      "x2=\"1080\" y2=\"1080\"><stop offset=\"0\" stop-color=\"#ffffff\"/>"
                      "<stop offset=\"1\" stop-color=\"#112233\"/></linearGradient>"),
             std::string::npos)
       << svg;
-  EXPECT_NE(svg.find("fill=\"url(#g1)\""), std::string::npos) << svg;
+  EXPECT_NE(svg.find("fill=\"url(#g-1)\""), std::string::npos) << svg;
 }
 
 TEST(ShapeSvg, TheFocusIsWhereTheSecondColourStands) {
@@ -271,9 +271,9 @@ TEST(ShapeSvg, EachGradientHasItsOwnId) {
   std::string svg;
   appendShapeSvg(svg, shape, kWidth, kHeight, ids);
   appendShapeSvg(svg, shape, kWidth, kHeight, ids);
-  EXPECT_EQ(countOf(svg, "id=\"g1\""), 1u);
-  EXPECT_EQ(countOf(svg, "id=\"g2\""), 1u);
-  EXPECT_EQ(countOf(svg, "url(#g2)"), 1u);
+  EXPECT_EQ(countOf(svg, "id=\"g-1\""), 1u);
+  EXPECT_EQ(countOf(svg, "id=\"g-2\""), 1u);
+  EXPECT_EQ(countOf(svg, "url(#g-2)"), 1u);
 }
 
 TEST(ShapeSvg, PatternsAreDrawnByPixels) {
