@@ -238,6 +238,7 @@ void HtmlWriter::BeginFrame(const ParagraphProperties& properties) {
 void HtmlWriter::EndFrame() {
   if (!flow().frame.isThere) return;
   EndLists(0);
+  EndContents();
   flow().frame = {};
   out_.Put("</div>\n");
 }
@@ -295,11 +296,11 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   }
   BeginBlock(&properties);
   isCaption_ = facts.styleName == u"caption" && aside_ == 0 && !facts.isListItem;
-  const bool isCaptionBelow =
-      isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() && !here.isContents;
+  const bool isCaptionBelow = isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() &&
+                              !here.isContents && !here.frame.isThere && !properties.frame.isThere;
   if (!isCaptionBelow) EndFigure();
   if (flowCount_ == 1 && aside_ == 0 && part_.empty() && !hasSectionElement_ && here.lists.empty() &&
-      !here.isContents && !isCaptionBelow && sink_.WantsEnd(characters_)) {
+      !here.isContents && !here.frame.isThere && !isCaptionBelow && sink_.WantsEnd(characters_)) {
     EndPiece();
   }
   looks_->MayForget();
@@ -309,6 +310,7 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere &&
       tables_->empty()) {
     EndLists(0);
+    EndContents();
     BeginFrame(properties);
   }
   if (facts.isListItem && !isContents) {
