@@ -7,21 +7,6 @@ namespace {
 
 using namespace pagerex;
 
-constexpr uint16_t kCodeStyle = 77;
-
-class Names final : public StyleNames {
- public:
-  std::u16string_view NameOf(uint16_t istd) const override {
-    return istd == kCodeStyle ? u"HTML Code" : std::u16string_view();
-  }
-  const ParagraphProperties& ParagraphOf(uint16_t) const override { return paragraph_; }
-  const RunProperties& RunOf(uint16_t) const override { return run_; }
-
- private:
-  const ParagraphProperties paragraph_{};
-  const RunProperties run_{};
-};
-
 RunProperties lookOf(std::string_view words) {
   const std::string spaced = " " + std::string(words) + " ";
   const auto has = [&](const char* word) { return spaced.find(word) != std::string::npos; };
@@ -32,7 +17,7 @@ RunProperties lookOf(std::string_view words) {
   look.underline = has(" u ");
   look.caps = has(" caps ");
   look.verticalAlignment = static_cast<uint8_t>(has(" sup ") ? 1 : has(" sub ") ? 2 : 0);
-  if (has(" code ")) look.characterStyle = kCodeStyle;
+  if (has(" code ")) look.characterStyle = ScriptStyles::kCode;
   return look;
 }
 
@@ -47,15 +32,25 @@ int32_t numberIn(std::u16string_view label) {
 
 }  // namespace
 
+std::u16string_view ScriptStyles::NameOf(uint16_t istd) const {
+  if (istd == kCode) return u"HTML Code";
+  const auto known = names.find(istd);
+  return known == names.end() ? std::u16string_view() : std::u16string_view(known->second);
+}
+
 void FlowScript::Document(const Inside& inside, const Inside& behind) {
-  const Names names;
-  to.BeginDocument({summary, 0x409, 720, false, 0, &names});
-  const SectionProperties section;
-  to.BeginSection({section, 0, {{-1, -1, -1}, {-1, -1, -1}}});
+  to.BeginDocument({summary, language, 720, false, 0, &styles, fonts});
+  sections_ = 0;
+  to.BeginSection({section, sections_++, {{-1, -1, -1}, {-1, -1, -1}}});
   inside();
   to.EndSection();
   if (behind) behind();
   to.EndDocument();
+}
+
+void FlowScript::NextSection(const SectionProperties& properties) {
+  to.EndSection();
+  to.BeginSection({properties, sections_++, {{-1, -1, -1}, {-1, -1, -1}}});
 }
 
 const RunProperties& FlowScript::Look(std::string_view look) {
@@ -99,6 +94,20 @@ FlowScript& FlowScript::Comment(uint32_t index, std::u16string_view author, std:
   return *this;
 }
 
+FlowScript& FlowScript::Bookmark(std::u16string_view name) {
+  to.BookmarkStart(name);
+  to.BookmarkEnd(name);
+  return *this;
+}
+
+FlowScript& FlowScript::Changed(Revision::Kind kind, const Inside& inside, std::u16string_view author,
+                                uint32_t dttm) {
+  to.BeginRevision({kind, author, dttm});
+  inside();
+  to.EndRevision();
+  return *this;
+}
+
 void FlowScript::Tell(const ParagraphFacts& facts, const Inside& inside) {
   to.BeginParagraph(facts);
   inside();
@@ -108,6 +117,10 @@ void FlowScript::Tell(const ParagraphFacts& facts, const Inside& inside) {
 void FlowScript::Paragraph(const Inside& inside) {
   ParagraphProperties properties;
   properties.alignment = alignment;
+  Paragraph(properties, inside);
+}
+
+void FlowScript::Paragraph(const ParagraphProperties& properties, const Inside& inside) {
   Tell({properties,
         u"Normal",
         0,
@@ -127,6 +140,7 @@ void FlowScript::Paragraph(const Inside& inside) {
 void FlowScript::Heading(uint8_t level, const Inside& inside) {
   ParagraphProperties properties;
   properties.style = level;
+  styles.names[level] = u"heading " + std::u16string(1, static_cast<char16_t>('0' + level));
   Tell({properties,
         u"heading",
         level,
@@ -146,6 +160,7 @@ void FlowScript::Heading(uint8_t level, const Inside& inside) {
 void FlowScript::Styled(std::u16string_view style, const Inside& inside) {
   ParagraphProperties properties;
   properties.style = static_cast<uint16_t>(100 + style.size());
+  styles.names[properties.style] = style;
   Tell({properties,
         style,
         0,
@@ -217,8 +232,8 @@ void FlowScript::CommentText(uint32_t index, std::u16string_view author, std::u1
   to.EndComment();
 }
 
-void FlowScript::Header(const Inside& inside) {
-  to.BeginHeader({HeaderKind::kOdd, false});
+void FlowScript::Header(const Inside& inside, bool isFooter) {
+  to.BeginHeader({HeaderKind::kOdd, isFooter});
   inside();
   to.EndHeader();
 }
@@ -226,6 +241,10 @@ void FlowScript::Header(const Inside& inside) {
 void FlowScript::TextBox(const Inside& inside) {
   PictureFacts shape;
   shape.isInline = false;
+  TextBox(shape, inside);
+}
+
+void FlowScript::TextBox(const PictureFacts& shape, const Inside& inside) {
   to.BeginTextBox({shape, 0});
   inside();
   to.EndTextBox();

@@ -1,5 +1,7 @@
 #include "formats/html/html_format.h"
 
+#include <algorithm>
+
 #include "formats/flow_format.h"
 #include "formats/html/html_writer.h"
 #include "formats/html/page_spool.h"
@@ -20,12 +22,43 @@ std::unique_ptr<PictureOutput> picturesFor(FormatJob& job) {
   return makeEmbeddedPictures(mostEmbedded, &job.warnings);
 }
 
+/// The count of bytes that are a character to be read at the begin of `bytes`; 0 for a control, and for what
+/// is no UTF-8.
+size_t characterIn(std::string_view bytes) {
+  const auto at = [bytes](size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u; };
+  const unsigned first = at(0), second = at(1);
+  const auto goesOn = [](unsigned byte) { return (byte & 0xC0) == 0x80; };
+  if (first < 0x80) return first >= 0x20 && first != 0x7F;
+  if (first < 0xC2 || first > 0xF4 || !goesOn(second)) return 0;
+  if (first < 0xE0) return first == 0xC2 && second < 0xA0 ? 0 : 2;
+  const bool isTooLong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
+  const bool isOutside = (first == 0xED && second >= 0xA0) || (first == 0xF4 && second >= 0x90);
+  if (isTooLong || isOutside || !goesOn(at(2))) return 0;
+  const unsigned third = at(2);
+  const bool isNoCharacter =
+      first == 0xEF && ((second == 0xB7 && third >= 0x90 && third < 0xB0) ||
+                        (second == 0xBB && third == 0xBF) || (second == 0xBF && third >= 0xBE));
+  if (first < 0xF0) return isNoCharacter ? 0 : 3;
+  return goesOn(at(3)) ? 4 : 0;
+}
+
+/// A file's name need not be text.
+std::string readableUtf8(std::string_view name) {
+  std::string text;
+  while (!name.empty()) {
+    const size_t count = characterIn(name);
+    text += count > 0 ? name.substr(0, count) : "_";
+    name.remove_prefix(std::max<size_t>(count, 1));
+  }
+  return text.empty() ? "_" : text;
+}
+
 /// A document without a title goes by the name of its page.
 PageFrame titled(PageFrame frame, const FormatJob& job) {
   if (frame.title.empty()) {
     const size_t slash = job.mainName.rfind('/');
     const std::string name = job.mainName.substr(slash == std::string::npos ? 0 : slash + 1);
-    appendAttribute(frame.title, name.substr(0, name.rfind('.')));
+    appendAttribute(frame.title, readableUtf8(name.substr(0, name.rfind('.'))));
   }
   return frame;
 }

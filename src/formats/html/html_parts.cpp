@@ -149,28 +149,20 @@ void HtmlWriter::BookmarkStart(std::u16string_view name) {
 
 // Notes and comments
 
-/// A link, but in the text of a link, where there can be no other.
-std::string HtmlWriter::Reference(std::string_view attributes, const std::string& id,
-                                  const std::string& place, const std::string& label) {
-  const std::string_view element = openLinks_ > 0 ? "span" : "a";
-  std::string markup("<");
-  markup.append(element);
-  if (openLinks_ == 0) markup.append(" ").append(attributes);
-  if (IsNewId(id)) markup.append(" id=").append(id);
-  if (openLinks_ == 0) markup.append(" href=#").append(place);
-  return markup.append(">").append(label).append("</").append(element).append(">");
-}
-
 void HtmlWriter::NoteReference(const NoteFacts& note, const RunProperties& properties) {
   if (muted_ || !isInParagraph_) return;
-  PutInRun(Reference("role=doc-noteref", referenceId(note), noteId(note), textOf(note.label)), properties);
+  const std::string id = referenceId(note);
+  std::string markup = "<a role=doc-noteref";
+  if (IsNewId(id)) markup += " id=" + id;
+  markup += " href=#" + noteId(note) + ">" + textOf(note.label) + "</a>";
+  PutReference(markup, &properties);
 }
 
 void HtmlWriter::NoteMark(const NoteFacts& note, const RunProperties& properties) {
-  if (muted_ || !isInParagraph_) return;
-  if (!isMarkDue_ || openLinks_ > 0) return Text(note.label, properties);
+  if (muted_ || !isInParagraph_ || note.label.empty()) return;
+  if (!isMarkDue_) return Text(note.label, properties);
   isMarkDue_ = false;
-  PutInRun(backLink_ + textOf(note.label) + "</a>", properties);
+  PutReference(backLink_ + textOf(note.label) + "</a>", &properties);
 }
 
 void HtmlWriter::BeginNote(const NoteFacts& note) {
@@ -215,8 +207,20 @@ void HtmlWriter::BeginPart(std::string_view kind, std::string_view role) {
 void HtmlWriter::CommentReference(const CommentFacts& comment) {
   if (muted_ || !isInParagraph_ || !options_.comments) return;
   const std::string number = std::to_string(comment.index + 1);
-  const std::string label = "[" + textOf(comment.initials) + number + "]";
-  PutInline(Reference("class=cr", "comment-ref-" + number, "comment-" + number, label), true);
+  std::string markup = "<a class=cr";
+  const std::string id = "comment-ref-" + number;
+  if (IsNewId(id)) markup += " id=" + id;
+  markup += " href=#comment-" + number + ">[" + textOf(comment.initials) + number + "]</a>";
+  PutReference(markup, nullptr);
+}
+
+/// In a link, a reference stands between the parts of it: links do not nest.
+void HtmlWriter::PutReference(const std::string& markup, const RunProperties* properties) {
+  hasText_ |= properties != nullptr;
+  waitingMakesLine_ = true;
+  if (!isOpen_ && properties) Open(looks_->LookOf(*properties));
+  if (isOpen_) return paragraph_->PutLink(markup, properties);
+  waiting_.push_back({Waiting::kLink, markup, {}});
 }
 
 void HtmlWriter::BeginComment(const CommentFacts& comment) {
@@ -278,11 +282,13 @@ void HtmlWriter::FormField(const FormFieldFacts& field, const RunProperties& pro
 void HtmlWriter::BeginTable(const TableProperties& table) {
   if (muted_) return;
   BeginBlock(nullptr);
+  EndFigure();
   Flow& here = flow();
+  const bool isInElement = !here.lists.empty() || here.frame.isThere || here.isContents;
   EndLists(0);
   EndFrame();
   EndContents();
-  if (here.last == Flow::Last::kCaption && flowCount_ == 1) {
+  if (here.last == Flow::Last::kCaption && flowCount_ == 1 && !isInElement) {
     // Its caption stands above it.
     out_.Insert(here.lastStart, "<figure><figcaption>");
     out_.Put("</figcaption>");

@@ -89,6 +89,7 @@ void HtmlWriter::EndDocument() {
 
 void HtmlWriter::BeginSection(const SectionFacts& facts) {
   const SectionProperties& section = facts.properties;
+  if (sink_.WantsEnd(characters_)) EndPiece();
   if (facts.index == 0) {
     *paper_ = section;
   } else if (beginsPage(section)) {
@@ -124,7 +125,6 @@ void HtmlWriter::EndSection() {
   out_.Put(footers_);
   footers_.clear();
   flow().hasLast = false;
-  if (sink_.WantsEnd(characters_)) EndPiece();
 }
 
 void HtmlWriter::BeginHeader(const HeaderFacts& facts) {
@@ -175,7 +175,8 @@ void HtmlWriter::BeginFlow(const Colour& ground) {
   Flow& opened = flow();
   opened.lists.clear();
   opened.ground = ground;
-  opened.hasLast = opened.isWrapped = opened.isContents = opened.isFigure = opened.isPending = false;
+  opened.hasLast = opened.isWrapped = opened.isContents = opened.isFigure = opened.isCaptionOpen =
+      opened.isPending = false;
   opened.last = Flow::Last::kNone;
   opened.frame = {};
 }
@@ -220,8 +221,8 @@ void HtmlWriter::EndContents() {
 
 void HtmlWriter::EndFigure() {
   if (!flow().isFigure) return;
-  flow().isFigure = false;
-  out_.Put("</figure>\n");
+  out_.Put(flow().isCaptionOpen ? "</figcaption></figure>\n" : "</figure>\n");
+  flow().isFigure = flow().isCaptionOpen = false;
 }
 
 /// Paragraphs of one frame stand in one element.
@@ -237,6 +238,7 @@ void HtmlWriter::BeginFrame(const ParagraphProperties& properties) {
 void HtmlWriter::EndFrame() {
   if (!flow().frame.isThere) return;
   EndLists(0);
+  EndContents();
   flow().frame = {};
   out_.Put("</div>\n");
 }
@@ -293,11 +295,12 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
     neighbours.joinsAbove = here.isPending && boxesJoin(here.pending, properties);
   }
   BeginBlock(&properties);
-  isCaption_ = facts.styleName == u"caption" && aside_ == 0;
-  const bool isCaptionBelow = isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty();
+  isCaption_ = facts.styleName == u"caption" && aside_ == 0 && !facts.isListItem;
+  const bool isCaptionBelow = isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() &&
+                              !here.isContents && !here.frame.isThere && !properties.frame.isThere;
   if (!isCaptionBelow) EndFigure();
   if (flowCount_ == 1 && aside_ == 0 && part_.empty() && !hasSectionElement_ && here.lists.empty() &&
-      !here.isContents && !isCaptionBelow && sink_.WantsEnd(characters_)) {
+      !here.isContents && !here.frame.isThere && !isCaptionBelow && sink_.WantsEnd(characters_)) {
     EndPiece();
   }
   looks_->MayForget();
@@ -307,6 +310,7 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere &&
       tables_->empty()) {
     EndLists(0);
+    EndContents();
     BeginFrame(properties);
   }
   if (facts.isListItem && !isContents) {
@@ -321,7 +325,7 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   if (isCaptionBelow) {
     out_.Insert(here.lastStart, "<figure>");
     out_.Put("<figcaption>");
-    here.isFigure = true;
+    here.isFigure = here.isCaptionOpen = true;
   }
   here.neighbours = neighbours;
   properties_ = &properties;
@@ -400,6 +404,7 @@ void HtmlWriter::Open(LookBook::Look look) {
   }
   for (const Waiting& each : waiting_) {
     if (each.kind == Waiting::kMarkup) paragraph_->PutInline(each.markup);
+    if (each.kind == Waiting::kLink) paragraph_->PutLink(each.markup);
     if (each.kind == Waiting::kBegin) paragraph_->BeginElement(each.markup, each.close);
     if (each.kind == Waiting::kEnd) paragraph_->EndElement();
   }
@@ -417,17 +422,13 @@ void HtmlWriter::EndParagraph() {
   out_.Put(name_);
   out_.Put(">\n");
   if (isBreakDue_) PutPageBreak();
-  if (isCaption_ && here.isFigure) {
-    out_.Put("</figcaption>");
-    EndFigure();
-  }
   if (hasText_ || hasPicture_ || hasLabel_) hasContent_ = true;
   here.hasLast = true;
   here.lastStyle = properties_->style;
   here.last = isBreakDue_ || isCaption_  ? Flow::Last::kOther
               : hasPicture_ && !hasText_ ? Flow::Last::kPicture
                                          : Flow::Last::kOther;
-  if (isCaption_ && !isBreakDue_) here.last = Flow::Last::kCaption;
+  if (isCaption_ && !isBreakDue_ && !here.isFigure) here.last = Flow::Last::kCaption;
   HangShapes();
   properties_ = nullptr;
 }
@@ -443,7 +444,7 @@ void HtmlWriter::Wrap() {
 }
 
 void HtmlWriter::Text(std::u16string_view text, const RunProperties& properties) {
-  if (muted_ || !isInParagraph_) return;
+  if (muted_ || !isInParagraph_ || text.empty()) return;
   hasText_ = true;
   characters_ += text.size();
   if (!isOpen_) Open(looks_->LookOf(properties));

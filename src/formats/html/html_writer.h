@@ -106,7 +106,8 @@ class HtmlWriter final : public FlowHandler {
     bool isWrapped = false;   ///< the last paragraph has an element around it and what hangs at it
     bool isContents = false;  ///< in a table of contents
     bool isFigure = false;
-    Frame frame;  ///< of the paragraphs in the element that is open for one
+    Frame frame;                 ///< of the paragraphs in the element that is open for one
+    bool isCaptionOpen = false;  ///< of the figure, behind what it shows
     enum class Last : uint8_t { kNone, kOther, kPicture, kCaption } last = Last::kNone;
     uint16_t lastStyle = 0;
     // The last paragraph, where its class depends on what follows.
@@ -118,7 +119,7 @@ class HtmlWriter final : public FlowHandler {
   };
   /// What comes in front of the first text of a paragraph.
   struct Waiting {
-    enum Kind : uint8_t { kMarkup, kBegin, kEnd } kind;
+    enum Kind : uint8_t { kMarkup, kLink, kBegin, kEnd } kind;
     std::string markup, close;
   };
   struct Part {
@@ -148,10 +149,9 @@ class HtmlWriter final : public FlowHandler {
   void HangShapes();
   void PutInline(std::string_view markup, bool makesLine);
   void PutInRun(std::string_view markup, const RunProperties& properties);
+  void PutReference(const std::string& markup, const RunProperties* properties);
   void BeginElement(std::string open, std::string_view close);
   void EndElement();
-  std::string Reference(std::string_view attributes, const std::string& id, const std::string& place,
-                        const std::string& label);
   bool IsNewId(const std::string& id) { return ids_.insert(id).second; }
   // Pictures
   std::string PictureMarkup(const PictureFacts& picture, std::string_view place, std::string css);

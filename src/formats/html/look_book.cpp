@@ -89,12 +89,7 @@ LookBook::LookBook(const DocumentFacts& facts, StyleSheet& sheet)
       normalRun_(lookOfBlock(facts.styles ? facts.styles->RunOf(kNormal) : RunProperties())),
       language_(facts.language) {
   appendRunCss(pageText_, normalRun_, unstyledRun(), FontScript::kAscii, 0, fonts_, {});
-}
-
-std::string LookBook::PageParagraph() const {
-  std::string css;
-  appendParagraphCss(css, normalParagraph_, ParagraphProperties());
-  return css;
+  appendParagraphCss(pageParagraph_, normalParagraph_, ParagraphProperties());
 }
 
 LookBook::Look LookBook::LookOf(const RunProperties& properties) {

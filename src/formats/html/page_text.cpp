@@ -26,10 +26,10 @@ bool isControl(char16_t unit) {
 }
 
 /// U+007F to U+009F, which no page may have.
-bool haveControls(const char* bytes, size_t size, bool isAscii) {
+bool haveControls(const char* bytes, size_t size) {
   if (std::memchr(bytes, 0x7F, size)) return true;
   const char* const end = bytes + size;
-  while (!isAscii && bytes < end) {
+  while (bytes < end) {
     const void* const found = std::memchr(bytes, 0xC2, static_cast<size_t>(end - bytes));
     if (!found) return false;
     bytes = static_cast<const char*>(found) + 1;
@@ -65,7 +65,7 @@ void PageText::PutEscaped(std::u16string_view text) {
   if (mostUtf8(text.size()) > capacity_ - size_) Grow(mostUtf8(text.size()));
   char* const start = bytes_.get() + size_;
   const size_t count = utf8FromUtf16(text.data(), text.size(), start, Utf8Filter::kControls);
-  const bool hasControls = haveControls(start, count, count == text.size());
+  const bool hasControls = haveControls(start, count);
   const size_t plain = firstEscape(start, count, kInAttribute);
   if (plain == count && !hasControls) {
     size_ += count;

@@ -162,6 +162,15 @@ void ParagraphWriter::PutInline(std::string_view markup, const RunProperties* lo
   out_->Put(markup);
 }
 
+void ParagraphWriter::PutLink(std::string_view markup, const RunProperties* look) {
+  const auto link = std::find_if(elements_.begin(), elements_.end(),
+                                 [](const Element& element) { return element.open.starts_with("<a "); });
+  const std::vector<Element> inner(link, elements_.end());
+  for (size_t i = 0; i < inner.size(); ++i) EndElement();
+  PutInline(markup, look);
+  for (const Element& element : inner) BeginElement(element.open, element.close);
+}
+
 void ParagraphWriter::PutLineBreak() {
   CloseRun();
   EndGroup();
@@ -182,6 +191,12 @@ void ParagraphWriter::EndElement() {
   if (elements_.empty()) return;
   CloseRun();
   const Element& element = elements_.back();
+  if (out_->size() == element.begin) {
+    // Nothing stands in it.
+    out_->Cut(element.begin - element.open.size());
+    segment_ = std::min(segment_, out_->size());
+    return elements_.pop_back();
+  }
   if (group_.isOpen && group_.begin >= element.begin) EndGroup();
   const bool isAround = segment_ >= element.begin;
   out_->Put(element.close);

@@ -36,6 +36,8 @@ class ParagraphWriter {
   void PutLineBreak();
   /// Markup in the line: a picture, a place, a reference. `look` null for one outside of runs.
   void PutInline(std::string_view markup, const RunProperties* look = nullptr);
+  /// A link of its own, also where one is open: that ends in front of it, and begins anew behind it.
+  void PutLink(std::string_view markup, const RunProperties* look = nullptr);
   /// An element around all that follows, up to its end; they nest.
   void BeginElement(std::string_view open, std::string_view close);
   void EndElement();
