@@ -38,7 +38,7 @@ constexpr std::string_view kBefore =
     ".tf>span{min-width:0}\n"
     ".tc>:last-child{width:0;display:flex;justify-content:center;white-space:nowrap}\n"
     ".tl{flex:1 1 1em;height:.85em;overflow:hidden}\n"
-    ".tl1{border-bottom:1px dotted;margin:0 2px}.tl2{border-bottom:1px dashed;margin:0 2px}\n"
+    ".tl1{border-bottom:2px dotted;margin:0 2px}.tl2{border-bottom:1px dashed;margin:0 2px}\n"
     ".tl3{border-bottom:1px solid}.tl4{border-bottom:2px solid}\n"
     ".tl5{border-bottom:1px dotted;margin:0 2px .3em}\n"
     ".notes,.comments{border-top:1px solid #999;margin-top:24pt;padding-top:6pt}\n"
