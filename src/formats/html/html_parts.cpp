@@ -70,6 +70,11 @@ void HtmlWriter::Ruby(std::u16string_view base, std::u16string_view above, std::
 
 void HtmlWriter::BeginDropCap(const ParagraphProperties& properties) {
   if (muted_ || !isInParagraph_) return;
+  if (!isOpen_) {
+    // The paragraph looks as its text does, which is smaller than the letter.
+    hasText_ = true;
+    Open(markLook_);
+  }
   std::string css;
   ParagraphProperties letter = properties;
   letter.spaceBefore = letter.spaceAfter = 0;
