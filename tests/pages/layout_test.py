@@ -47,11 +47,6 @@ class Sections(PageTest):
 class Print(PageTest):
     document = "small"
 
-    def setUp(self):
-        if not hasattr(self.shelf.engine(), "printed"):
-            self.skipTest(f"{self.shelf.name} cannot be asked to print")
-        super().setUp()
-
     def papers(self):
         """The sizes of the pages of a PDF in points."""
         pdf = self.engine.printed()
@@ -146,14 +141,14 @@ class Dark(PageTest):
         self.assertGreater(lightest, 240)
 
     def test_pages_are_dark_if_asked(self):
-        self.show(self.size, "paragraphs", "--dark-scheme")
+        self.show(self.size, "paragraphs", "--dark")
         self.assertLess(self.margin(), 60)
         darkest, lightest = self.shades("to the left")
         self.assertLess(darkest, 60)
         self.assertGreater(lightest, 160)
 
     def test_what_has_a_colour_can_be_read_in_the_dark(self):
-        self.show(self.size, "characters", "--dark-scheme")
+        self.show(self.size, "characters", "--dark")
         for text in ("red text", "highlighted text", "shaded text", "night words", "marked at night"):
             with self.subTest(text):
                 darkest, lightest = self.shades(text)
@@ -283,8 +278,6 @@ class Safety(PageTest):
                     performance.getEntriesByType("resource").filter(each => !/(\\.png|favicon\\.ico)$/.test(each.name)).length]"""))
 
     def test_browsers_have_nothing_to_complain_of(self):
-        if not hasattr(self.engine, "complaints"):
-            self.skipTest(f"{self.shelf.name} does not tell what its console says")
         for document in DOCUMENTS:
             self.engine.complaints()
             self.show(self.size, document)

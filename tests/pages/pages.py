@@ -17,8 +17,13 @@ WIDE = (1200, 900)
 # As narrow as a phone, or as a window of the engine can be.
 NARROW = {"Chromium": (390, 800), "Firefox": (390, 800), "WebKit": (450, 800)}
 
-# What an engine cannot do, or cannot be asked: the test that it is not given, and why.
-CANNOT = {}
+# What an engine cannot do, or cannot be asked: the test or the class of tests that it is not given, and why.
+CANNOT = {
+    ("Firefox", "Print"): "its driver does not print on the paper that a page names",
+    ("WebKit", "Print"): "its driver does not print",
+    ("Firefox", "test_browsers_have_nothing_to_complain_of"): "its driver does not tell what its console says",
+    ("WebKit", "test_browsers_have_nothing_to_complain_of"): "its driver does not tell what its console says",
+}
 
 
 class _QuietHandler(http.server.SimpleHTTPRequestHandler):
@@ -72,9 +77,9 @@ class PageTest(unittest.TestCase):
 
     def setUp(self):
         self.engine = self.shelf.engine(self.scheme)
-        reason = CANNOT.get((self.engine.name, self._testMethodName))
-        if reason:
-            self.skipTest(reason)
+        for name in (self._testMethodName, type(self).__name__):
+            if (self.engine.name, name) in CANNOT:
+                self.skipTest(CANNOT[self.engine.name, name])
         self.show(self.size, self.document, *self.options)
 
     def show(self, size, document, *options):

@@ -38,7 +38,7 @@ constexpr std::string_view kBefore =
     ".tf>span{min-width:0}\n"
     ".tc>:last-child{width:0;display:flex;justify-content:center;white-space:nowrap}\n"
     ".tl{flex:1 1 1em;height:.85em;overflow:hidden}\n"
-    ".tl1{border-bottom:1px dotted;margin:0 2px}.tl2{border-bottom:1px dashed;margin:0 2px}\n"
+    ".tl1{border-bottom:2px dotted;margin:0 2px}.tl2{border-bottom:1px dashed;margin:0 2px}\n"
     ".tl3{border-bottom:1px solid}.tl4{border-bottom:2px solid}\n"
     ".tl5{border-bottom:1px dotted;margin:0 2px .3em}\n"
     ".notes,.comments{border-top:1px solid #999;margin-top:24pt;padding-top:6pt}\n"
@@ -58,7 +58,7 @@ constexpr std::string_view kAfter =
 
 constexpr std::string_view kSmall =
     "@layer small{@media (max-width:900px){img,svg:not(.g){max-width:100%}}"
-    "@media (max-width:640px){:root{--i:.4;--n:0}main{padding:16px;max-width:100%}"
+    "@media screen and (max-width:640px){:root{--i:.4;--n:0}main{padding:16px;max-width:100%}"
     ".text-box,.fl{position:static;float:none;max-width:100%;margin:6pt 0;transform:none}"
     ".sh.fl{overflow:hidden}.text-box{width:auto;min-height:0;padding:6pt}.text-box>svg{display:none}"
     "div.fl{display:block}.t{min-width:0;tab-size:4}.tc>:last-child{width:auto;white-space:normal}}}\n";
@@ -110,11 +110,9 @@ std::string baseRules(LookBook& looks, const DocumentFacts& facts, const Section
 }
 
 std::string pageHead(const PageFrame& frame, std::string_view rules) {
-  std::string head = "<!doctype html>\n<html";
-  if (!frame.language.empty()) {
-    head += " lang=";
-    appendValue(head, frame.language);
-  }
+  constexpr std::string_view kUnknownLanguage = "und";
+  std::string head = "<!doctype html>\n<html lang=";
+  appendValue(head, frame.language.empty() ? kUnknownLanguage : frame.language);
   if (frame.isRightToLeft) head += " dir=rtl";
   head +=
       "><head><meta charset=utf-8>\n<meta http-equiv=Content-Security-Policy content=\"default-src 'none';"

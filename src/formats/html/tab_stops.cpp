@@ -39,7 +39,8 @@ FoundStop nextStop(const ParagraphProperties& paragraph, int32_t position, int32
   }
   // In front of the first of its own, there are no others.
   const bool hangs = paragraph.indentFirstLine < 0 && paragraph.indentStart >= from;
-  if (hangs && paragraph.indentStart < found.position) return {paragraph.indentStart, 0, 0, false};
+  if (hangs && (found.isDefault || paragraph.indentStart < found.position))
+    return {paragraph.indentStart, 0, 0, false};
   return found;
 }
 

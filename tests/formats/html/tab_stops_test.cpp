@@ -61,6 +61,7 @@ TEST(TabStops, HaveAHangingIndentAmongThem) {
   EXPECT_EQ(nextStop(hanging(360), 0, kDistance).position, 360);
   EXPECT_EQ(nextStop(hanging(360), 360, kDistance).position, 720);
   EXPECT_FALSE(nextStop(hanging(360), 0, kDistance).isDefault);
+  EXPECT_EQ(nextStop(hanging(1440), 0, kDistance).position, 1440) << "no other stop stands in front of it";
   EXPECT_TRUE(hasOwnStops(hanging(360)));
   ParagraphProperties both = hanging(360);
   both.tabs = {{200, 0, 0}};
