@@ -38,20 +38,24 @@ class TableWriter {
     Group group = Group::kNone;
     uint16_t columnsAfter = 0;
     size_t cell = 0;
-    struct Known {
-      CellProperties properties;
-      std::string attributes;
-    };
-    std::vector<Known> known;  ///< of the cell that stood here in the row above
     RowProperties row;
     std::string rowTag;
   };
 
+  /// A cell that stood here in a row above, or in the table before.
+  struct KnownCell {
+    CellProperties properties;
+    std::string attributes;
+    bool hasLook = false;
+  };
+
   void PutGroup(Table& table, Group group);
+  const KnownCell& KnownAs(const CellProperties& cell, KnownCell& known);
 
   PageText& out_;
   StyleSheet& sheet_;
   std::vector<Table> open_;
+  std::vector<std::vector<KnownCell>> known_;  ///< by depth and place in the row
 };
 
 }  // namespace pagerex
