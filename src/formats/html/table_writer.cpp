@@ -120,15 +120,18 @@ void TableWriter::BeginCell(const CellProperties& cell) {
   ++table.cells;
   out_.Put(table.group == Group::kHead ? "<th scope=col" : "<td");
   if (known_.size() < open_.size()) known_.resize(open_.size());
-  std::vector<KnownCell>& row = known_[open_.size() - 1];
+  std::vector<KnownCells>& row = known_[open_.size() - 1];
   if (table.cell == row.size()) row.emplace_back();
   const KnownCell& known = KnownAs(cell, row[table.cell++]);
   table.hasLook |= known.hasLook;
   out_.Put(known.attributes);
 }
 
-const TableWriter::KnownCell& TableWriter::KnownAs(const CellProperties& cell, KnownCell& known) {
-  if (!known.attributes.empty() && haveOneLook(known.properties, cell)) return known;
+const TableWriter::KnownCell& TableWriter::KnownAs(const CellProperties& cell, KnownCells& knownHere) {
+  for (const KnownCell& each : knownHere.cells) {
+    if (!each.attributes.empty() && haveOneLook(each.properties, cell)) return each;
+  }
+  KnownCell& known = knownHere.cells[knownHere.next++ % knownHere.cells.size()];
   known.properties = cell;
   known.hasLook = cell.top.isThere() || cell.bottom.isThere() || cell.start.isThere() || cell.end.isThere() ||
                   (cell.shading.isThere && !cell.shading.fill.isAutomatic);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -50,12 +51,17 @@ class TableWriter {
   };
 
   void PutGroup(Table& table, Group group);
-  const KnownCell& KnownAs(const CellProperties& cell, KnownCell& known);
+  /// The rows of a table have few looks: some are kept for each place.
+  struct KnownCells {
+    std::array<KnownCell, 4> cells;
+    size_t next = 0;
+  };
+  const KnownCell& KnownAs(const CellProperties& cell, KnownCells& known);
 
   PageText& out_;
   StyleSheet& sheet_;
   std::vector<Table> open_;
-  std::vector<std::vector<KnownCell>> known_;  ///< by depth and place in the row
+  std::vector<std::vector<KnownCells>> known_;  ///< by depth and place in the row
 };
 
 }  // namespace pagerex
