@@ -292,7 +292,7 @@ enum {
 
 /* What becomes of its pictures. A format that cannot do what is asked refuses, as invalid argument. */
 enum {
-  PAGEREX_PICTURES_USUAL = 0, /* as files where the format has a folder, otherwise embedded or none */
+  PAGEREX_PICTURES_USUAL = 0, /* "html" embeds them; else as files where the format has a folder, or none */
   PAGEREX_PICTURES_FILES = 1,
   PAGEREX_PICTURES_EMBEDDED = 2,
   PAGEREX_PICTURES_NONE = 3
@@ -307,8 +307,9 @@ enum {
 
 typedef struct pagerex_options {
   size_t size;
-  const char* format; /* a name of pagerex_format_at; null for that of the first */
-  int64_t page_size;  /* characters on a page, or in all in the format "preview"; 0 for what the format has */
+  const char* format; /* a name of pagerex_format_at: "html"; null for that of the first, "normal" */
+  int64_t page_size;  /* characters on a page, in a piece of "html", or in all in the format "preview"; 0 for
+                         what the format has, which is one page in "html" */
   int32_t links;
   int32_t pictures;
   const pagerex_limits* limits; /* of the writing; may be null. `memory` counts in pagerex_open alone */
@@ -334,14 +335,14 @@ typedef struct pagerex_options {
 
 /* A format that documents can be written in. */
 typedef struct pagerex_format {
-  const char* name;               /* "normal" */
-  const char* extension;          /* of the main file, with the dot: ".html" */
-  const char* media_type;         /* of the main file */
-  const char* sentence;           /* what it is, in English */
-  int is_single_file;             /* whether there is never another than the main file */
-  int has_page_size;              /* 1: options.page_size counts, 2000 stands for 0. 2: it counts, and 0 stands for
-                                     a single page; with a size the page comes in pieces, which put together are
-                                     that page: "NAME.html", then "NAME.files/2.html" and so on */
+  const char* name;       /* "normal" */
+  const char* extension;  /* of the main file, with the dot: ".html" */
+  const char* media_type; /* of the main file */
+  const char* sentence;   /* what it is, in English */
+  int is_single_file;     /* whether there is never another than the main file */
+  int has_page_size;      /* 1: options.page_size counts, and 2000 stands for 0. 2: it counts, and 0 stands
+                             for a single page; with a size that page comes in pieces, to be put together
+                             as they are: "NAME.html", then "NAME.files/2.html" and so on */
   int is_single_without_pictures; /* whether there is none where pictures are embedded or left out */
 } pagerex_format;
 

@@ -21,9 +21,14 @@ bool standsInPlainText(char16_t unit) {
   return unit >= 0x20 && unit < 0xD800;
 }
 
-bool isPlainTextByOnes(const char16_t* text, size_t n) {
+bool standsInSimpleText(char16_t unit) {
+  return unit < 0x0590 || (unit >= 0x2000 && unit < 0x2E80);
+}
+
+template <bool (*stands)(char16_t)>
+bool allStandByOnes(const char16_t* text, size_t n) {
   for (size_t i = 0; i < n; ++i) {
-    if (!standsInPlainText(text[i])) return false;
+    if (!stands(text[i])) return false;
   }
   return true;
 }
@@ -75,20 +80,32 @@ __m128i notPlainTextIn(__m128i units) {
                       _mm_cmpgt_epi16(turned, _mm_set1_epi16(static_cast<short>(kLast ^ kHighest))));
 }
 
-bool isPlainTextOf(const char16_t* text, size_t n) {
+/// The same for simple text: from 0x590 on, but for what lies between 0x2000 and 0x2E80.
+__m128i notSimpleTextIn(__m128i units) {
+  constexpr int kLast = 0x058F, kBefore = 0x1FFF, kBehind = 0x2E80, kHighest = 0x8000;
+  const __m128i turned = _mm_xor_si128(units, _mm_set1_epi16(static_cast<short>(kHighest)));
+  const __m128i signs =
+      _mm_and_si128(_mm_cmpgt_epi16(turned, _mm_set1_epi16(static_cast<short>(kBefore ^ kHighest))),
+                    _mm_cmplt_epi16(turned, _mm_set1_epi16(static_cast<short>(kBehind ^ kHighest))));
+  return _mm_andnot_si128(signs,
+                          _mm_cmpgt_epi16(turned, _mm_set1_epi16(static_cast<short>(kLast ^ kHighest))));
+}
+
+template <bool (*stands)(char16_t), __m128i (*othersAmong)(__m128i)>
+bool allStand(const char16_t* text, size_t n) {
   constexpr size_t kUnits = 8;
-  if (n < kUnits) return isPlainTextByOnes(text, n);
+  if (n < kUnits) return allStandByOnes<stands>(text, n);
   // The last block looks at some of it once more.
-  __m128i others = notPlainTextIn(load(text + n - kUnits));
+  __m128i others = othersAmong(load(text + n - kUnits));
   size_t i = 0;
   for (; n - i > 4 * kUnits; i += 4 * kUnits) {
     const char16_t* const block = text + i;
-    const __m128i first = _mm_or_si128(notPlainTextIn(load(block)), notPlainTextIn(load(block + kUnits)));
+    const __m128i first = _mm_or_si128(othersAmong(load(block)), othersAmong(load(block + kUnits)));
     const __m128i last =
-        _mm_or_si128(notPlainTextIn(load(block + 2 * kUnits)), notPlainTextIn(load(block + 3 * kUnits)));
+        _mm_or_si128(othersAmong(load(block + 2 * kUnits)), othersAmong(load(block + 3 * kUnits)));
     others = _mm_or_si128(others, _mm_or_si128(first, last));
   }
-  for (; n - i > kUnits; i += kUnits) others = _mm_or_si128(others, notPlainTextIn(load(text + i)));
+  for (; n - i > kUnits; i += kUnits) others = _mm_or_si128(others, othersAmong(load(text + i)));
   return _mm_movemask_epi8(others) == 0;
 }
 
@@ -161,10 +178,22 @@ size_t convert(const char16_t* text, size_t n, char* out, Utf8Filter filter) {
 
 bool isPlainText(const char16_t* text, size_t n) {
 #if defined(__SSE2__)
-  return isPlainTextOf(text, n);
+  return allStand<standsInPlainText, notPlainTextIn>(text, n);
 #else
-  return isPlainTextByOnes(text, n);
+  return allStandByOnes<standsInPlainText>(text, n);
 #endif
+}
+
+bool isSimpleText(const char16_t* text, size_t n) {
+#if defined(__SSE2__)
+  return allStand<standsInSimpleText, notSimpleTextIn>(text, n);
+#else
+  return allStandByOnes<standsInSimpleText>(text, n);
+#endif
+}
+
+bool isSimpleTextByOnes(const char16_t* text, size_t n) {
+  return allStandByOnes<standsInSimpleText>(text, n);
 }
 
 size_t utf8FromUtf16(const char16_t* text, size_t n, char* out, Utf8Filter filter) {

@@ -32,6 +32,13 @@ void appendUtf8(std::string& out, std::u16string_view text);
 /// among which are all noncharacters but those of longer numbers.
 bool isPlainText(const char16_t* text, size_t n);
 
+/// Whether a text has only letters below U+0590 (Latin, Greek, Cyrillic, Armenian) and signs (U+2000 to
+/// U+2E7F): no East Asian ones, none that go from right to left, none of complex scripts.
+bool isSimpleText(const char16_t* text, size_t n);
+
+/// The same, a unit at a time.
+bool isSimpleTextByOnes(const char16_t* text, size_t n);
+
 /// The character at the beginning of a text that is not empty, and its count of units; U+FFFD for an unpaired
 /// surrogate.
 struct CharacterAt {

@@ -104,7 +104,7 @@ std::u16string bracketed(const Items& items, const Options& options) {
 }
 
 /// Signs over each other: a number in a circle, a base with ruby, or others in their order.
-std::u16string overstruck(const Items& items) {
+std::u16string overstruck(const Items& items, RubyText& ruby) {
   if (items.size() == 2 && (items[0].text == u"○" || items[0].text == u"◯")) {
     constexpr Text kNumbers[] = {u"1",  u"2",  u"3",  u"4",  u"5",  u"6",  u"7",  u"8",  u"9",  u"10",
                                  u"11", u"12", u"13", u"14", u"15", u"16", u"17", u"18", u"19", u"20"};
@@ -114,7 +114,8 @@ std::u16string overstruck(const Items& items) {
   }
   if (items.size() == 2 && items[0].isRaised != items[1].isRaised) {
     const bool isFirst = items[0].isRaised;
-    return items[isFirst ? 1 : 0].text + u'(' + items[isFirst ? 0 : 1].text + u')';
+    ruby = {items[isFirst ? 1 : 0].text, items[isFirst ? 0 : 1].text};
+    return ruby.base + u'(' + ruby.above + u')';
   }
   return joined(items, {});
 }
@@ -133,6 +134,8 @@ class EquationReader {
     }
     return trimmed(all.text);
   }
+  /// The last that was read.
+  const RubyText& ruby() const { return ruby_; }
 
  private:
   bool AtEnd() const { return at_ >= code_.size(); }
@@ -154,6 +157,7 @@ class EquationReader {
   Text code_;
   size_t at_ = 0;
   char16_t separator_;
+  RubyText ruby_;
 };
 
 /// Up to a separator or the closing bracket that is not text.
@@ -213,7 +217,7 @@ void EquationReader::ReadSwitch(char16_t letter, unsigned depth, Item& out) {
       out.text += joined(items, Text(&separator_, 1));
       break;
     case u'o':
-      out.text += overstruck(items);
+      out.text += overstruck(items, ruby_);
       break;
     case u'r':
       out.text += root(items);
@@ -314,10 +318,18 @@ void EquationReader::SkipFormat() {
 }  // namespace
 
 std::u16string equationText(std::u16string_view code) {
+  RubyText ruby;
+  return equationText(code, ruby);
+}
+
+std::u16string equationText(std::u16string_view code, RubyText& ruby) {
   const size_t begin = std::min(code.find_first_not_of(u' '), code.size());
   code.remove_prefix(begin);
   if (isSameWord(code.substr(0, 2), u"EQ") && (code.size() == 2 || !isLetter(code[2]))) code.remove_prefix(2);
-  return EquationReader(code).Read();
+  EquationReader reader(code);
+  std::u16string text = reader.Read();
+  if (reader.ruby().base + u'(' + reader.ruby().above + u')' == text) ruby = reader.ruby();
+  return text;
 }
 
 }  // namespace pagerex

@@ -201,9 +201,11 @@ enum class Mark : uint8_t { kTab, kLineBreak, kPageBreak, kColumnBreak, kRule /*
 ///     header   = BeginHeader block* EndHeader                      (not told where linked to an earlier one)
 ///     block    = paragraph | table
 ///     paragraph= BeginParagraph inline* EndParagraph textBox*      (text boxes that are anchored in it)
-///     inline   = Text | MarkHere | BookmarkStart | BookmarkEnd | NoteReference | NoteMark | CommentStart
+///     inline   = Text | Ruby | MarkHere | BookmarkStart | BookmarkEnd | NoteReference | NoteMark |
+///     CommentStart
 ///              | CommentEnd | CommentReference | FormField | Picture
 ///              | BeginLink inline* EndLink | BeginRevision inline* EndRevision
+///              | BeginDropCap inline* EndDropCap
 ///     table    = BeginTable row+ EndTable;  row = BeginRow cell+ EndRow;  cell = BeginCell block* EndCell
 ///     notes    = (BeginNote block* EndNote)*;  comments = (BeginComment block* EndComment)*
 ///     textBox  = BeginTextBox block* EndTextBox
@@ -228,6 +230,14 @@ class FlowHandler {
   /// call to call of a paragraph. Optional hyphens are U+00AD, non-breaking ones U+2011.
   virtual void Text(std::u16string_view text, const RunProperties& properties) = 0;
   virtual void MarkHere(Mark, const RunProperties&) {}
+  /// Text with other text above it, as readings of East Asian characters are set; `both` is one in a line.
+  virtual void Ruby(std::u16string_view /*base*/, std::u16string_view /*above*/, std::u16string_view both,
+                    const RunProperties& properties) {
+    Text(both, properties);
+  }
+  /// What is told in between is the large letter that a paragraph begins with.
+  virtual void BeginDropCap(const ParagraphProperties&) {}
+  virtual void EndDropCap() {}
   virtual void BeginLink(const LinkFacts&) {}
   virtual void EndLink() {}
   virtual void BookmarkStart(std::u16string_view /*name*/) {}

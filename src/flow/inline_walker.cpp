@@ -221,6 +221,18 @@ void InlineWalker::Begin() {
   waitingBookmarks_.clear();
 }
 
+void InlineWalker::BeginDropCap(const ParagraphProperties& properties) {
+  Begin();
+  handler_.BeginDropCap(properties);
+}
+
+void InlineWalker::EndDropCap() {
+  DeliverHeld();
+  EndLink();
+  EndRevision();
+  handler_.EndDropCap();
+}
+
 void InlineWalker::BeginLinkIfAny() {
   const OpenField* const field = fields_.Link();
   if (!field) return;
@@ -296,9 +308,14 @@ void InlineWalker::TellFieldWithoutResult(OpenField& field, const TextRun& run) 
   if (fields_.HidesText() || !run.isShown) return;
   std::u16string text;
   switch (field.display) {
-    case FieldDisplay::kEquation:
-      text = equationText(field.code);
-      break;
+    case FieldDisplay::kEquation: {
+      RubyText ruby;
+      text = equationText(field.code, ruby);
+      if (ruby.above.empty()) break;
+      Prepare(run);
+      DeliverHeld();
+      return handler_.Ruby(ruby.base, ruby.above, text, *run.properties);
+    }
     case FieldDisplay::kSymbol:
       text = symbolFieldText(field.code, run.asciiSymbols);
       break;

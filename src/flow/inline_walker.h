@@ -55,6 +55,9 @@ class InlineWalker {
   void Tell(uint32_t start, uint32_t end);
   /// Ends the paragraph, unless its mark is part of a field's code and `mustEnd` is not set.
   void EndParagraph(uint32_t position, bool mustEnd);
+  /// Around the text of a drop cap.
+  void BeginDropCap(const ParagraphProperties& properties);
+  void EndDropCap();
   bool isOpen() const { return isOpen_; }
 
   /// Boxes that are anchored in what was told, which the caller tells and takes away.

@@ -231,8 +231,6 @@ struct CellProperties {
   Border top, start, bottom, end;
   Shading shading;
   int16_t paddingTop = 0, paddingStart = 0, paddingBottom = 0, paddingEnd = 0;
-
-  friend bool operator==(const CellProperties&, const CellProperties&) = default;
 };
 
 struct RowProperties {

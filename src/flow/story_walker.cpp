@@ -106,7 +106,8 @@ bool StoryWalker::JoinHidden(FoundParagraph& paragraph, uint32_t limit) {
         paragraph.place.isInnerCellEnd) {
       break;
     }
-    const Part part{paragraph.start, paragraph.textEnd, istd_};
+    const bool isDropCap = properties_->frame.dropCapLines != 0;
+    const Part part{paragraph.start, paragraph.textEnd, istd_, isDropCap ? properties_ : nullptr};
     before.push_back(part);
     paragraph = next;
     if (!speaker && isOnlyHidden(*markProperties_) && ShowsText(part)) speaker = part.start;
@@ -116,7 +117,9 @@ bool StoryWalker::JoinHidden(FoundParagraph& paragraph, uint32_t limit) {
   if (speaker) LookAtMark(document_.paragraphs.At(*speaker, limit));
   for (const Part& part : before) {
     inline_.SetParagraph(*this, part.istd, place_);
+    if (part.dropCap) inline_.BeginDropCap(*part.dropCap);
     inline_.Tell(part.start, part.end);
+    if (part.dropCap) inline_.EndDropCap();
   }
   inline_.SetParagraph(*this, lastStyle, place_);
   return isMarkShown;

@@ -33,6 +33,7 @@ class StoryWalker final : private InlineWalker::ParagraphBeginner {
   struct Part {
     uint32_t start, end;
     uint16_t istd;
+    const ParagraphProperties* dropCap;  ///< its properties where it is one
   };
   using RowLooks = std::vector<RowLook>;  ///< by kind; the last is of all that have none
 

@@ -261,7 +261,8 @@ TableProperties TableScan::Properties(const RowDefinition& firstRow) const {
   table.depth = static_cast<uint8_t>(depth_);
   table.isRightToLeft = firstRow.isRightToLeft;
   table.alignment = firstRow.alignment;
-  table.indent = firstRow.setsIndent ? firstRow.indent : edges_.empty() ? 0 : edges_.front();
+  // Where Word laid it out counts; what was asked for is measured from the text of the first cell.
+  table.indent = edges_.empty() ? firstRow.indent : edges_.front();
   table.width = firstRow.width;
   table.widthKind = firstRow.widthKind;
   for (size_t i = 0; i + 1 < edges_.size(); ++i) table.columnWidths.push_back(edges_[i + 1] - edges_[i]);

@@ -47,7 +47,7 @@ void expectOnlyOne(const char* status, const std::string& eighth, const Argument
   for (const char* jobs : {"-j1", "-j3"}) {
     const TempFolder folder;
     fill(folder, eighth);
-    Arguments arguments = {"-o", "out", "--report", "report", jobs, "in"};
+    Arguments arguments = {"-o", "out", "-t", "normal", "--report", "report", jobs, "in"};
     arguments.insert(arguments.end(), options.begin(), options.end());
     const Finished finished = faultyPagerex(arguments, folder.path());
     EXPECT_EQ(finished.exitCode, 2);

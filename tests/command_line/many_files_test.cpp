@@ -32,8 +32,19 @@ TEST(ManyFiles, GoIntoAFolderThatIsMade) {
   EXPECT_THAT(finished.errors, StartsWith("pagerex: 2 files in "));
   EXPECT_THAT(finished.errors, HasSubstr(": 2 ok\n"));
   EXPECT_THAT(finished.errors, Not(HasSubstr("\r")));
-  EXPECT_THAT(folder.read("new/out/a.files/1.htm"), HasSubstr("In a.doc"));
-  EXPECT_THAT(folder.read("new/out/b.files/1.htm"), HasSubstr("In b.doc"));
+  EXPECT_THAT(folder.files(), ElementsAre("a.doc", "b.doc", "new/out/a.html", "new/out/b.html"));
+  EXPECT_THAT(folder.read("new/out/a.html"), HasSubstr("<p>In a.doc</p>"));
+  EXPECT_THAT(folder.read("new/out/b.html"), HasSubstr("<p>In b.doc</p>"));
+}
+
+TEST(ManyFiles, ComeInPiecesOfAPageSize) {
+  const TempFolder folder;
+  support::WordDocument document;
+  for (const char* text : {"first", "end"}) document.paragraph(text);
+  for (const char* name : {"a.doc", "b.doc"}) document.save(folder.path(name));
+  EXPECT_EQ(pagerex({"-o", "out", "--pagesize", "5", "a.doc", "b.doc"}, folder.path()).exitCode, 0);
+  EXPECT_THAT(folder.files(), ElementsAre("a.doc", "b.doc", "out/a.files/2.html", "out/a.html",
+                                          "out/b.files/2.html", "out/b.html"));
 }
 
 TEST(ManyFiles, FoldersStandForTheDocumentsInThem) {
@@ -81,15 +92,18 @@ TEST(ManyFiles, OfAnyNumberOfJobsComeOutAlike) {
   TempFolder folder;
   for (int i = 0; i < 40; ++i)
     fill(folder, {"in/" + std::to_string(i % 7) + "/" + std::to_string(i) + ".doc"});
-  EXPECT_EQ(pagerex({"-o", "one", "-j1", "in"}, folder.path()).exitCode, 0);
-  EXPECT_EQ(pagerex({"-o", "three", "-j3", "in"}, folder.path()).exitCode, 0);
+  for (const char* format : {"html", "normal"}) {
+    const std::string end = std::string("/") + format;
+    EXPECT_EQ(pagerex({"-o", "one" + end, "-j1", "-t", format, "in"}, folder.path()).exitCode, 0);
+    EXPECT_EQ(pagerex({"-o", "three" + end, "-j3", "-t", format, "in"}, folder.path()).exitCode, 0);
+  }
   size_t count = 0;
   for (const std::string& name : folder.files()) {
     if (!name.starts_with("one/")) continue;
     ++count;
     EXPECT_EQ(folder.read(name), folder.read("three" + name.substr(3)));
   }
-  EXPECT_GE(count, 80u);
+  EXPECT_GE(count, 120u);
 }
 
 TEST(ManyFiles, ShowOnATerminalHowFarTheyAre) {
@@ -123,7 +137,7 @@ TEST(Report, HasALineForEachFile) {
   EXPECT_EQ(field(line, "output"), "out/a.html");
   EXPECT_EQ(field(line, "sha256").size(), 64u);
   EXPECT_EQ(field(line, "bytes"), std::to_string(static_cast<double>(folder.read("a.doc").size())));
-  EXPECT_EQ(field(line, "options"), "format=normal links=safe pictures=usual pagesize=0");
+  EXPECT_EQ(field(line, "options"), "format=html links=safe pictures=usual pagesize=0");
   EXPECT_THAT(line, HasSubstr("\"warnings\":[]"));
   EXPECT_THAT(line, HasSubstr("\"milliseconds\":"));
   EXPECT_THAT(line, HasSubstr("\"version\":\"0."));
@@ -152,6 +166,8 @@ TEST(Report, HasTheChoicesThatResultsDependOn) {
   EXPECT_EQ(field(folder.read("report"), "options"),
             "format=text links=safe pictures=usual pagesize=0 headers width=30");
   EXPECT_EQ(field(folder.read("report"), "output"), "out/a.txt");
+  EXPECT_EQ(pagerex({"-o", "out/", "--report", "dark", "--dark", "a.doc"}, folder.path()).exitCode, 0);
+  EXPECT_EQ(field(folder.read("dark"), "options"), "format=html links=safe pictures=usual pagesize=0 dark");
 }
 
 TEST(Report, TellsWarnings) {
@@ -161,10 +177,14 @@ TEST(Report, TellsWarnings) {
   const size_t place = support::WordDocument::pairOffset(mso_word::FCLCB_LIST_DEFINITIONS);
   document.patchFib(place, uint32_t{0x7FFFFF00}).patchFib(place + 4, uint32_t{100});
   document.save(folder.path("a.doc"));
-  EXPECT_EQ(pagerex({"-o", "out/", "--report", "report", "a.doc"}, folder.path()).exitCode, 2);
-  EXPECT_THAT(statusesIn(folder), ElementsAre("a.doc: damaged"));
-  EXPECT_THAT(folder.read("report"), HasSubstr("\"warnings\":[{\"code\":1,\"sentence\":\""));
-  EXPECT_THAT(folder.read("report"), HasSubstr("\"where\":\"lists\",\"count\":1}]"));
+  EXPECT_EQ(pagerex({"-o", "out/", "--report", "view", "-t", "normal", "a.doc"}, folder.path()).exitCode, 2);
+  EXPECT_THAT(statusesIn(folder, "view"), ElementsAre("a.doc: damaged"));
+  EXPECT_EQ(pagerex({"-o", "out/", "--report", "page", "a.doc"}, folder.path()).exitCode, 0);
+  EXPECT_THAT(statusesIn(folder, "page"), ElementsAre("a.doc: partial"));
+  for (const char* report : {"view", "page"})
+    EXPECT_THAT(folder.read(report), HasSubstr("\"warnings\":[{\"code\":1,\"sentence\":\""));
+  EXPECT_THAT(folder.read("view"), HasSubstr("\"where\":\"lists\",\"count\":1}]"));
+  EXPECT_THAT(folder.read("page"), HasSubstr("\"where\":\"lists\",\"count\":1},"));
 }
 
 TEST(Report, KeepsNamesThatAreNoUtf8) {
@@ -218,7 +238,7 @@ TEST(Resume, DoesAgainWhatHasChanged) {
   folder.write("a.doc", documentOf("Another text"));
   std::filesystem::remove(folder.path("out/b.html"));
   EXPECT_THAT(pagerex(arguments, folder.path()).errors, HasSubstr("3 ok; 1 of them done before"));
-  EXPECT_THAT(folder.read("out/a.files/1.htm"), HasSubstr("Another text"));
+  EXPECT_THAT(folder.read("out/a.html"), HasSubstr("Another text"));
   EXPECT_THAT(folder.files(), Contains("out/b.html"));
   arguments.insert(arguments.end(), {"--links", "none"});
   EXPECT_THAT(pagerex(arguments, folder.path()).errors, Not(HasSubstr("done before")));

@@ -9,9 +9,13 @@
 #include <cstdio>
 
 #include "command_line/program.h"
+#include "support/canvas.h"
+#include "support/picture_writer.h"
 
 using support::TempFolder;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -22,9 +26,66 @@ TEST(OneDocument, GoesToStandardOutput) {
   folder.write("x.doc", documentOf("Hello"));
   const Finished finished = pagerex({"x.doc"}, folder.path());
   EXPECT_EQ(finished.exitCode, 0);
-  EXPECT_THAT(finished.output, HasSubstr("Hello"));
+  EXPECT_THAT(finished.output, StartsWith("<!doctype html>\n"));
+  EXPECT_THAT(finished.output, HasSubstr("<p>Hello</p>"));
+  EXPECT_THAT(finished.output, EndsWith("</html>\n"));
   EXPECT_EQ(finished.errors, "");
   EXPECT_THAT(folder.files(), ElementsAre("x.doc"));
+}
+
+TEST(OneDocument, IsTheSamePageOnStandardOutputAndInAFile) {
+  const TempFolder folder;
+  folder.write("x.doc", documentOf("Hello"));
+  EXPECT_EQ(pagerex({"-o", "x.html", "x.doc"}, folder.path()).exitCode, 0);
+  EXPECT_EQ(pagerex({"-t", "html", "x.doc"}, folder.path()).output, folder.read("x.html"));
+  EXPECT_THAT(folder.files(), ElementsAre("x.doc", "x.html"));
+}
+
+TEST(OneDocument, GoesByTheNameOfItsFileWithoutATitle) {
+  const TempFolder folder;
+  for (const char* name : {"in/a letter.doc", "a\nb.doc", "\xFF.doc", ".doc"})
+    folder.write(name, documentOf("Hello"));
+  EXPECT_THAT(pagerex({"in/a letter.doc"}, folder.path()).output, HasSubstr("<title>a letter</title>"));
+  for (const char* name : {"a\nb.doc", "\xFF.doc", "-"})
+    EXPECT_THAT(pagerex({name}, folder.path(), documentOf("Hello")).output,
+                HasSubstr("<title>document</title>"));
+  EXPECT_THAT(pagerex({".doc"}, folder.path()).output, HasSubstr("<title>.doc</title>"));
+}
+
+TEST(OneDocument, HasItsPicturesInThePage) {
+  support::WordDocument document;
+  support::drawing::Canvas canvas(document);
+  const support::Bytes dots = support::png(2, 2, [](double, double) { return support::Colour(); });
+  document.paragraph().special(1, canvas.inlinePicture(support::drawing::kPng, dots, 1440, 720));
+  const support::Bytes bytes = document.build();
+  const std::string content(bytes.begin(), bytes.end());
+  EXPECT_THAT(pagerex({"-"}, ".", content).output, HasSubstr("src=\"data:image/png;base64,"));
+  EXPECT_THAT(pagerex({"--pictures", "none", "-"}, ".", content).output, Not(HasSubstr("data:image")));
+  EXPECT_EQ(pagerex({"--pictures", "files", "-"}, ".", content).exitCode, 1);
+  const TempFolder folder;
+  EXPECT_EQ(pagerex({"--pictures", "files", "-o", "x.html", "-"}, folder.path(), content).exitCode, 0);
+  EXPECT_THAT(folder.files(), ElementsAre("x.files/picture-1.png", "x.html"));
+}
+
+TEST(OneDocument, ComesInPiecesOfAPageSize) {
+  const TempFolder folder;
+  support::WordDocument document;
+  for (const char* text : {"first", "second", "end"}) document.paragraph(text);
+  document.save(folder.path("x.doc"));
+  EXPECT_EQ(pagerex({"--pagesize", "5", "-o", "y.html", "x.doc"}, folder.path()).exitCode, 0);
+  EXPECT_THAT(folder.files(), ElementsAre("x.doc", "y.files/2.html", "y.files/3.html", "y.html"));
+  EXPECT_THAT(folder.read("y.html"), HasSubstr("first"));
+  EXPECT_THAT(folder.read("y.files/3.html"), HasSubstr("end"));
+  const Finished shown = pagerex({"--pagesize", "5", "x.doc"}, folder.path());
+  EXPECT_EQ(shown.exitCode, 1);
+  EXPECT_EQ(shown.output, "");
+  EXPECT_THAT(shown.errors, HasSubstr("the format html is several files: name the main one with -o FILE"));
+}
+
+TEST(OneDocument, IsDarkWhereItIsAskedFor) {
+  const std::string document = documentOf("Hello");
+  EXPECT_THAT(pagerex({"--dark", "-"}, ".", document).output, HasSubstr("prefers-color-scheme:dark"));
+  EXPECT_THAT(pagerex({"-"}, ".", document).output, Not(HasSubstr("prefers-color-scheme:dark")));
 }
 
 TEST(OneDocument, ComesFromStandardInput) {
@@ -50,7 +111,8 @@ TEST(OneDocument, GoesToAFileWhoseEndingTellsTheFormat) {
   const TempFolder folder;
   const std::string document = documentOf("Hello");
   EXPECT_EQ(pagerex({"-o", "x.HTML", "-"}, folder.path(), document).exitCode, 0);
-  EXPECT_THAT(folder.files(), testing::Contains("x.files/1.htm"));
+  EXPECT_THAT(folder.files(), ElementsAre("x.HTML"));
+  EXPECT_THAT(folder.read("x.HTML"), StartsWith("<!doctype html>\n"));
   const Finished unknown = pagerex({"-o", "x.nothing", "-"}, folder.path(), document);
   EXPECT_EQ(unknown.exitCode, 1);
   EXPECT_THAT(unknown.errors, HasSubstr("x.nothing: no format has this ending"));
@@ -73,8 +135,8 @@ TEST(OneDocument, KeepsTheLinksThatAreAskedFor) {
   document.save(folder.path("x.doc"));
   EXPECT_EQ(pagerex({"-o", "safe.html", "x.doc"}, folder.path()).exitCode, 0);
   EXPECT_EQ(pagerex({"-o", "all.html", "--links", "all", "x.doc"}, folder.path()).exitCode, 0);
-  EXPECT_THAT(folder.read("safe.files/1.htm"), Not(HasSubstr("odd:address")));
-  EXPECT_THAT(folder.read("all.files/1.htm"), HasSubstr("odd:address"));
+  EXPECT_THAT(folder.read("safe.html"), AllOf(HasSubstr("text"), Not(HasSubstr("odd:address"))));
+  EXPECT_THAT(folder.read("all.html"), HasSubstr("<a href=\"odd:address\">text</a>"));
 }
 
 namespace {
@@ -259,6 +321,8 @@ TEST(Arguments, AreRefusedWhereTheyMakeNoSense) {
       {"--width", "wide", "-t", "text", "x.doc"},
       {"--hidden-text=yes", "x.doc"},
       {"--headers", "x.doc", "x.html"},
+      {"--dark", "x.doc", "x.html"},
+      {"--dark=yes", "x.doc"},
       {"--jobs", "0", "-o", "out/", "x.doc"},
       {"--timeout", "soon", "-o", "out/", "x.doc"},
       {"--timeout", "1.", "-o", "out/", "x.doc"},

@@ -116,7 +116,7 @@ TEST_F(Arguments, FillInNothingOfAResultWithoutASize) {
 }
 
 TEST_F(Arguments, RefuseFormatsThatThereAreNot) {
-  for (const char* name : {"docx", "Normal", "normal ", "html"}) {
+  for (const char* name : {"docx", "Normal", "normal ", "htm", "xhtml"}) {
     options.format = name;
     EXPECT_EQ(run(), kRefused) << name;
   }

@@ -112,7 +112,8 @@ TEST_P(EachFormat, TellsTheTypeOfEachFile) {
 }
 
 TEST_P(EachFormat, IsOneFileWhereItSaysSo) {
-  EXPECT_EQ(row().is_single_file != 0, whole_.size() == 1);
+  const bool embedsPictures = GetParam() == "html";
+  EXPECT_EQ(row().is_single_file != 0 || embedsPictures, whole_.size() == 1);
   Host host(richDocument());
   pagerex_options options = Host::quiet(format());
   options.pictures = PAGEREX_PICTURES_NONE;
@@ -161,7 +162,7 @@ TEST_P(EachFormat, RefusesPicturesThatItCannotDo) {
   Host host(richDocument());
   pagerex_options options = Host::quiet(format());
   options.pictures = PAGEREX_PICTURES_EMBEDDED;
-  const bool canEmbed = GetParam() == "markdown";
+  const bool canEmbed = GetParam() == "markdown" || GetParam() == "html";
   EXPECT_EQ(convert(host.memory(), host.sink(), options).code,
             canEmbed ? PAGEREX_RESULT_OK : PAGEREX_RESULT_INVALID_ARGUMENT);
   options.pictures = PAGEREX_PICTURES_FILES;
@@ -172,9 +173,14 @@ TEST_P(EachFormat, RefusesPicturesThatItCannotDo) {
 TEST_P(EachFormat, TakesItsUsualPageForNone) {
   Host host(richDocument()), usual(richDocument());
   pagerex_options options = Host::quiet(format());
-  options.page_size = 2000;
+  constexpr int kSinglePage = 2;
+  options.page_size = row().has_page_size == kSinglePage ? 0 : 2000;
   convert(host.memory(), host.sink(), options);
   EXPECT_EQ(host.files(), whole_);
+  options.page_size = 2000;
+  Host inPieces(richDocument());
+  convert(inPieces.memory(), inPieces.sink(), options);
+  EXPECT_EQ(inPieces.files() != whole_, row().has_page_size == kSinglePage);
 }
 
 TEST_P(EachFormat, TakesPagesOfAnySize) {

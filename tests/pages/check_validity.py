@@ -25,7 +25,7 @@ class Validity(unittest.TestCase):
     root = None
 
     def assertNothing(self, findings):
-        self.assertEqual([], [f"{page}: {kind}: {example}" for kind, page, example in findings])
+        self.assertFalse(findings, "\n" + "\n".join(f"{page}: {kind}: {example}" for kind, page, example in findings))
 
     def test_of_markup_and_style(self):
         made = sorted(Path(self.folder).glob("*.html"))

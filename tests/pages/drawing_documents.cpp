@@ -40,7 +40,8 @@ void addFiller(WordDocument& doc, int count) {
 
 void fillPictures(WordDocument& doc) {
   doc.section(paper());
-  addInline(doc, doc.paragraph("in front "), Props().text(kDescription, u"A green patch")).run(" and behind");
+  addInline(doc, doc.paragraph("in front "), Props().number(kPicture, 1).text(kDescription, u"A green patch"))
+      .run(" and behind");
   doc.paragraph("below the inline picture");
   const uint32_t red = doc.storePicture(patch({200, 0, 0}, 2).entry());
   const Props shown = Props().number(kPicture, red).text(kName, u"Patch").text(kDescription, u"A red patch");

@@ -18,11 +18,13 @@ from pathlib import Path
 try:
     from selenium import webdriver
     from selenium.webdriver.chrome.service import Service as ChromiumService
+    from selenium.webdriver.remote.remote_connection import RemoteConnection
 except ImportError:
     webdriver = None
 
 HERE = Path(__file__).resolve().parent
 PROBE = (HERE / "probe.js").read_text(encoding="utf-8")
+MOST_SECONDS = 60  # for one answer
 CHROMIUM_FLAGS = (
     "--headless --no-sandbox --disable-gpu --disable-quic --disable-dev-shm-usage --no-first-run --no-proxy-server "
     "--disable-background-networking --disable-component-update --disable-sync --disable-extensions "
@@ -51,7 +53,7 @@ class Engine:
 
 
 class _Driven(Engine):
-    """By a driver of Selenium."""
+    """By a driver of Selenium, whose answers are not waited for without end."""
 
     def open(self, address):
         self._driver.get(address)
@@ -81,6 +83,7 @@ class Chromium(_Driven):
             for flag in (*CHROMIUM_FLAGS, f"--user-data-dir={profile}"):
                 options.add_argument(flag)
             options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+            RemoteConnection.set_timeout(MOST_SECONDS)
             service = ChromiumService(first_program("chromedriver"))
             self._driver = webdriver.Chrome(service=service, options=options)
             self._stack.callback(self._driver.quit)
@@ -197,8 +200,9 @@ class WebKit(_Driven):
         super().__init__()
         with self._stack:
             environment = {**os.environ, "DISPLAY": self._screen(), "GTK_THEME": _GTK_THEMES[scheme],
-                           "WEBKIT_DISABLE_COMPOSITING_MODE": "1", "GDK_BACKEND": "x11"}
+                           "GDK_BACKEND": "x11"}
             address = self._start_driver(environment)
+            RemoteConnection.set_timeout(MOST_SECONDS)
             options = webdriver.WebKitGTKOptions()
             options.binary_location = mini_browser()
             options.add_argument("--automation")

@@ -56,7 +56,7 @@ void addLooks(WordDocument& doc) {
       .run(" - ")
       .run("small capitals", {sprm(0x083A, 1)})
       .run(" - ")
-      .run("all capitals", {sprm(0x083B, 1)})
+      .run("every capital", {sprm(0x083B, 1)})
       .run(" - ")
       .run("spaced text", {letterSpacing(40)})
       .run(" - ")

@@ -33,11 +33,11 @@ size_t characterLength(std::string_view text, char32_t& character) {
   return character < kLeast[length] || character > 0x10FFFF || isSurrogate ? 0 : length;
 }
 
-/// Controls, and what Unicode says is no character.
+/// Controls, and what Unicode says is no character; that of further planes does no harm.
 bool mayStandInPages(char32_t character) {
   if (character < 0x20) return character == '\t' || character == '\n';
   if (character >= 0x7F && character < 0xA0) return false;
-  return !(character >= 0xFDD0 && character < 0xFDF0) && (character & 0xFFFE) != 0xFFFE;
+  return !(character >= 0xFDD0 && character < 0xFDF0) && character != 0xFFFE && character != 0xFFFF;
 }
 
 std::string faultOfBytes(std::string_view page) {
@@ -94,11 +94,34 @@ bool areChildrenInOrder(const GumboNode& node) {
   return true;
 }
 
+/// The length of a string that a style begins with, quotes included; 0 if it does not end on its line.
+size_t stringLength(std::string_view css) {
+  for (size_t i = 1; i < css.size() && css[i] != '\n'; ++i) {
+    if (css[i] == css[0]) return i + 1;
+    if (css[i] == '\\') ++i;
+  }
+  return 0;
+}
+
+/// Strings, such as names of fonts, mean nothing by themselves.
+std::string faultOfStyle(std::string_view css) {
+  std::string rest;
+  while (!css.empty()) {
+    const bool isString = css[0] == '"' || css[0] == '\'';
+    const size_t length = isString ? stringLength(css) : 1;
+    if (length == 0) return "a style with a string that does not end";
+    if (!isString) rest += css[0];
+    css.remove_prefix(length);
+  }
+  return runningStyle(rest);
+}
+
 void judgeElement(const GumboNode& node, const std::string& name, const Report& report) {
   if (isIn(kForbidden, name)) report("an element " + name);
   if (node.parse_flags & kMended) report("an element " + name + " that was mended or moved");
   if (!areChildrenInOrder(node)) report("an element " + name + " into which something was moved");
-  if (name == "style" && runningStyle(textIn(node)) != "") report(runningStyle(textIn(node)));
+  const std::string style = name == "style" ? faultOfStyle(textIn(node)) : "";
+  if (!style.empty()) report(style);
   if (!isIn(kVoid, name) && !isIn(kImplied, name) && !isEnded(node, name))
     report("an element " + name + " that nothing ends");
 }

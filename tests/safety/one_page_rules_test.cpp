@@ -24,6 +24,7 @@ TEST(OnePageRules, LetPass) {
            "<path d='M0 0' fill='url(#g1)'/></svg>",
            "<table><colgroup><col><col></colgroup><tr><td>a</td><td>b</td></tr></table>",
            "<ul><li><p>a</p><ul><li><p>b</p></li></ul></li></ul>",
+           "<style>p{font-family:\"url(x)\\\"url(y)\",'@import'}</style>",
            "<p title='url(http://x)'>\xC3\xA4\xF0\x9F\x98\x80</p>",
        })
     EXPECT_EQ(faultOf(body), "") << body;
@@ -49,6 +50,9 @@ TEST(OnePageRules, SeeWhatRunsOrLoads) {
            "<svg><foreignObject></foreignObject></svg>",
            "<style>p{background:url(x)}</style>",
            "<style>@import 'x';</style>",
+           "<style>p{font-family:\"x\ny\"}</style>",
+           "<style>p{font-family:\"x}</style>",
+           "<style>p{font-family:\"x\";background:url(y)}</style>",
            "<meta http-equiv=refresh content='0;url=x'>",
        })
     EXPECT_NE(faultOf(body), "") << body;

@@ -115,6 +115,7 @@ constexpr Reader kReaders[] = {
     {kFrontMatter, &Request::frontMatter, nullptr, nullptr},
     {kPageBreaks, &Request::pageBreaks, nullptr, nullptr},
     {kCommonMark, &Request::commonMark, nullptr, nullptr},
+    {kDark, &Request::dark, nullptr, nullptr},
     {kInfo, &Request::info, nullptr, nullptr},
     {kFilesFrom, nullptr, &Request::filesFrom, nullptr},
     {kNul, &Request::endsWithNull, nullptr, nullptr},

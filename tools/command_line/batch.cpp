@@ -23,7 +23,7 @@ namespace {
 
 Batch batchOf(const Request& request) {
   Batch batch;
-  batch.format = request.format.empty() ? pagerex_format_at(0) : formatNamed(request.format);
+  batch.format = request.format.empty() ? formatByDefault() : formatNamed(request.format);
   batch.asked = optionsOf(request, *batch.format);
   batch.timeoutMs = request.timeoutMs;
   batch.memory = request.memory;

@@ -5,29 +5,31 @@
 
 namespace cli {
 
-namespace {
-
-template <typename Fits>
-const pagerex_format* firstThat(Fits fits) {
+const pagerex_format* formatNamed(const std::string& name) {
   int index = 0;
   const pagerex_format* format;
-  while ((format = pagerex_format_at(index)) && !fits(*format)) ++index;
+  while ((format = pagerex_format_at(index)) && format->name != name) ++index;
   return format;
 }
 
-}  // namespace
-
-const pagerex_format* formatNamed(const std::string& name) {
-  return firstThat([&](const pagerex_format& format) { return format.name == name; });
-}
-
 const pagerex_format* formatOfEnding(const std::string& path) {
-  return firstThat(
-      [&](const pagerex_format& format) { return isSameWord(format.extension, endingOf(path)); });
+  const pagerex_format* last = nullptr;
+  for (int i = 0; const pagerex_format* format = pagerex_format_at(i); ++i) {
+    if (isSameWord(format->extension, endingOf(path))) last = format;
+  }
+  return last;
 }
 
-const pagerex_format* formatToShow() {
-  return formatNamed("text");
+const pagerex_format* formatByDefault() {
+  return formatNamed("html");
+}
+
+bool comesInPieces(const Request& request, const pagerex_format& format) {
+  return format.has_page_size == 2 && request.pageSize > 0;
+}
+
+bool hasItsPictures(const pagerex_format& format) {
+  return &format == formatByDefault();
 }
 
 pagerex_options optionsOf(const Request& request, const pagerex_format& format) {
@@ -44,6 +46,7 @@ pagerex_options optionsOf(const Request& request, const pagerex_format& format) 
   options.page_breaks = request.pageBreaks;
   options.common_mark = request.commonMark;
   options.width = request.width;
+  options.dark_scheme = request.dark;
   return options;
 }
 
@@ -53,9 +56,13 @@ std::string wordsFor(const Request& request, const pagerex_format& format) {
     bool Request::*flag;
     const char* word;
   } kFlags[] = {
-      {&Request::hiddenText, " hidden-text"}, {&Request::noComments, " no-comments"},
-      {&Request::headers, " headers"},        {&Request::frontMatter, " front-matter"},
-      {&Request::pageBreaks, " page-breaks"}, {&Request::commonMark, " common-mark"},
+      {&Request::hiddenText, " hidden-text"},
+      {&Request::noComments, " no-comments"},
+      {&Request::headers, " headers"},
+      {&Request::frontMatter, " front-matter"},
+      {&Request::pageBreaks, " page-breaks"},
+      {&Request::commonMark, " common-mark"},
+      {&Request::dark, " dark"},
   };
   std::string words = std::string("format=") + format.name + " links=" + request.linksWord +
                       " pictures=" + kPictureWords[request.pictures] +

@@ -9,10 +9,15 @@ namespace cli {
 
 /// Null if there is none.
 const pagerex_format* formatNamed(const std::string& name);
-/// The first whose main file ends so, in whatever case.
+/// The last whose main file ends so, in whatever case: the views of old come first, and are asked for by
+/// name.
 const pagerex_format* formatOfEnding(const std::string& path);
-/// What is shown where nobody says what to write.
-const pagerex_format* formatToShow();
+/// What is written where nobody says what.
+const pagerex_format* formatByDefault();
+/// Whether the page is cut into several files.
+bool comesInPieces(const Request& request, const pagerex_format& format);
+/// Whether pictures stand in the main file, unless it is said where they go.
+bool hasItsPictures(const pagerex_format& format);
 
 /// What the library is to be asked for.
 pagerex_options optionsOf(const Request& request, const pagerex_format& format);

@@ -20,6 +20,7 @@ enum OptionId {
   kFrontMatter,
   kPageBreaks,
   kCommonMark,
+  kDark,
   kInfo,
   kFilesFrom,
   kNul,
@@ -60,22 +61,24 @@ constexpr Option kOptions[] = {
      "Without it, and as \"-\", the result goes to standard output, if the format is a single file. A folder "
      "is one that is there, or a path that ends in \"/\"."},
     {kFormat, "format", 't', "FORMAT", Takes::kFormatName, nullptr, Group::kOneDocument, true,
-     "what to write; else the ending of PATH tells",
-     "On standard output text stands for none, in a folder the first of "
-     "all."},
+     "what to write: html, or what the ending of PATH tells",
+     "Without it, html goes to standard output and into a folder."},
     {kLinks, "links", 0, "WHICH", Takes::kChoice, "safe|all|none", Group::kOneDocument, true,
      "addresses to keep: safe (the default), all, none",
      "Of the others the text stays. Safe ones are relative, or have a scheme that harms nobody. With SOURCE "
      "TARGET only beside --safe."},
     {kPictures, "pictures", 0, "WHERE", Takes::kChoice, "files|embedded|none", Group::kOneDocument, true,
-     "files, embedded or none", "Not every format can do each of them."},
+     "files, embedded or none",
+     "Not every format can do each of them. Html embeds them by itself, the others have files."},
     {kPageSize, "pagesize", 0, "N", Takes::kNumber, nullptr, Group::kOneDocument, false,
      "characters on a page, or in all in the format preview",
-     "2000 by default; a preview on standard output takes the whole document."},
+     "2000 by default; a preview on standard output takes the whole document. Html is one page, which comes "
+     "in pieces of N characters or more if this is given: out.html, out.files/2.html and so on, to be put "
+     "together as they are."},
     {kRevisions, "revisions", 0, "WHICH", Takes::kChoice, "final|original|all", Group::kOneDocument, false,
      "tracked changes: final (the default), original, all",
-     "Of the formats text and markdown, as the options that follow. With all, what was inserted and what was "
-     "deleted stand side by side; markdown marks each."},
+     "Of html, text and markdown, as the two options that follow. With all, what was inserted and what was "
+     "deleted stand side by side; html and markdown mark each."},
     {kHiddenText, "hidden-text", 0, nullptr, Takes::kNothing, nullptr, Group::kOneDocument, false,
      "write text that Word hides too", nullptr},
     {kNoComments, "no-comments", 0, nullptr, Takes::kNothing, nullptr, Group::kOneDocument, false,
@@ -91,6 +94,8 @@ constexpr Option kOptions[] = {
      "mark in markdown where pages were broken", "As comments of HTML."},
     {kCommonMark, "common-mark", 0, nullptr, Takes::kNothing, nullptr, Group::kOneDocument, false,
      "write markdown as CommonMark alone", "Without GitHub's additions: its tables and notes."},
+    {kDark, "dark", 0, nullptr, Takes::kNothing, nullptr, Group::kOneDocument, false,
+     "make html dark where the reader's screen is", "Else pages are as light as paper everywhere."},
     {kInfo, "info", 0, nullptr, Takes::kNothing, nullptr, Group::kOneDocument, true,
      "tell what each FILE is, as JSON", "Nothing is converted. Works for files of any kind."},
     {kFilesFrom, "files-from", 0, "LIST", Takes::kFile, nullptr, Group::kManyFiles, false,
@@ -163,8 +168,10 @@ struct Example {
   bool isShown;  ///< in the short help
 };
 constexpr Example kExamples[] = {
-    {"pagerex letter.doc", "the text, on the terminal", true},
-    {"pagerex -o letter.html letter.doc", "a page, and letter.files", true},
+    {"pagerex -o letter.html letter.doc", "a page, pictures and all", true},
+    {"pagerex -t text letter.doc", "the text, on the terminal", true},
+    {"pagerex letter.doc > letter.html", "the same page", false},
+    {"pagerex --pagesize 20000 -o novel.html novel.doc", "a long page, in pieces", false},
     {"pagerex --info unknown.bin", "what is this file?", false},
     {"pagerex -o out/ --report report.jsonl documents", "a whole folder", true},
     {"pagerex -o out/ --report report.jsonl --resume documents", "go on where it was broken off", false},

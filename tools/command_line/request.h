@@ -34,6 +34,7 @@ struct Request {
   bool pageBreaks = false;
   bool commonMark = false;
   int width = 0;  ///< 0 where not given
+  bool dark = false;
   bool info = false;
 
   std::string filesFrom;

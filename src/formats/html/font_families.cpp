@@ -49,7 +49,7 @@ FontPeers peersOf(const FontFacts& facts) {
 
 std::string utf8Of(std::u16string_view text) {
   std::string result(mostUtf8(text.size()), '\0');
-  result.resize(utf8FromUtf16(text.data(), text.size(), result.data()));
+  result.resize(utf8FromUtf16(text.data(), text.size(), result.data(), Utf8Filter::kControls));
   return result;
 }
 
@@ -105,10 +105,16 @@ std::string_view FontFamilies::Of(uint16_t ftc) {
 }
 
 void appendCssString(std::string& out, std::string_view text) {
+  constexpr char kBeforeControls = '\xC2';  // in front of U+0080 to U+009F, which end in their own number
   out += '"';
-  for (const char c : text) {
+  for (size_t i = 0; i < text.size(); ++i) {
+    const bool isControl =
+        text[i] == kBeforeControls && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+    if (isControl) ++i;
+    const char c = text[i];
     const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || byte == 0x7F || c == '"' || c == '\\' || c == '<' || c == '>' || c == '&') {
+    if (isControl || byte < 0x20 || byte == 0x7F || c == '"' || c == '\\' || c == '<' || c == '>' ||
+        c == '&') {
       // The space ends the number, whatever follows.
       constexpr char kDigits[] = "0123456789abcdef";
       out += '\\';

@@ -60,6 +60,31 @@ std::string textOf(std::u16string_view text) {
 
 }  // namespace
 
+// Text in other forms
+
+void HtmlWriter::Ruby(std::u16string_view base, std::u16string_view above, std::u16string_view,
+                      const RunProperties& properties) {
+  if (muted_ || !isInParagraph_) return;
+  PutInRun("<ruby>" + textOf(base) + "<rp>(</rp><rt>" + textOf(above) + "</rt><rp>)</rp></ruby>", properties);
+}
+
+void HtmlWriter::BeginDropCap(const ParagraphProperties& properties) {
+  if (muted_ || !isInParagraph_) return;
+  std::string css;
+  ParagraphProperties letter = properties;
+  letter.spaceBefore = letter.spaceAfter = 0;
+  letter.indentStart = letter.indentFirstLine = 0;
+  appendParagraphCss(css, letter, ParagraphProperties());
+  css += "text-indent:0;margin-inline-end:.08em;";
+  std::string open = "<span class=";
+  open.append(sheet_.ClassOf('d', css)).append(">");
+  BeginElement(std::move(open), "</span>");
+}
+
+void HtmlWriter::EndDropCap() {
+  if (!muted_ && isInParagraph_) EndElement();
+}
+
 // Links and places
 
 /// A link within another is part of that.
@@ -169,6 +194,7 @@ void HtmlWriter::BeginPart(std::string_view kind, std::string_view role) {
   EndLast();
   if (!part_.empty()) out_.Put("</section>\n");
   EndLists(0);
+  EndFrame();
   EndContents();
   part_ = kind;
   out_.Put("<section class=");
@@ -255,9 +281,11 @@ void HtmlWriter::BeginTable(const TableProperties& table) {
   BeginBlock(nullptr);
   EndFigure();
   Flow& here = flow();
+  const bool isCaptionAbove = here.last == Flow::Last::kCaption && flowCount_ == 1 && !here.frame.isThere;
   EndLists(0);
+  EndFrame();
   EndContents();
-  if (here.last == Flow::Last::kCaption && flowCount_ == 1) {
+  if (isCaptionAbove) {
     // Its caption stands above it.
     out_.Insert(here.lastStart, "<figure><figcaption>");
     out_.Put("</figcaption>");

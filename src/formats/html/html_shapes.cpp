@@ -9,8 +9,7 @@
 namespace pagerex {
 namespace {
 
-constexpr uint16_t kRectangle = 1, kRoundRectangle = 2, kTextBox = 202, kHostControl = 201,
-                   kPictureFrame = 75;
+constexpr uint16_t kRectangle = 1, kTextBox = 202, kHostControl = 201, kPictureFrame = 75;
 constexpr uint64_t kFirstPage = 4000;  ///< characters that a first page has about, without page breaks
 
 /// Whether browsers show the picture that an address leads to.
@@ -115,16 +114,16 @@ void appendPlainBox(std::string& css, const ShapeFacts& shape) {
   css += ';';
 }
 
-void appendInsets(std::string& css, const ShapeFacts& shape, const PictureFacts& facts) {
-  ShapeTextBox inside{0, 0, facts.width, facts.height};
-  if (!isPlainBox(shape)) inside = textRectangle(shape, facts.width, facts.height);
+void appendInsets(std::string& css, const ShapeFacts& shape, const ShapeBox& box) {
+  ShapeTextBox inside{0, 0, box.width, box.height};
+  if (!isPlainBox(shape)) inside = textRectangle(shape, box.width, box.height);
   const auto side = [&css](int64_t twips) { appendPoints(css, std::clamp<int64_t>(twips, 0, 14400)); };
   css += "padding:";
   side(int64_t{inside.top} + twipsOf(shape.text.top));
   css += ' ';
-  side(int64_t{facts.width} - inside.left - inside.width + twipsOf(shape.text.right));
+  side(int64_t{box.width} - inside.left - inside.width + twipsOf(shape.text.right));
   css += ' ';
-  side(int64_t{facts.height} - inside.top - inside.height + twipsOf(shape.text.bottom));
+  side(int64_t{box.height} - inside.top - inside.height + twipsOf(shape.text.bottom));
   css += ' ';
   side(int64_t{inside.left} + twipsOf(shape.text.left));
   css += ';';
@@ -183,7 +182,8 @@ std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_v
   PageText description;
   description.PutAttribute(picture.description);
   const bool isShown = !address.empty() && isShownByBrowsers(address);
-  appendPictureSize(css, picture.width, picture.height);
+  const ShapeBox box = boxOf(picture);
+  appendPictureSize(css, box.width, box.height);
   if (picture.shape) {
     appendTurn(css, picture.shape->geometry);
     appendFilters(css, picture.shape->picture);
@@ -198,7 +198,9 @@ std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_v
   const std::string_view name = sheet_.ClassOf('i', css);
   std::string markup;
   if (!isShown) {
-    markup = "<span" + classes("missing", place, name);
+    // Without bytes and an address it only keeps room, for what is drawn over it.
+    const bool isRoom = !picture.source && picture.linkedAddress.empty();
+    markup = "<span" + classes(isRoom ? "sh" : "missing", place, name);
     if (!description.empty())
       markup.append(" role=img aria-label=\"").append(description.view()).append("\"");
     return markup + "></span>";
@@ -227,13 +229,14 @@ std::string HtmlWriter::DrawingMarkup(const PictureFacts& picture, std::string_v
   fill.source = picture.shape->fill.picture;
   fill.identity = picture.shape->fill.pictureIdentity;
   const std::string_view address = fill.source ? pictures_.AddressOf(fill) : std::string_view();
-  if (!appendShapeSvg(drawing, *picture.shape, picture.width, picture.height, svgIds_,
+  const ShapeBox box = boxOf(picture);
+  if (!appendShapeSvg(drawing, *picture.shape, box.width, box.height, svgIds_,
                       isShownByBrowsers(address) ? address : std::string_view()) ||
       drawing.empty())
     return {};
-  appendBoxSize(css, picture.width, picture.height, true);
+  appendBoxSize(css, box.width, box.height, true);
   css += "height:";
-  appendPoints(css, std::clamp(picture.height, 0, 31680));
+  appendPoints(css, std::clamp(box.height, 0, 31680));
   css += ';';
   std::string markup = "<span" + classes("sh", place, sheet_.ClassOf('b', css));
   if (!picture.description.empty()) {
@@ -274,19 +277,26 @@ void HtmlWriter::EndTextBox() {
 std::string HtmlWriter::BoxMarkup(const PictureFacts& facts, std::string_view content, PlacedShape& placed) {
   std::string css = placed.css;
   std::string drawing;
+  const ShapeBox box = boxOf(facts);
+  appendBoxSize(css, box.width, box.height, facts.shape && facts.shape->text.growsShape);
   if (facts.shape) {
-    appendBoxSize(css, facts.width, facts.height, facts.shape->text.growsShape);
-    appendInsets(css, *facts.shape, facts);
-    if (isPlainBox(*facts.shape)) {
+    appendInsets(css, *facts.shape, box);
+    if (isPlainBox(*facts.shape) && facts.shape->art.text.empty()) {
       appendPlainBox(css, *facts.shape);
     } else {
       if (placed.kind != PlacedShape::Kind::kOver) css += "position:relative;";
-      appendShapeSvg(drawing, *facts.shape, facts.width, facts.height, svgIds_);
+      appendShapeSvg(drawing, *facts.shape, box.width, box.height, svgIds_);
     }
-  } else {
-    appendBoxSize(css, facts.width, facts.height, false);
   }
   std::string markup = "<div" + classes("text-box", kindOfPlace(placed.kind), sheet_.ClassOf('b', css)) + ">";
+  if (!drawing.empty() && !facts.shape->art.text.empty()) {
+    // Lettering is its own text.
+    PageText label;
+    label.PutAttribute(facts.shape->art.text);
+    markup.pop_back();
+    markup.append(" role=img aria-label=\"").append(label.view()).append("\">");
+    return markup.append(drawing).append("</div>\n");
+  }
   markup += drawing;
   return markup.append("\n").append(content).append("</div>\n");
 }

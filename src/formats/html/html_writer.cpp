@@ -28,6 +28,19 @@ bool beginsPage(const SectionProperties& section) {
          section.start == Start::kOddPage;
 }
 
+void appendMetadata(const DocumentSummary& summary, std::string& out) {
+  const struct {
+    std::string_view name;
+    const std::u16string& content;
+  } rows[] = {{"author", summary.author}, {"description", summary.subject}, {"keywords", summary.keywords}};
+  for (const auto& row : rows) {
+    if (row.content.empty()) continue;
+    PageText content;
+    content.PutAttribute(row.content);
+    out.append("<meta name=").append(row.name).append(" content=\"").append(content.view()).append("\">\n");
+  }
+}
+
 bool dependsOnNext(const ParagraphProperties& paragraph) {
   return paragraph.spacesOnlyBetweenStyles || isBoxed(paragraph);
 }
@@ -59,6 +72,7 @@ void HtmlWriter::BeginDocument(const DocumentFacts& facts) {
     markup.PutText(title);
     frame_.title = markup.view();
   }
+  appendMetadata(facts.summary, frame_.metadata);
   frame_.language = languageTag(facts.language);
   frame_.isRightToLeft = facts.styles && facts.styles->ParagraphOf(0).isRightToLeft;
   BeginFlow({});
@@ -103,6 +117,7 @@ void HtmlWriter::BeginSection(const SectionFacts& facts) {
 void HtmlWriter::EndSection() {
   EndLast();
   EndLists(0);
+  EndFrame();
   EndContents();
   if (hasSectionElement_) out_.Put("</div>\n");
   hasSectionElement_ = false;
@@ -143,6 +158,7 @@ void HtmlWriter::Swap(PageText& other) {
 void HtmlWriter::Give() {
   sink_.Take(out_.view());
   out_.Clear();
+  tables_->Given();
 }
 
 void HtmlWriter::EndPiece() {
@@ -162,11 +178,13 @@ void HtmlWriter::BeginFlow(const Colour& ground) {
   opened.hasLast = opened.isWrapped = opened.isContents = opened.isFigure = opened.isCaptionOpen =
       opened.isPending = false;
   opened.last = Flow::Last::kNone;
+  opened.frame = {};
 }
 
 void HtmlWriter::EndFlow() {
   EndLast();
   EndLists(0);
+  EndFrame();
   EndContents();
   --flowCount_;
 }
@@ -205,6 +223,24 @@ void HtmlWriter::EndFigure() {
   if (!flow().isFigure) return;
   out_.Put(flow().isCaptionOpen ? "</figcaption></figure>\n" : "</figure>\n");
   flow().isFigure = flow().isCaptionOpen = false;
+}
+
+/// Paragraphs of one frame stand in one element.
+void HtmlWriter::BeginFrame(const ParagraphProperties& properties) {
+  std::string css = frameCss(properties.frame, *section_);
+  appendFrameSizeCss(css, properties.frame);
+  out_.Put("<div class=\"frame fl ");
+  out_.Put(sheet_.ClassOf('f', css));
+  out_.Put("\">\n");
+  flow().frame = properties.frame;
+}
+
+void HtmlWriter::EndFrame() {
+  if (!flow().frame.isThere) return;
+  EndLists(0);
+  EndContents();
+  flow().frame = {};
+  out_.Put("</div>\n");
 }
 
 void HtmlWriter::EndLists(size_t depth) {
@@ -261,19 +297,27 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   BeginBlock(&properties);
   isCaption_ = facts.styleName == u"caption" && aside_ == 0 && !facts.isListItem;
   const bool isCaptionBelow =
-      isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() && !here.isContents;
+      isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() && !here.isContents &&
+      (here.frame.isThere ? here.frame == properties.frame : !properties.frame.isThere);
   if (!isCaptionBelow) EndFigure();
   if (flowCount_ == 1 && aside_ == 0 && part_.empty() && !hasSectionElement_ && here.lists.empty() &&
-      !here.isContents && !isCaptionBelow && sink_.WantsEnd(characters_)) {
+      !here.isContents && !here.frame.isThere && !isCaptionBelow && sink_.WantsEnd(characters_)) {
     EndPiece();
   }
   looks_->MayForget();
   const bool isContents = flowCount_ == 1 && isOfContents(facts.styleName);
   if (here.isContents && !isContents) EndContents();
+  if (here.frame.isThere && !(here.frame == properties.frame)) EndFrame();
+  if (properties.frame.isThere && properties.frame.dropCapLines == 0 && !here.frame.isThere &&
+      tables_->empty()) {
+    EndLists(0);
+    EndContents();
+    BeginFrame(properties);
+  }
   if (facts.isListItem && !isContents) {
     BeginItem(facts);
   } else {
-    EndLists(0);
+    if (!here.lists.empty()) EndLists(0);
   }
   if (isContents && !here.isContents) {
     out_.Put("<section role=doc-toc>\n");
@@ -440,6 +484,12 @@ void HtmlWriter::PutInline(std::string_view markup, bool makesLine) {
     waiting_.push_back({Waiting::kMarkup, std::string(markup), {}});
     waitingMakesLine_ |= makesLine;
   }
+}
+
+void HtmlWriter::PutInRun(std::string_view markup, const RunProperties& properties) {
+  hasText_ = true;
+  if (!isOpen_) Open(looks_->LookOf(properties));
+  paragraph_->PutInline(markup, &properties);
 }
 
 void HtmlWriter::BeginElement(std::string open, std::string_view close) {

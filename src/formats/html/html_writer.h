@@ -65,6 +65,10 @@ class HtmlWriter final : public FlowHandler {
   void EndParagraph() override;
   void Text(std::u16string_view text, const RunProperties& properties) override;
   void MarkHere(Mark mark, const RunProperties& properties) override;
+  void Ruby(std::u16string_view base, std::u16string_view above, std::u16string_view both,
+            const RunProperties& properties) override;
+  void BeginDropCap(const ParagraphProperties& properties) override;
+  void EndDropCap() override;
   void BeginLink(const LinkFacts& link) override;
   void EndLink() override;
   void BookmarkStart(std::u16string_view name) override;
@@ -103,6 +107,7 @@ class HtmlWriter final : public FlowHandler {
     bool isContents = false;  ///< in a table of contents
     bool isFigure = false;
     bool isCaptionOpen = false;  ///< of the figure, behind what it shows
+    Frame frame;  ///< of the paragraphs in the element that is open for one
     enum class Last : uint8_t { kNone, kOther, kPicture, kCaption } last = Last::kNone;
     uint16_t lastStyle = 0;
     // The last paragraph, where its class depends on what follows.
@@ -131,6 +136,8 @@ class HtmlWriter final : public FlowHandler {
   void EndLists(size_t depth);
   void EndContents();
   void EndFigure();
+  void BeginFrame(const ParagraphProperties& properties);
+  void EndFrame();
   void BeginItem(const ParagraphFacts& facts);
   void Give();
   void EndPiece();
@@ -141,6 +148,7 @@ class HtmlWriter final : public FlowHandler {
   void Wrap();
   void HangShapes();
   void PutInline(std::string_view markup, bool makesLine);
+  void PutInRun(std::string_view markup, const RunProperties& properties);
   void PutReference(const std::string& markup, const RunProperties* properties);
   void BeginElement(std::string open, std::string_view close);
   void EndElement();

@@ -89,7 +89,12 @@ LookBook::LookBook(const DocumentFacts& facts, StyleSheet& sheet)
       normalRun_(lookOfBlock(facts.styles ? facts.styles->RunOf(kNormal) : RunProperties())),
       language_(facts.language) {
   appendRunCss(pageText_, normalRun_, unstyledRun(), FontScript::kAscii, 0, fonts_, {});
-  appendParagraphCss(pageParagraph_, normalParagraph_, ParagraphProperties());
+}
+
+std::string LookBook::PageParagraph() const {
+  std::string css;
+  appendParagraphCss(css, normalParagraph_, ParagraphProperties());
+  return css;
 }
 
 LookBook::Look LookBook::LookOf(const RunProperties& properties) {

@@ -33,13 +33,13 @@ class LookBook {
  public:
   using Look = uint32_t;
 
-  /// What `facts` refer to must stay for all that is told, and `sheet` as long as this.
+  /// `sheet` must stay; what `facts` refer to, as long as looks are asked for.
   LookBook(const DocumentFacts& facts, StyleSheet& sheet);
 
   /// Declarations of the page's text and paragraphs: those of style "Normal", which all others differ from.
-  /// They are asked for when nothing is told any more.
+  /// They can be asked for when the document is no longer there.
   const std::string& PageText() const { return pageText_; }
-  const std::string& PageParagraph() const { return pageParagraph_; }
+  std::string PageParagraph() const;
 
   Look LookOf(const RunProperties& properties);
   const RunProperties& Properties(Look look) const { return *looks_[look]; }
@@ -82,8 +82,8 @@ class LookBook {
   FontFamilies fonts_;
   const ParagraphProperties normalParagraph_;
   const RunProperties normalRun_;
+  std::string pageText_;
   const uint16_t language_;
-  std::string pageText_, pageParagraph_;
   std::unordered_map<RunProperties, Look, RunPropertiesHash> lookNumbers_;
   std::vector<const RunProperties*> looks_;
   std::vector<uint8_t> otherScripts_;

@@ -12,7 +12,8 @@ namespace pagerex {
 namespace {
 
 constexpr double kSize = 21600;
-constexpr size_t kMostValues = 8, kMostGuides = 26;
+constexpr size_t kMostValues = 8, kLetters = 26;
+constexpr size_t kHalf = kLetters - 2, kWhole = kLetters - 1;  // y and z, which are no guides
 
 /// Takes what stands in front of `mark` off `rest`, and the mark.
 std::string_view takeUntil(std::string_view& rest, char mark) {
@@ -78,7 +79,7 @@ class OutlineValues {
 
   double width_, height_;
   std::array<double, kMostValues> adjustments_{};
-  std::array<double, kMostGuides> guides_{};
+  std::array<double, kLetters> guides_{};
 };
 
 OutlineValues::OutlineValues(const OutlineRow& row, const ShapeGeometry& shape, double width, double height)
@@ -90,8 +91,10 @@ OutlineValues::OutlineValues(const OutlineRow& row, const ShapeGeometry& shape, 
     adjustments_[i] = shape.adjustments[i] ? *shape.adjustments[i] : usual;
     if (!most.empty()) adjustments_[i] = std::clamp(adjustments_[i], 0.0, numberOf(most));
   }
+  guides_[kHalf] = kSize / 2;
+  guides_[kWhole] = kSize;
   std::string_view guides = row.guides;
-  for (size_t i = 0; i < kMostGuides && !guides.empty(); ++i) guides_[i] = Compute(takeUntil(guides, ';'));
+  for (size_t i = 0; i < kHalf && !guides.empty(); ++i) guides_[i] = Compute(takeUntil(guides, ';'));
 }
 
 double OutlineValues::Take(std::string_view& rest) const {

@@ -33,7 +33,8 @@ constexpr std::string_view kBefore =
     "span.pb{display:block}\n"
     ".lb{height:1em;width:auto}\n"
     ".t{display:inline-block;text-indent:0;tab-size:0}\n"
-    ".tf{display:inline-flex;text-indent:0;tab-size:0;max-width:100%;align-items:flex-end}\n"
+    ".tf{display:inline-flex;text-indent:0;tab-size:0;max-width:100%;align-items:flex-end;align-items:last "
+    "baseline}\n"
     ".tf>span{min-width:0}\n"
     ".tc>:last-child{width:0;display:flex;justify-content:center;white-space:nowrap}\n"
     ".tl{flex:1 1 1em;height:.85em;overflow:hidden}\n"
@@ -47,7 +48,7 @@ constexpr std::string_view kBefore =
     ".a{position:relative}\n"
     ".text-box{box-sizing:border-box;isolation:isolate}\n"
     ".text-box>.g{position:absolute;left:0;top:0;z-index:-1}\n"
-    ".sh{display:inline-block;max-width:100%}.g{overflow:visible;display:block}\n"
+    ".sh{display:inline-block}.g{overflow:visible;display:block}\n"
     "main{position:relative;z-index:0}\n"
     "section>header{margin-bottom:12pt}section>footer{margin-top:12pt}\n";
 
@@ -56,10 +57,10 @@ constexpr std::string_view kAfter =
     "a:hover{text-decoration:none}}\n";
 
 constexpr std::string_view kSmall =
-    "@layer small{@media (max-width:900px){.x{overflow-x:auto;max-width:100%}img,svg:not(.g){max-width:100%}}"
+    "@layer small{@media (max-width:900px){img,svg:not(.g){max-width:100%}}"
     "@media (max-width:640px){:root{--i:.4;--n:0}main{padding:16px;max-width:100%}"
     ".text-box,.fl{position:static;float:none;max-width:100%;margin:6pt 0;transform:none}"
-    ".text-box{width:auto;min-height:0;padding:6pt}.text-box>svg{display:none}"
+    ".sh.fl{overflow:hidden}.text-box{width:auto;min-height:0;padding:6pt}.text-box>svg{display:none}"
     "div.fl{display:block}.t{min-width:0;tab-size:4}.tc>:last-child{width:auto;white-space:normal}}}\n";
 
 constexpr std::string_view kDark =
@@ -85,7 +86,19 @@ std::string baseRules(LookBook& looks, const DocumentFacts& facts, const Section
   rules += ");overflow-wrap:break-word;tab-size:";
   appendPoints(rules, std::max<int32_t>(facts.defaultTabStop, 20));
   rules += ";" + looks.PageText() + "}\n";
+  // A table is as wide as it is, up to the right side of the window; then it is moved in its own box.
+  rules += ".x{width:fit-content;overflow-x:auto;max-width:calc(100vw - 32px - max(clamp(16px,5vw,";
+  appendPoints(rules, std::clamp(int32_t{paper.marginLeft}, 240, 2880));
+  rules += "),50vw - ";
+  appendPoints(rules, width / 2);
+  rules += "))}.x .x,.text-box .x{max-width:100%}\n";
   rules += "p,h1,h2,h3,h4,h5,h6{white-space:var(--w,pre-wrap);" + looks.PageParagraph() + "}\n";
+  if (facts.background.isThere && !facts.background.fill.isAutomatic) {
+    rules += "html{background:";
+    appendColour(rules, facts.background.fill.rgb);
+    if (isDark(facts.background.fill.rgb)) rules += ";color:#fff";
+    rules += "}\n";
+  }
   rules += kAfter;
   if (followsDarkScheme) rules += kDark;
   rules += "}\n";
@@ -111,7 +124,9 @@ std::string pageHead(const PageFrame& frame, std::string_view rules) {
       ";img-src 'self' data:\">\n<meta name=viewport "
       "content=\"width=device-width,initial-scale=1\">\n<title>";
   head += frame.title;
-  head += "</title>\n<style>";
+  head += "</title>\n";
+  head += frame.metadata;
+  head += "<style>";
   head += rules;
   head += "</style>\n</head><body><main>\n";
   return head;

@@ -11,6 +11,7 @@ namespace pagerex {
 /// What stands around the blocks of a page.
 struct PageFrame {
   std::string title;     ///< as markup
+  std::string metadata;  ///< elements that tell of the document: its author and such
   std::string language;  ///< BCP 47; empty for none
   bool isRightToLeft = false;
   bool followsDarkScheme = false;

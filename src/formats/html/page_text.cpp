@@ -61,6 +61,7 @@ void PageText::Grow(size_t by) {
 
 template <bool kInAttribute>
 void PageText::PutEscaped(std::u16string_view text) {
+  if (text.empty()) return;
   if (mostUtf8(text.size()) > capacity_ - size_) Grow(mostUtf8(text.size()));
   char* const start = bytes_.get() + size_;
   const size_t count = utf8FromUtf16(text.data(), text.size(), start, Utf8Filter::kControls);
@@ -94,6 +95,7 @@ void PageText::PutAttribute(std::u16string_view text) {
 }
 
 void PageText::Insert(size_t at, std::string_view markup) {
+  if (markup.empty()) return;
   const std::string kept(markup);  // may be part of this
   if (kept.size() > capacity_ - size_) Grow(kept.size());
   std::memmove(bytes_.get() + at + kept.size(), bytes_.get() + at, size_ - at);
@@ -102,11 +104,13 @@ void PageText::Insert(size_t at, std::string_view markup) {
 }
 
 void PageText::DropFront(size_t count) {
+  if (count == 0) return;
   std::memmove(bytes_.get(), bytes_.get() + count, size_ - count);
   size_ -= count;
 }
 
 void appendAttribute(std::string& out, std::string_view text) {
+  if (text.empty()) return;
   const size_t plain = firstEscape(text.data(), text.size(), true);
   out += text.substr(0, plain);
   text.remove_prefix(plain);

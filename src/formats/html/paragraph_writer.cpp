@@ -1,8 +1,8 @@
 #include "formats/html/paragraph_writer.h"
 
 #include <algorithm>
-#include <cstring>
 
+#include "base/utf8.h"
 #include "formats/html/css_values.h"
 
 namespace pagerex {
@@ -32,30 +32,18 @@ FontScript scriptOf(char16_t unit, FontScript before) {
   return FontScript::kOther;
 }
 
-unsigned scriptsOfUnits(std::u16string_view text) {
+/// The scripts beyond ASCII that a text has: bits, 1 << FontScript.
+unsigned scriptsOf(std::u16string_view text) {
   unsigned scripts = 0;
   for (const char16_t unit : text) {
+    if (unit < 0x80) continue;
     const bool isUsual = unit < 0x0590 || (unit >= 0x2000 && unit < 0x2E80);
-    const FontScript script = isUsual ? FontScript::kOther : scriptOf(unit, FontScript::kOther);
-    if (unit >= 0x80) scripts |= 1u << static_cast<unsigned>(script);
+    scripts |= 1u << static_cast<unsigned>(isUsual ? FontScript::kOther : scriptOf(unit, FontScript::kOther));
   }
   return scripts;
 }
 
-/// The scripts beyond ASCII that a text has: bits, 1 << FontScript. Skips ASCII by words.
-unsigned scriptsIn(std::u16string_view text) {
-  constexpr uint64_t kBeyondAscii = 0xFF80FF80FF80FF80;
-  constexpr size_t kWords = 4, kStretch = kWords * sizeof(uint64_t) / sizeof(char16_t);
-  unsigned scripts = 0;
-  while (text.size() >= kStretch) {
-    uint64_t words[kWords];
-    std::memcpy(words, text.data(), sizeof words);
-    if ((words[0] | words[1] | words[2] | words[3]) & kBeyondAscii)
-      scripts |= scriptsOfUnits(text.substr(0, kStretch));
-    text.remove_prefix(kStretch);
-  }
-  return scripts | scriptsOfUnits(text);
-}
+constexpr unsigned kOtherFont = 1u << static_cast<unsigned>(FontScript::kOther);
 
 /// What fills the way to a stop: classes of the page's own rules.
 constexpr std::string_view kLeaders[] = {"tl", "tl tl1", "tl tl2", "tl tl3", "tl tl4", "tl tl5"};
@@ -116,7 +104,8 @@ void ParagraphWriter::Text(std::u16string_view text, const RunProperties& proper
   hasLine_ = true;
   const bool isComplex = properties.isComplexScript || properties.isRightToLeft;
   const uint8_t others = looks_.OtherScripts(look);
-  if (others != 0 && (isComplex || (others & scriptsIn(text)) != 0))
+  const bool isSimple = !isComplex && !(others & kOtherFont) && isSimpleText(text.data(), text.size());
+  if (others != 0 && !isSimple && (isComplex || (others & scriptsOf(text)) != 0))
     return PutByScripts(text, look, isComplex);
   OpenRun(look, FontScript::kAscii);
   out_->PutText(text);

@@ -63,11 +63,17 @@ void appendPictureSize(std::string& css, int32_t width, int32_t height) {
   css += "aspect-ratio:" + std::to_string(width) + "/" + std::to_string(height) + ";";
 }
 
+ShapeBox boxOf(const PictureFacts& picture) {
+  if (picture.shape && !picture.isInline) return picture.shape->box;
+  return {picture.left, picture.top, picture.width, picture.height};
+}
+
 PlacedShape placeOf(const PictureFacts& picture, const SectionProperties& section, bool isOnFirstPage) {
   PlacedShape placed;
   if (picture.isInline) return placed;
   const ShapePlace place = picture.shape ? picture.shape->place : ShapePlace();
-  const int32_t width = bounded(picture.width), height = bounded(picture.height);
+  const ShapeBox box = boxOf(picture);
+  const int32_t width = bounded(box.width), height = bounded(box.height);
   const int32_t textWidth =
       std::max(int32_t{section.pageWidth} - section.marginLeft - section.marginRight, 1440);
   const bool isFromPageX = place.fromX == From::kPage;
@@ -75,14 +81,14 @@ PlacedShape placeOf(const PictureFacts& picture, const SectionProperties& sectio
   const ShapeBox& whole = place.anchor;
   const bool isAligned = place.horizontal != Side::kAbsolute && picture.shape;
   const int32_t wholeWidth = place.isInGroup ? bounded(whole.width) : width;
-  const int32_t offset = isAligned && place.isInGroup ? bounded(int64_t{picture.left} - whole.left) : 0;
+  const int32_t offset = isAligned && place.isInGroup ? bounded(int64_t{box.left} - whole.left) : 0;
   const Span horizontal =
       isFromPageX ? Span{-int32_t{section.marginLeft}, section.pageWidth} : Span{0, textWidth};
-  const int32_t left = placeIn(horizontal, place.horizontal, bounded(picture.left), wholeWidth) + offset;
+  const int32_t left = placeIn(horizontal, place.horizontal, bounded(box.left), wholeWidth) + offset;
 
   const bool isFromText = place.fromY == From::kText || place.fromY == From::kCharacter;
-  const int32_t top = bounded(picture.top);
-  if (picture.wrap == kNoWrap) {
+  const int32_t top = bounded(box.top);
+  if (picture.wrap == kNoWrap || place.isInLine) {
     placed.kind = PlacedShape::Kind::kOver;
     placed.isFromTop = !isFromText && isOnFirstPage;
     placed.css = "position:absolute;";
@@ -95,9 +101,8 @@ PlacedShape placeOf(const PictureFacts& picture, const SectionProperties& sectio
               ? Span{-marginTop, section.pageHeight}
               : Span{0, section.pageHeight - marginTop - std::abs(int32_t{section.marginBottom})};
       const int32_t wholeHeight = place.isInGroup ? bounded(whole.height) : height;
-      const int32_t offsetY = place.vertical != Side::kAbsolute && place.isInGroup
-                                  ? bounded(int64_t{picture.top} - whole.top)
-                                  : 0;
+      const int32_t offsetY =
+          place.vertical != Side::kAbsolute && place.isInGroup ? bounded(int64_t{box.top} - whole.top) : 0;
       // From the edge of the page's element, which has the margin of the paper inside.
       y = placeIn(vertical, place.vertical, top, wholeHeight) + offsetY + std::min(marginTop, 1440);
     }
@@ -130,6 +135,44 @@ PlacedShape placeOf(const PictureFacts& picture, const SectionProperties& sectio
   appendPoints(placed.css, isAtStart ? outer : inner);
   placed.css += ';';
   return placed;
+}
+
+std::string frameCss(const Frame& frame, const SectionProperties& section) {
+  // Values of sprmPDxaAbs that name a side.
+  constexpr int16_t kCentre = -4, kRight = -8, kInside = -12, kOutside = -16;
+  constexpr uint8_t kColumn = 0, kPage = 2, kNotBeside = 1;
+  const int32_t textWidth =
+      std::max(int32_t{section.pageWidth} - section.marginLeft - section.marginRight, 1440);
+  const int32_t width = std::min<int32_t>(frame.width, textWidth);
+  Side side = Side::kAbsolute;
+  if (frame.left == 0 || frame.left == kInside) side = Side::kStart;
+  if (frame.left == kCentre) side = Side::kCentre;
+  if (frame.left == kRight || frame.left == kOutside) side = Side::kEnd;
+  if (side == Side::kStart && frame.horizontalAnchor == kColumn) side = Side::kAbsolute;
+  const Span line = frame.horizontalAnchor == kPage ? Span{-int32_t{section.marginLeft}, section.pageWidth}
+                                                    : Span{0, textWidth};
+  const int32_t left = placeIn(line, side, frame.left, width);
+  std::string css;
+  if (frame.wrap == kNotBeside || width > textWidth * 4 / 5) {
+    if (width == 0) css += "width:fit-content;";
+    if (side == Side::kCentre) {
+      css += "margin-inline:auto;";
+    } else if (side == Side::kEnd) {
+      css += "margin-inline-start:auto;";
+    } else if (left != 0) {
+      appendPlace(css, "margin-left", left);
+    }
+    return css;
+  }
+  const bool isAtStart = side != Side::kEnd && left + width / 2 < textWidth / 2;
+  css += isAtStart ? "float:left;" : "float:right;";
+  const int32_t outer = isAtStart ? left : textWidth - left - width;
+  css += "margin:0 ";
+  appendPoints(css, isAtStart ? 180 : outer);
+  css += " 0 ";
+  appendPoints(css, isAtStart ? outer : 180);
+  css += ';';
+  return css;
 }
 
 }  // namespace pagerex

@@ -21,8 +21,14 @@ struct PlacedShape {
   std::string css;         ///< of its place, without its size
 };
 
+/// Of a shape before it is turned.
+ShapeBox boxOf(const PictureFacts& picture);
+
 /// `section` has the paper. `isOnFirstPage`: its paragraph stands on the first sheet, whose places are known.
 PlacedShape placeOf(const PictureFacts& picture, const SectionProperties& section, bool isOnFirstPage);
+
+/// Where the box of a frame stands, without its size.
+std::string frameCss(const Frame& frame, const SectionProperties& section);
 
 /// "width:72pt;height:36pt;" of a box, and "width:72pt;aspect-ratio:2/1;" of what must not be squeezed.
 void appendBoxSize(std::string& css, int32_t width, int32_t height, bool growsWithText);

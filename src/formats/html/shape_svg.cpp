@@ -87,7 +87,7 @@ void ShapeSvg::BeginSvg() {
   out_ += "\" overflow=\"visible\" aria-hidden=\"true\">";
 }
 
-// Flipped first, then turned about the middle.
+/// Flipped first, then turned about the middle.
 void ShapeSvg::BeginTurned(uint32_t rgb) {
   const ShapeGeometry& geometry = shape_.geometry;
   const double turn = geometry.rotation;

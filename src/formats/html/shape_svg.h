@@ -8,7 +8,7 @@
 
 namespace pagerex {
 
-/// Numbers for what an SVG refers to, as "g-1", which no bookmark is called; one for a whole page.
+/// Numbers for what an SVG refers to, "g-1" and so on; one for a whole page.
 class SvgIds {
  public:
   uint32_t Take() { return ++last_; }
@@ -18,8 +18,8 @@ class SvgIds {
 };
 
 /// The drawing of a shape as an `svg` element of class "g", of the shape's size before it is turned; it may
-/// reach over its box. `fillAddress` is that of the picture of a texture or picture fill, escaped for an
-/// attribute; without one such a fill is a plain colour. Nothing for a shape without fill and line. False,
+/// reach over its box. `fillAddress` is that of the picture of a texture or picture fill, UTF-8 that is
+/// escaped here; without one such a fill is a plain colour. Nothing for a shape without fill and line. False,
 /// and nothing written, for a shape whose outline is not known.
 bool appendShapeSvg(std::string& out, const ShapeFacts& shape, int32_t widthTwips, int32_t heightTwips,
                     SvgIds& ids, std::string_view fillAddress = {});

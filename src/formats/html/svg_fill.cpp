@@ -139,7 +139,9 @@ void SvgFill::DefinePicture(std::string_view address) {
   out_ += " patternUnits=\"userSpaceOnUse\"";
   appendLengthAttribute(out_, "width", width);
   appendLengthAttribute(out_, "height", height);
-  out_.append("><image href=\"").append(address).append("\"");
+  out_ += "><image href=\"";
+  appendEscaped(out_, address);
+  out_ += '"';
   appendLengthAttribute(out_, "width", width);
   appendLengthAttribute(out_, "height", height);
   out_ += isTexture ? " preserveAspectRatio=\"xMidYMid slice\"/></pattern>"

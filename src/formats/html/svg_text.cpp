@@ -90,20 +90,26 @@ void appendSteps(std::string& out, const ShapePath::Part& part) {
 }
 
 void appendEscaped(std::string& out, std::u16string_view text) {
+  std::string utf8;
   Utf16Joiner joiner;
-  for (const char16_t unit : text) {
-    switch (unit) {
-      case u'&':
+  for (const char16_t unit : text) appendUtf8(utf8, joiner.Join(unit));
+  appendEscaped(out, std::string_view(utf8));
+}
+
+void appendEscaped(std::string& out, std::string_view text) {
+  for (const char c : text) {
+    switch (c) {
+      case '&':
         out += "&amp;";
         break;
-      case u'<':
+      case '<':
         out += "&lt;";
         break;
-      case u'"':
+      case '"':
         out += "&quot;";
         break;
       default:
-        if (unit >= u' ') appendUtf8(out, joiner.Join(unit));
+        if (static_cast<unsigned char>(c) >= ' ') out += c;
         break;
     }
   }

@@ -27,6 +27,8 @@ void appendOpacity(std::string& out, std::string_view name, double opacity);
 void appendSteps(std::string& out, const ShapePath::Part& part);
 /// As text or the value of an attribute in quotes. What no document may hold is left out.
 void appendEscaped(std::string& out, std::u16string_view text);
+/// UTF-8.
+void appendEscaped(std::string& out, std::string_view text);
 
 /// `share` of the second colour in the first.
 uint32_t mixedRgb(uint32_t first, uint32_t second, double share);

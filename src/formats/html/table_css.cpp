@@ -97,19 +97,20 @@ void appendWidth(std::string& out, const TableProperties& table) {
 
 void appendTableCss(std::string& out, const TableProperties& table) {
   appendWidth(out, table);
+}
+
+void appendTableBoxCss(std::string& out, const TableProperties& table) {
+  if (isShare(table)) appendDeclaration(out, "width", "auto");
   if (table.alignment == Alignment::kCentre) return appendDeclaration(out, "margin-inline", "auto");
-  if (table.floats) return;
+  if (table.floats) {
+    const bool isLeft = (table.alignment == Alignment::kEnd) == table.isRightToLeft;
+    return appendDeclaration(out, "float", isLeft ? "left" : "right");
+  }
   if (table.alignment == Alignment::kEnd) return appendDeclaration(out, "margin-inline-start", "auto");
   if (table.indent == 0) return;
   out += "margin-inline-start:";
   appendIndent(out, table.indent);
   out += ';';
-}
-
-void appendTableFloatCss(std::string& out, const TableProperties& table) {
-  if (!table.floats || table.alignment == Alignment::kCentre) return;
-  const bool isLeft = (table.alignment == Alignment::kEnd) == table.isRightToLeft;
-  appendDeclaration(out, "float", isLeft ? "left" : "right");
 }
 
 void appendColumnCss(std::string& out, int64_t twips, int64_t whole) {

@@ -10,11 +10,11 @@ namespace pagerex {
 /// The base of all: `table{border-collapse:collapse}`,
 /// `td,th{padding:0;vertical-align:top;text-align:start}`.
 
-/// Width and place of a table in its line. Indents as in paragraphs, by --i and --n.
+/// Width of a table.
 void appendTableCss(std::string& out, const TableProperties& table);
-/// For the box around a table that floats: text goes around it. Nothing for
-/// others, and for centred ones, which have text above and below.
-void appendTableFloatCss(std::string& out, const TableProperties& table);
+/// Of the box around a table, which is as wide as the table: its place in the line, and whether text goes
+/// around it. Indents as in paragraphs, by --i and --n. Centred tables have text above and below.
+void appendTableBoxCss(std::string& out, const TableProperties& table);
 /// Of a `col`: "width:72pt;", or its share of `whole`, which `wholeOfColumns` tells once a table.
 void appendColumnCss(std::string& out, int64_t twips, int64_t whole);
 /// What columns are told as shares of: 0 unless the width of the table is a percentage.

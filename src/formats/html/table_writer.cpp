@@ -21,11 +21,13 @@ void putEmptyCell(PageText& out, uint16_t columns) {
   out.Put("></td>");
 }
 
+/// All but where they stand.
 bool haveOneLook(const CellProperties& a, const CellProperties& b) {
-  CellProperties other = b;
-  other.left = a.left;
-  other.width = a.width;
-  return a == other;
+  return a.columnSpan == b.columnSpan && a.rowSpan == b.rowSpan &&
+         a.verticalAlignment == b.verticalAlignment && a.textFlow == b.textFlow && a.noWrap == b.noWrap &&
+         a.top == b.top && a.start == b.start && a.bottom == b.bottom && a.end == b.end &&
+         a.shading == b.shading && a.paddingTop == b.paddingTop && a.paddingStart == b.paddingStart &&
+         a.paddingBottom == b.paddingBottom && a.paddingEnd == b.paddingEnd;
 }
 
 }  // namespace
@@ -36,21 +38,20 @@ void TableWriter::BeginTable(const TableProperties& table) {
   int64_t width = table.widthKind == 3 ? table.width : 0;
   if (width == 0) width = std::accumulate(table.columnWidths.begin(), table.columnWidths.end(), int64_t{0});
   std::string css;
-  appendTableFloatCss(css, table);
-  out_.Put("<div class=");
-  const std::string_view floats = sheet_.ClassOf('f', css);
-  if (floats.empty()) {
-    out_.Put("x");
-  } else {
-    out_.Put("\"x fl ");
-    out_.Put(floats);
-    out_.Put("\"");
-  }
+  appendTableBoxCss(css, table);
+  const std::string_view name = sheet_.ClassOf('f', css);
+  std::string names = "x";
+  if (table.floats && table.alignment != Alignment::kCentre) names += " fl";
+  if (!name.empty()) names.append(" ").append(name);
+  std::string open = "<div class=";
+  appendValue(open, names);
+  out_.Put(open);
   out_.Put(width > kWide ? " tabindex=0><table" : "><table");
   css.clear();
   appendTableCss(css, table);
   putClass(out_, sheet_.ClassOf('t', css));
   if (table.isRightToLeft) out_.Put(" dir=rtl");
+  const size_t roleAt = out_.size();
   out_.Put("><colgroup>");
   const int64_t whole = wholeOfColumns(table);
   for (const int32_t column : table.columnWidths) {
@@ -61,8 +62,11 @@ void TableWriter::BeginTable(const TableProperties& table) {
     out_.Put(">");
   }
   out_.Put("</colgroup>\n");
+  if (!open_.empty()) open_.back().hasTable = true;
   open_.emplace_back();
   open_.back().rowsLeft = table.headerRowCount;
+  open_.back().hasLook = table.headerRowCount > 0;
+  open_.back().roleAt = roleAt;
 }
 
 void TableWriter::PutGroup(Table& table, Group group) {
@@ -72,8 +76,16 @@ void TableWriter::PutGroup(Table& table, Group group) {
   table.group = group;
 }
 
+void TableWriter::Given() {
+  for (Table& table : open_) table.roleAt = Table::kGiven;
+}
+
+/// A table that shows nothing of itself, and only holds a text or other tables, is one of layout.
 void TableWriter::EndTable() {
-  PutGroup(open_.back(), Group::kNone);
+  Table& table = open_.back();
+  PutGroup(table, Group::kNone);
+  const bool isLayout = !table.hasLook && (table.cells == 1 || table.hasTable);
+  if (isLayout && table.roleAt != Table::kGiven) out_.Insert(table.roleAt, " role=presentation");
   out_.Put("</table></div>\n");
   open_.pop_back();
 }
@@ -83,11 +95,16 @@ void TableWriter::BeginRow(const RowProperties& row) {
   const bool isHead = row.isHeader && table.rowsLeft > 0;
   table.rowsLeft = isHead ? table.rowsLeft - 1 : 0;
   PutGroup(table, isHead ? Group::kHead : Group::kBody);
-  std::string css;
-  appendRowCss(css, row);
-  out_.Put("<tr");
-  putClass(out_, sheet_.ClassOf('w', css));
-  out_.Put(">");
+  const bool isAsBefore =
+      !table.rowTag.empty() && table.row.height == row.height && table.row.cantSplit == row.cantSplit;
+  if (!isAsBefore) {
+    std::string css;
+    appendRowCss(css, row);
+    const std::string_view name = sheet_.ClassOf('w', css);
+    table.rowTag = name.empty() ? "<tr>" : "<tr class=" + std::string(name) + ">";
+    table.row = row;
+  }
+  out_.Put(table.rowTag);
   putEmptyCell(out_, row.columnsBefore);
   table.columnsAfter = row.columnsAfter;
   table.cell = 0;
@@ -100,11 +117,14 @@ void TableWriter::EndRow() {
 
 void TableWriter::BeginCell(const CellProperties& cell) {
   Table& table = open_.back();
+  ++table.cells;
   out_.Put(table.group == Group::kHead ? "<th scope=col" : "<td");
   if (table.cell == table.known.size()) table.known.emplace_back();
   Table::Known& known = table.known[table.cell++];
   if (known.attributes.empty() || !haveOneLook(known.properties, cell)) {
     known.properties = cell;
+    table.hasLook |= cell.top.isThere() || cell.bottom.isThere() || cell.start.isThere() ||
+                     cell.end.isThere() || (cell.shading.isThere && !cell.shading.fill.isAutomatic);
     std::string css;
     appendCellCss(css, cell, CellProperties());
     const std::string_view name = sheet_.ClassOf('c', css);

@@ -23,10 +23,17 @@ class TableWriter {
   void BeginCell(const CellProperties& cell);
   void EndCell();
   bool empty() const { return open_.empty(); }
+  /// What was put so far has been given away.
+  void Given();
 
  private:
   enum class Group : uint8_t { kNone, kHead, kBody };
   struct Table {
+    static constexpr size_t kGiven = SIZE_MAX;
+    size_t roleAt = kGiven;  ///< where its role may be said when it is known; kGiven where that is gone
+    uint64_t cells = 0;
+    bool hasLook = false;   ///< a head, lines or grounds
+    bool hasTable = false;  ///< in one of its cells
     uint32_t rowsLeft = 0;  ///< of the head
     Group group = Group::kNone;
     uint16_t columnsAfter = 0;

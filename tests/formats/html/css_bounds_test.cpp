@@ -147,7 +147,7 @@ TEST(CssBounds, HoldForAnyTable) {
     std::string css;
     const TableProperties table = damage.Table();
     appendTableCss(css, table);
-    appendTableFloatCss(css, table);
+    appendTableBoxCss(css, table);
     for (const int32_t width : table.columnWidths) appendColumnCss(css, width, wholeOfColumns(table));
     appendCellCss(css, damage.Cell(), damage.Cell());
     expectSane(css);

@@ -119,6 +119,7 @@ TEST(FontFamilies, LetNothingOutOfAName) {
   EXPECT_EQ(quoted("a\nb\r\f\t\x7F"
                    "e"),
             "\"a\\a b\\d \\c \\9 \\7f e\"");
+  EXPECT_EQ(quoted("a\xC2\x92\xC2\xA0"), "\"a\\92 \xC2\xA0\"");
   EXPECT_EQ(familyNamed(u"x\";}</style>"), "\"x\\22 ;}\\3c /style\\3e \",serif");
   EXPECT_EQ(familyNamed(u"\xD800x"), "\"\xEF\xBF\xBDx\",serif");
 }

@@ -24,11 +24,11 @@ std::string tableCss(const std::function<void(TableProperties&)>& change) {
   return out;
 }
 
-std::string floatCss(const std::function<void(TableProperties&)>& change) {
+std::string boxCss(const std::function<void(TableProperties&)>& change) {
   TableProperties table;
   change(table);
   std::string out;
-  appendTableFloatCss(out, table);
+  appendTableBoxCss(out, table);
   return out;
 }
 
@@ -58,7 +58,7 @@ TEST(TableCss, SaysEachPropertyOfACellThatDiffers) {
   EXPECT_EQ(cellCss([](auto& c) { c.verticalAlignment = 2; }), "vertical-align:bottom;");
   EXPECT_EQ(cellCss([](auto& c) { c.verticalAlignment = 3; }), "");
   EXPECT_EQ(cellCss([](auto& c) { c.textFlow = 3; }), "writing-mode:sideways-lr;");
-  EXPECT_EQ(cellCss([](auto& c) { c.noWrap = true; }), "white-space:pre;");
+  EXPECT_EQ(cellCss([](auto& c) { c.noWrap = true; }), "--w:pre;");
 }
 
 TEST(TableCss, UndoesWhatTheCellDoesNotHave) {
@@ -98,15 +98,15 @@ TEST(TableCss, HasTheWidthOfTheColumns) {
 }
 
 TEST(TableCss, HasItsPlaceInTheLine) {
-  EXPECT_EQ(tableCss([](auto& t) { t.indent = 360; }), "margin-inline-start:calc(18pt*var(--i));");
-  EXPECT_EQ(tableCss([](auto& t) { t.indent = -108; }), "margin-inline-start:calc(-5.4pt*var(--n));");
-  EXPECT_EQ(tableCss([](auto& t) { t.alignment = Alignment::kCentre; }), "margin-inline:auto;");
-  EXPECT_EQ(tableCss([](auto& t) { t.alignment = Alignment::kEnd; }), "margin-inline-start:auto;");
+  EXPECT_EQ(boxCss([](auto& t) { t.indent = 360; }), "margin-inline-start:calc(18pt*var(--i));");
+  EXPECT_EQ(boxCss([](auto& t) { t.indent = -108; }), "margin-inline-start:calc(-5.4pt*var(--n));");
+  EXPECT_EQ(boxCss([](auto& t) { t.alignment = Alignment::kCentre; }), "margin-inline:auto;");
+  EXPECT_EQ(boxCss([](auto& t) { t.alignment = Alignment::kEnd; }), "margin-inline-start:auto;");
 }
 
 TEST(TableCss, FloatsAtTheSideThatItIsAlignedTo) {
   const auto floating = [](Alignment alignment, bool isRightToLeft) {
-    return floatCss([&](auto& t) {
+    return boxCss([&](auto& t) {
       t.floats = true;
       t.alignment = alignment;
       t.isRightToLeft = isRightToLeft;
@@ -116,13 +116,13 @@ TEST(TableCss, FloatsAtTheSideThatItIsAlignedTo) {
   EXPECT_EQ(floating(Alignment::kEnd, false), "float:right;");
   EXPECT_EQ(floating(Alignment::kStart, true), "float:right;");
   EXPECT_EQ(floating(Alignment::kEnd, true), "float:left;");
-  EXPECT_EQ(floating(Alignment::kCentre, false), "");
-  EXPECT_EQ(floatCss([](auto&) {}), "");
-  EXPECT_EQ(tableCss([](auto& t) {
+  EXPECT_EQ(floating(Alignment::kCentre, false), "margin-inline:auto;");
+  EXPECT_EQ(boxCss([](auto&) {}), "");
+  EXPECT_EQ(boxCss([](auto& t) {
               t.floats = true;
               t.indent = 360;
             }),
-            "");
+            "float:left;");
 }
 
 TEST(TableCss, HasColumnsInPointsOrAsShares) {
