@@ -80,11 +80,11 @@ void TableWriter::Given() {
   for (Table& table : open_) table.roleAt = Table::kGiven;
 }
 
-/// A table that shows nothing of itself, and only holds a text or other tables, is one of layout.
+/// A single cell that shows nothing of itself, around other tables, is one of layout.
 void TableWriter::EndTable() {
   Table& table = open_.back();
   PutGroup(table, Group::kNone);
-  const bool isLayout = !table.hasLook && (table.cells == 1 || table.hasTable);
+  const bool isLayout = !table.hasLook && table.cells == 1 && table.hasTable;
   if (isLayout && table.roleAt != Table::kGiven) out_.Insert(table.roleAt, " role=presentation");
   out_.Put("</table></div>\n");
   open_.pop_back();
