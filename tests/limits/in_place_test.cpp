@@ -57,7 +57,8 @@ struct Counter {
   }
 };
 
-int convert(const void* data, size_t size, Counter& counter, pagerex_result* result = nullptr) {
+int convert(const void* data, size_t size, Counter& counter, pagerex_result* result = nullptr,
+            const char* format = "normal") {
   const pagerex_input input = {.size = sizeof(input),
                                .path = nullptr,
                                .data = data,
@@ -72,7 +73,10 @@ int convert(const void* data, size_t size, Counter& counter, pagerex_result* res
                                  .end = nullptr,
                                  .user = &counter,
                                  .main_name = nullptr};
-  return pagerex_convert(&input, nullptr, nullptr, &output, result);
+  pagerex_options options = {};
+  options.size = sizeof(options);
+  options.format = format;
+  return pagerex_convert(&input, nullptr, &options, &output, result);
 }
 
 /// No file can be opened for as long as the object lives.
@@ -126,14 +130,16 @@ TEST(InMemory, NoFileIsOpened) {
   GTEST_SKIP() << "the sanitizer opens pipes to look at memory";
 #endif
   const Bytes document = documentWithPictures();
-  Counter counter;
-  pagerex_result result = {};
-  result.size = sizeof(result);
-  int code;
-  {
-    const NoFiles none;
-    code = convert(document.data(), document.size(), counter, &result);
+  for (const char* const format : {"normal", "html"}) {
+    Counter counter;
+    pagerex_result result = {};
+    result.size = sizeof(result);
+    int code;
+    {
+      const NoFiles none;
+      code = convert(document.data(), document.size(), counter, &result, format);
+    }
+    EXPECT_EQ(code, PAGEREX_RESULT_OK) << result.sentence;
+    EXPECT_EQ(result.complete, 1) << format;
   }
-  EXPECT_EQ(code, PAGEREX_RESULT_OK) << result.sentence;
-  EXPECT_EQ(result.complete, 1);
 }

@@ -56,5 +56,5 @@ TEST(ToldPage, IsItsPiecesInTheirOrder) {
       pieces += told.pieces.size();
     }
   }
-  EXPECT_GT(pieces, kSeeds * 2);
+  EXPECT_GT(pieces, kSeeds);
 }

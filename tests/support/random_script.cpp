@@ -176,7 +176,9 @@ ParagraphProperties RandomScript::Properties() {
   p.top = SomeBorder();
   p.bottom = p.start = p.end = p.top;
   p.shading = {Now(5), {0x102030, Now(2)}};
-  if (Now(6)) p.frame.isThere = true, p.frame.width = 2000;
+  if (Now(6))
+    p.frame.isThere = true, p.frame.width = static_cast<uint16_t>(1000 + Below(2)),
+    p.frame.dropCapLines = Now(4);
   if (Now(3)) p.tabs = {{1000, 0, 0}, {3000, static_cast<uint8_t>(Below(4)), static_cast<uint8_t>(Below(6))}};
   if (Now(4)) p.tabs.push_back({5000, 2, 1});
   p.listLevel = static_cast<uint8_t>(Below(4));
@@ -208,6 +210,11 @@ void RandomScript::Paragraph(int depth) {
   to_.BeginParagraph({properties, Of(kStyles), static_cast<uint8_t>(Now(4) ? 1 + Below(9) : 0), label,
                       label.empty() ? nullptr : &Run(), static_cast<ParagraphFacts::Follow>(Below(3)), isItem,
                       label == u"\u2022", 1, 1, 0, Run(), 0, isItem && Now(5) ? &picture : nullptr});
+  if (properties.frame.dropCapLines != 0) {
+    to_.BeginDropCap(properties);
+    to_.Text(u"D", Run());
+    to_.EndDropCap();
+  }
   Inlines(6, 0);
   to_.EndParagraph();
   while (depth < 4 && Now(5) && budget_ > 0) TextBox(depth);
@@ -218,6 +225,7 @@ void RandomScript::Inlines(uint32_t most, int depth) {
 }
 
 void RandomScript::Inline(int depth) {
+  if (depth == 0 && Now(20)) return to_.Ruby(Of(kTexts), Of(kTexts), Of(kTexts), Run());
   switch (Below(14)) {
     case 0:
     case 1:

@@ -1,6 +1,7 @@
 #include "support/walked_ways.h"
 
 #include <cstring>
+#include <string_view>
 
 namespace support {
 
@@ -19,10 +20,11 @@ struct Sink {
   }
 };
 
-/// The main file is the sink itself, any other its result.
+/// The main file and the pieces behind it are the sink itself, any other its result.
 void* begin(void* user, const char* name, const char*) {
   auto& sink = *static_cast<Sink*>(user);
-  return std::strchr(name, '/') ? static_cast<void*>(&sink.result) : user;
+  const bool isOther = std::strchr(name, '/') && !std::string_view(name).ends_with(".html");
+  return isOther ? static_cast<void*>(&sink.result) : user;
 }
 
 int write(void* user, void* file, const void* data, size_t length) {
@@ -45,6 +47,8 @@ WalkedResult writeWalked(const Bytes& document, const WalkedWay& way, const std:
   options.revisions = way.revisions;
   options.hidden_text = options.headers = options.front_matter = way.more;
   options.page_breaks = options.common_mark = way.more;
+  options.dark_scheme = way.more;
+  options.page_size = way.pageSize;
   options.width = way.width;
   options.pictures = way.pictures;
   pagerex_output output = {};

@@ -13,9 +13,10 @@ struct WalkedWay {
   const char* name;
   const char* format;
   int32_t revisions;
-  int32_t more;  ///< hidden text, headers, front matter, page breaks, CommonMark
+  int32_t more;  ///< hidden text, headers, front matter, page breaks, CommonMark, a dark scheme
   int32_t width;
   int32_t pictures;
+  int64_t pageSize = 0;
 };
 /// Those that lead through code of their own.
 constexpr WalkedWay kWalkedWays[] = {
@@ -25,6 +26,9 @@ constexpr WalkedWay kWalkedWays[] = {
     {"Markdown", "markdown", PAGEREX_REVISIONS_FINAL, 0, 0, PAGEREX_PICTURES_FILES},
     {"CommonMark", "markdown", PAGEREX_REVISIONS_ALL, 1, 0, PAGEREX_PICTURES_EMBEDDED},
     {"OriginalMarkdown", "markdown", PAGEREX_REVISIONS_ORIGINAL, 0, 0, PAGEREX_PICTURES_NONE},
+    {"Html", "html", PAGEREX_REVISIONS_FINAL, 0, 0, PAGEREX_PICTURES_USUAL},
+    {"ChangedHtml", "html", PAGEREX_REVISIONS_ALL, 1, 0, PAGEREX_PICTURES_FILES},
+    {"HtmlInPieces", "html", PAGEREX_REVISIONS_ORIGINAL, 1, 0, PAGEREX_PICTURES_NONE, 500},
 };
 inline void PrintTo(const WalkedWay& way, std::ostream* out) {
   *out << way.name;

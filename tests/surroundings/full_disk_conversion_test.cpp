@@ -60,7 +60,7 @@ class FullDiskConversion : public testing::TestWithParam<const char*> {
   const std::string disk_ = small_.path("disk");
 };
 INSTANTIATE_TEST_SUITE_P(Formats, FullDiskConversion,
-                         testing::Values("normal", "phone", "preview", "mulpages"),
+                         testing::Values("normal", "phone", "preview", "mulpages", "html"),
                          [](const auto& chosen) { return std::string(chosen.param); });
 
 /// Snapshots hold every name, so that nothing half made is left either.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "mutation/rich_documents.h"
+#include "pagerex/convert.h"
 #include "pagerex/walk.h"
 
 namespace {
@@ -40,15 +41,36 @@ std::string toldOf(const support::Bytes& bytes) {
   return told;
 }
 
-}  // namespace
+/// Its page of the format "html".
+std::string pageOf(const support::Bytes& bytes) {
+  pagerex_input input = {};
+  input.size = sizeof input;
+  input.data = bytes.data();
+  input.length = bytes.size();
+  pagerex_options options = {};
+  options.size = sizeof options;
+  options.format = "html";
+  std::string page;
+  pagerex_output output = {};
+  output.size = sizeof output;
+  output.user = &page;
+  output.begin = [](void* user, const char*, const char*) { return user; };
+  output.write = [](void*, void* file, const void* data, size_t length) {
+    static_cast<std::string*>(file)->append(static_cast<const char*>(data), length);
+    return 0;
+  };
+  const int code = pagerex_convert(&input, nullptr, &options, &output, nullptr);
+  return code == PAGEREX_RESULT_OK ? page : "not written";
+}
 
-TEST(WalksSideBySide, TellWhatOneThreadIsToldOfTheSameBytes) {
+/// What many threads get of the same bytes as one alone gets of them.
+void expectTheSameOnThreads(std::string (*get)(const support::Bytes&)) {
   constexpr size_t kThreads = 8;
   std::vector<support::Bytes> files;
   std::vector<std::string> alone;
   for (const mutation::NamedDocument& rich : mutation::richDocuments()) {
     files.push_back(rich.document.build());
-    alone.push_back(toldOf(files.back()));
+    alone.push_back(get(files.back()));
     EXPECT_EQ(alone.back().find("not "), std::string::npos) << rich.name;
   }
   std::atomic<int> wrong = 0;
@@ -57,10 +79,20 @@ TEST(WalksSideBySide, TellWhatOneThreadIsToldOfTheSameBytes) {
     threads.emplace_back([&, thread] {
       for (size_t step = 0; step < files.size(); ++step) {
         const size_t number = (step + thread) % files.size();
-        if (toldOf(files[number]) != alone[number]) ++wrong;
+        if (get(files[number]) != alone[number]) ++wrong;
       }
     });
   }
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(wrong, 0);
+}
+
+}  // namespace
+
+TEST(WalksSideBySide, TellWhatOneThreadIsToldOfTheSameBytes) {
+  expectTheSameOnThreads(toldOf);
+}
+
+TEST(WalksSideBySide, WriteThePageThatOneThreadWrites) {
+  expectTheSameOnThreads(pageOf);
 }

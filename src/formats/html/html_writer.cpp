@@ -296,8 +296,9 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   }
   BeginBlock(&properties);
   isCaption_ = facts.styleName == u"caption" && aside_ == 0 && !facts.isListItem;
-  const bool isCaptionBelow = isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() &&
-                              !here.isContents && !here.frame.isThere && !properties.frame.isThere;
+  const bool isCaptionBelow =
+      isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() && !here.isContents &&
+      (here.frame.isThere ? here.frame == properties.frame : !properties.frame.isThere);
   if (!isCaptionBelow) EndFigure();
   if (flowCount_ == 1 && aside_ == 0 && part_.empty() && !hasSectionElement_ && here.lists.empty() &&
       !here.isContents && !here.frame.isThere && !isCaptionBelow && sink_.WantsEnd(characters_)) {

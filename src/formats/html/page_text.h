@@ -20,6 +20,10 @@ class PageText {
     if (!markup.empty()) std::memcpy(bytes_.get() + size_, markup.data(), markup.size());
     size_ += markup.size();
   }
+  template <size_t kSize>
+  void Put(const char (&literal)[kSize]) {
+    Put(std::string_view(literal, kSize - 1));
+  }
   /// Text between tags, or in an attribute's double quotes. Characters that no page may have are left out.
   void PutText(std::u16string_view text);
   void PutAttribute(std::u16string_view text);

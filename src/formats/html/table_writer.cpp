@@ -80,11 +80,11 @@ void TableWriter::Given() {
   for (Table& table : open_) table.roleAt = Table::kGiven;
 }
 
-/// A table that shows nothing of itself, and only holds a text or other tables, is one of layout.
+/// A single cell that shows nothing of itself, around other tables, is one of layout.
 void TableWriter::EndTable() {
   Table& table = open_.back();
   PutGroup(table, Group::kNone);
-  const bool isLayout = !table.hasLook && (table.cells == 1 || table.hasTable);
+  const bool isLayout = !table.hasLook && table.cells == 1 && table.hasTable;
   if (isLayout && table.roleAt != Table::kGiven) out_.Insert(table.roleAt, " role=presentation");
   out_.Put("</table></div>\n");
   open_.pop_back();
@@ -119,22 +119,31 @@ void TableWriter::BeginCell(const CellProperties& cell) {
   Table& table = open_.back();
   ++table.cells;
   out_.Put(table.group == Group::kHead ? "<th scope=col" : "<td");
-  if (table.cell == table.known.size()) table.known.emplace_back();
-  Table::Known& known = table.known[table.cell++];
-  if (known.attributes.empty() || !haveOneLook(known.properties, cell)) {
-    known.properties = cell;
-    table.hasLook |= cell.top.isThere() || cell.bottom.isThere() || cell.start.isThere() ||
-                     cell.end.isThere() || (cell.shading.isThere && !cell.shading.fill.isAutomatic);
-    std::string css;
-    appendCellCss(css, cell, CellProperties());
-    const std::string_view name = sheet_.ClassOf('c', css);
-    known.attributes.clear();
-    if (!name.empty()) known.attributes.append(" class=").append(name);
-    if (cell.columnSpan > 1) known.attributes.append(" colspan=").append(std::to_string(cell.columnSpan));
-    if (cell.rowSpan > 1) known.attributes.append(" rowspan=").append(std::to_string(cell.rowSpan));
-    known.attributes += '>';
-  }
+  if (known_.size() < open_.size()) known_.resize(open_.size());
+  std::vector<KnownCells>& row = known_[open_.size() - 1];
+  if (table.cell == row.size()) row.emplace_back();
+  const KnownCell& known = KnownAs(cell, row[table.cell++]);
+  table.hasLook |= known.hasLook;
   out_.Put(known.attributes);
+}
+
+const TableWriter::KnownCell& TableWriter::KnownAs(const CellProperties& cell, KnownCells& knownHere) {
+  for (const KnownCell& each : knownHere.cells) {
+    if (!each.attributes.empty() && haveOneLook(each.properties, cell)) return each;
+  }
+  KnownCell& known = knownHere.cells[knownHere.next++ % knownHere.cells.size()];
+  known.properties = cell;
+  known.hasLook = cell.top.isThere() || cell.bottom.isThere() || cell.start.isThere() || cell.end.isThere() ||
+                  (cell.shading.isThere && !cell.shading.fill.isAutomatic);
+  std::string css;
+  appendCellCss(css, cell, CellProperties());
+  const std::string_view name = sheet_.ClassOf('c', css);
+  known.attributes.clear();
+  if (!name.empty()) known.attributes.append(" class=").append(name);
+  if (cell.columnSpan > 1) known.attributes.append(" colspan=").append(std::to_string(cell.columnSpan));
+  if (cell.rowSpan > 1) known.attributes.append(" rowspan=").append(std::to_string(cell.rowSpan));
+  known.attributes += '>';
+  return known;
 }
 
 void TableWriter::EndCell() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -38,20 +39,29 @@ class TableWriter {
     Group group = Group::kNone;
     uint16_t columnsAfter = 0;
     size_t cell = 0;
-    struct Known {
-      CellProperties properties;
-      std::string attributes;
-    };
-    std::vector<Known> known;  ///< of the cell that stood here in the row above
     RowProperties row;
     std::string rowTag;
   };
 
+  /// A cell that stood here in a row above, or in the table before.
+  struct KnownCell {
+    CellProperties properties;
+    std::string attributes;
+    bool hasLook = false;
+  };
+
   void PutGroup(Table& table, Group group);
+  /// The rows of a table have few looks: some are kept for each place.
+  struct KnownCells {
+    std::array<KnownCell, 4> cells;
+    size_t next = 0;
+  };
+  const KnownCell& KnownAs(const CellProperties& cell, KnownCells& known);
 
   PageText& out_;
   StyleSheet& sheet_;
   std::vector<Table> open_;
+  std::vector<std::vector<KnownCells>> known_;  ///< by depth and place in the row
 };
 
 }  // namespace pagerex

@@ -84,12 +84,12 @@ TEST(PageLists, StandInCellsAndEndThere) {
     s.Table([&] { s.Row([&] { s.Cell([&] { s.Item(kBullet, 0, u"b"); }); }); });
     s.Item(kBullet, 0, u"c");
   });
-  EXPECT_EQ(page,
-            "<ul role=list>\n<li>" + bullet("a") +
-                "</li>\n</ul>\n<div class=x><table><colgroup></colgroup>\n<tbody><tr><td><ul role=list>\n"
-                "<li>" +
-                bullet("b") + "</li>\n</ul>\n</td></tr>\n</tbody></table></div>\n<ul role=list>\n<li>" +
-                bullet("c") + "</li>\n</ul>\n");
+  EXPECT_EQ(page, "<ul role=list>\n<li>" + bullet("a") +
+                      "</li>\n</ul>\n<div class=x><table "
+                      "role=presentation><colgroup></colgroup>\n<tbody><tr><td><ul role=list>\n"
+                      "<li>" +
+                      bullet("b") + "</li>\n</ul>\n</td></tr>\n</tbody></table></div>\n<ul role=list>\n<li>" +
+                      bullet("c") + "</li>\n</ul>\n");
 }
 
 TEST(PageTables, HaveRowsOfCells) {
@@ -169,9 +169,10 @@ TEST(PageTables, ShowNothingOfWhatMergedCellsHold) {
       });
     });
   });
-  EXPECT_EQ(page,
-            "<div class=x><table><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n</td></tr>\n"
-            "</tbody></table></div>\n");
+  EXPECT_EQ(
+      page,
+      "<div class=x><table role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n</td></tr>\n"
+      "</tbody></table></div>\n");
 }
 
 TEST(PageTables, FillRowsThatBeginLaterOrEndEarlier) {
@@ -200,10 +201,11 @@ TEST(PageTables, StandInTables) {
       });
     });
   });
-  EXPECT_EQ(page,
-            "<div class=x><table><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n"
-            "<div class=x><table><colgroup></colgroup>\n<tbody><tr><td><p>b</p>\n</td></tr>\n"
-            "</tbody></table></div>\n<p>c</p>\n</td></tr>\n</tbody></table></div>\n");
+  EXPECT_EQ(
+      page,
+      "<div class=x><table role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n"
+      "<div class=x><table role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>b</p>\n</td></tr>\n"
+      "</tbody></table></div>\n<p>c</p>\n</td></tr>\n</tbody></table></div>\n");
 }
 
 TEST(PageTables, OfRightToLeftTextSayIt) {
@@ -214,7 +216,7 @@ TEST(PageTables, OfRightToLeftTextSayIt) {
     s.Row({u"a"});
     s.to.EndTable();
   });
-  EXPECT_TRUE(page.starts_with("<div class=x><table dir=rtl>")) << page;
+  EXPECT_TRUE(page.starts_with("<div class=x><table dir=rtl role=presentation>")) << page;
 }
 
 void caption(FlowScript& s, std::u16string_view text) {
@@ -227,10 +229,11 @@ void picture(FlowScript& s) {
   s.Paragraph([&] { s.to.Picture(facts); });
 }
 
-constexpr char kPicture[] = "<p><span class=\"missing i1\"></span></p>\n";
+constexpr char kPicture[] = "<p><span class=\"sh i1\"></span></p>\n";
 constexpr char kTable[] =
     "<div "
-    "class=x><table><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n</tbody></table></div>\n";
+    "class=x><table "
+    "role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n</tbody></table></div>\n";
 
 TEST(PageFigures, ArePicturesWithTheirCaption) {
   EXPECT_EQ(htmlOf([](FlowScript& s) {
@@ -306,7 +309,7 @@ TEST(PageFigures, DoNotReachOverWhatEndsInBetween) {
               });
               caption(s, u"c");
             }),
-            "<section role=doc-toc>\n<p class=Toc-1><span class=\"missing i1\"></span></p>\n</section>\n"
+            "<section role=doc-toc>\n<p class=Toc-1><span class=\"sh i1\"></span></p>\n</section>\n"
             "<p class=Caption>c</p>\n");
 }
 
@@ -315,18 +318,17 @@ TEST(PageFigures, HoldWhatHangsAtTheirCaption) {
   over.width = over.height = 1440;
   over.isInline = false;
   over.wrap = 3;
-  EXPECT_EQ(
-      htmlOf([&](FlowScript& s) {
-        picture(s);
-        s.Styled(u"caption", [&] {
-          s.Text(u"c");
-          s.to.Picture(over);
-        });
-        s.Paragraph(u"x");
-      }),
-      std::string("<figure>") + kPicture +
-          "<figcaption><div class=a><p class=Caption>c</p>\n<span class=\"missing fl i2\"></span></div>\n"
-          "</figcaption></figure>\n<p>x</p>\n");
+  EXPECT_EQ(htmlOf([&](FlowScript& s) {
+              picture(s);
+              s.Styled(u"caption", [&] {
+                s.Text(u"c");
+                s.to.Picture(over);
+              });
+              s.Paragraph(u"x");
+            }),
+            std::string("<figure>") + kPicture +
+                "<figcaption><div class=a><p class=Caption>c</p>\n<span class=\"sh fl i2\"></span></div>\n"
+                "</figcaption></figure>\n<p>x</p>\n");
 }
 
 TEST(PageContents, AreASection) {

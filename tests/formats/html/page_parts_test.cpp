@@ -242,7 +242,8 @@ TEST(PageHeaders, StandAroundTheirSection) {
             }),
             std::string("<header>\n<p>top</p>\n</header>\n<p>x</p>\n<footer>\n<p>foot</p>\n</footer>\n") +
                 kRuleOfPages +
-                "<header>\n<div class=x><table><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n"
+                "<header>\n<div class=x><table "
+                "role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n"
                 "</tbody></table></div>\n</header>\n<p>y</p>\n");
 }
 
@@ -328,11 +329,11 @@ TEST(PagePictures, StandByTheirWrapping) {
       });
     });
   };
-  EXPECT_EQ(page(0).blocks, "<span class=\"missing fl i1\"></span><p>x</p>\n");
+  EXPECT_EQ(page(0).blocks, "<span class=\"sh fl i1\"></span><p>x</p>\n");
   EXPECT_THAT(page(0).rules, HasSubstr("{float:left;"));
-  EXPECT_EQ(page(1).blocks, "<span class=\"missing fl i1\"></span><p>x</p>\n");
+  EXPECT_EQ(page(1).blocks, "<span class=\"sh fl i1\"></span><p>x</p>\n");
   EXPECT_THAT(page(1).rules, HasSubstr("{display:block;"));
-  EXPECT_EQ(page(3).blocks, "<div class=a><p>x</p>\n<span class=\"missing fl i1\"></span></div>\n");
+  EXPECT_EQ(page(3).blocks, "<div class=a><p>x</p>\n<span class=\"sh fl i1\"></span></div>\n");
   EXPECT_THAT(page(3).rules, HasSubstr("{position:absolute;"));
 }
 
@@ -369,7 +370,7 @@ TEST(PagePictures, ThatCannotBeShownKeepTheirPlace) {
   facts.height = 720;
   facts.description = u"a";
   EXPECT_EQ(htmlOf([&](FlowScript& s) { s.Paragraph([&] { s.to.Picture(facts); }); }),
-            "<p><span class=\"missing i1\" role=img aria-label=\"a\"></span></p>\n");
+            "<p><span class=\"sh i1\" role=img aria-label=\"a\"></span></p>\n");
 }
 
 TEST(PagePictures, ThatAreDrawnAreDrawings) {
