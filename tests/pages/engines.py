@@ -232,10 +232,14 @@ class WebKit(_Driven):
             return f":{numbers.readline().strip()}"
 
     def size(self, width, height):
-        """The window grows by what its bars take."""
-        self._driver.set_window_size(width, height)
-        inner_width, inner_height = self.ask("[innerWidth, innerHeight]")
-        self._driver.set_window_size(2 * width - inner_width, 2 * height - inner_height)
+        """The window, which takes its size in its own time, is larger by its bars."""
+        for _ in range(40):
+            if self.ask("[innerWidth, innerHeight]") == [width, height]:
+                return
+            bars = self.ask("[outerWidth - innerWidth, outerHeight - innerHeight]")
+            self._driver.set_window_size(width + max(bars[0], 0), height + max(bars[1], 0))
+            time.sleep(0.05)
+        raise RuntimeError(f"the window does not take the size {width} x {height}")
 
 
 _GTK_THEMES = {"light": "Adwaita", "dark": "Adwaita:dark"}
