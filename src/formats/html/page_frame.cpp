@@ -36,6 +36,7 @@ constexpr std::string_view kBefore =
     ".tf{display:inline-flex;text-indent:0;tab-size:0;max-width:100%;align-items:flex-end;align-items:last "
     "baseline}\n"
     ".tf>span{min-width:0}\n"
+    ".dp{display:inline-block;width:0;white-space:nowrap}\n"
     ".tc>:last-child{width:0;display:flex;justify-content:center;white-space:nowrap}\n"
     ".tl{flex:1 1 1em;height:.85em;overflow:hidden}\n"
     ".tl1{border-bottom:2px dotted;margin:0 2px}.tl2{border-bottom:1px dashed;margin:0 2px}\n"

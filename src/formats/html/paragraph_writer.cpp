@@ -45,6 +45,8 @@ unsigned scriptsOf(std::u16string_view text) {
 
 constexpr unsigned kOtherFont = 1u << static_cast<unsigned>(FontScript::kOther);
 
+constexpr uint8_t kDecimal = 3;
+
 /// What fills the way to a stop: classes of the page's own rules.
 constexpr std::string_view kLeaders[] = {"tl", "tl tl1", "tl tl2", "tl tl3", "tl tl4", "tl tl5"};
 
@@ -198,6 +200,7 @@ void ParagraphWriter::EndElement() {
     return elements_.pop_back();
   }
   if (group_.isOpen && group_.begin >= element.begin) EndGroup();
+  NameLink(element);
   const bool isAround = segment_ >= element.begin;
   out_->Put(element.close);
   // What stood in it is no longer to be moved by itself.
@@ -209,6 +212,26 @@ void ParagraphWriter::EndElement() {
       segment_ = out_->size();
   }
   elements_.pop_back();
+}
+
+/// A link without text goes by its address for those who do not see what it is around.
+void ParagraphWriter::NameLink(const Element& link) {
+  constexpr std::string_view kBegin = "<a href=\"";
+  if (!link.open.starts_with(kBegin) || link.open.find(" aria-label=") != std::string::npos) return;
+  const std::string_view content = out_->view().substr(link.begin);
+  if (content.find(" alt=\"\"") == std::string_view::npos &&
+      content.find("</span>") == std::string_view::npos)
+    return;
+  bool isInTag = false;
+  for (const char byte : content) {
+    if (byte == '<') isInTag = true;
+    if (!isInTag && byte != ' ' && byte != '\t') return;
+    if (byte == '>') isInTag = false;
+  }
+  const std::string_view address =
+      std::string_view(link.open).substr(kBegin.size(), link.open.find('"', kBegin.size()) - kBegin.size());
+  out_->Insert(link.begin - 1, " aria-label=\"" + std::string(address) + "\"");
+  if (segment_ >= link.begin) segment_ = out_->size();
 }
 
 bool ParagraphWriter::End() {
@@ -275,16 +298,24 @@ void ParagraphWriter::PutInStop(const FoundStop& stop, int32_t width) {
     }
     return;
   }
-  group_ = {true, segment_ + open.size()};
+  group_ = {true, segment_ + open.size(), stop.alignment == kDecimal, 0};
   out_->Insert(segment_, open + "<span>");
   out_->Put("</span><span class=\"");
   out_->Put(kLeaders[std::min<size_t>(stop.leader, std::size(kLeaders) - 1)]);
   out_->Put("\">\t</span><span>");
+  group_.text = out_->size();
 }
 
+/// What stands behind a number's point takes no room in front of the stop.
 void ParagraphWriter::EndGroup() {
   if (!group_.isOpen) return;
   group_.isOpen = false;
+  const std::string_view text = out_->view().substr(group_.text);
+  const size_t point = text.find_first_of(".,");
+  if (group_.isDecimal && point != std::string_view::npos && text.find('<') == std::string_view::npos) {
+    out_->Insert(group_.text + point, "<span class=dp>");
+    out_->Put("</span>");
+  }
   const size_t first = [this] {
     size_t at = elements_.size();
     while (at > 0 && elements_[at - 1].begin > group_.begin) out_->Put(elements_[--at].close);

@@ -52,6 +52,8 @@ class ParagraphWriter {
   struct Group {
     bool isOpen = false;
     size_t begin = 0;
+    bool isDecimal = false;  ///< its text has its point at the stop
+    size_t text = 0;         ///< where that begins
   };
 
   void OpenRun(LookBook::Look look, FontScript script);
@@ -61,6 +63,7 @@ class ParagraphWriter {
   size_t CloseInner();
   void Reopen(size_t first);
   void EndGroup();
+  void NameLink(const Element& link);
   void BeginSegment(int32_t position);
 
   LookBook& looks_;

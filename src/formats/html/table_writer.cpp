@@ -124,6 +124,7 @@ void TableWriter::BeginCell(const CellProperties& cell) {
   if (table.cell == row.size()) row.emplace_back();
   const KnownCell& known = KnownAs(cell, row[table.cell++]);
   table.hasLook |= known.hasLook;
+  table.isCellTurned = known.isTurned;
   out_.Put(known.attributes);
 }
 
@@ -135,18 +136,29 @@ const TableWriter::KnownCell& TableWriter::KnownAs(const CellProperties& cell, K
   known.properties = cell;
   known.hasLook = cell.top.isThere() || cell.bottom.isThere() || cell.start.isThere() || cell.end.isThere() ||
                   (cell.shading.isThere && !cell.shading.fill.isAutomatic);
+  // Not every engine turns the text of a cell itself.
+  CellProperties upright = cell;
+  upright.textFlow = 0;
   std::string css;
-  appendCellCss(css, cell, CellProperties());
+  appendCellCss(css, upright, CellProperties());
   const std::string_view name = sheet_.ClassOf('c', css);
+  const std::string_view mode = writingModeOf(cell.textFlow);
+  known.isTurned = !mode.empty();
   known.attributes.clear();
   if (!name.empty()) known.attributes.append(" class=").append(name);
   if (cell.columnSpan > 1) known.attributes.append(" colspan=").append(std::to_string(cell.columnSpan));
   if (cell.rowSpan > 1) known.attributes.append(" rowspan=").append(std::to_string(cell.rowSpan));
   known.attributes += '>';
+  if (known.isTurned) {
+    css = "writing-mode:" + std::string(mode);
+    const std::string_view turned = sheet_.ClassOf('v', css);
+    known.attributes += turned.empty() ? "<div>" : "<div class=" + std::string(turned) + ">";
+  }
   return known;
 }
 
 void TableWriter::EndCell() {
+  if (open_.back().isCellTurned) out_.Put("</div>");
   out_.Put(open_.back().group == Group::kHead ? "</th>" : "</td>");
 }
 

@@ -35,6 +35,7 @@ class TableWriter {
     uint64_t cells = 0;
     bool hasLook = false;   ///< a head, lines or grounds
     bool hasTable = false;  ///< in one of its cells
+    bool isCellTurned = false;
     uint32_t rowsLeft = 0;  ///< of the head
     Group group = Group::kNone;
     uint16_t columnsAfter = 0;
@@ -47,6 +48,7 @@ class TableWriter {
   struct KnownCell {
     CellProperties properties;
     std::string attributes;
+    bool isTurned = false;  ///< its text is in an element of its own
     bool hasLook = false;
   };
 
