@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """What a whole conversion costs, in view normal: beside catdoc's extraction of the bare text, or beside another
 build of pagerex. Or what text and Markdown cost, beside those that write the bare text, catdoc and antiword, where
-these are installed.
+these are installed. Or what the page of the format html costs, beside view normal and text.
 
     cmake --preset bench && cmake --build --preset bench
-    bench/compare.py [--runs N] [--build FOLDER] [--before PROGRAM | --texts] [DOCUMENT_OR_FOLDER...]
+    bench/compare.py [--runs N] [--build FOLDER] [--before PROGRAM | --texts | --page] [DOCUMENT_OR_FOLDER...]
 
 Measures generated documents, and those named, or else those in the folder that PAGEREX_CORPUS names. Instructions
 are those that callgrind counts, in millions; time is processor time, user and system together, the best of N runs, in
@@ -24,6 +24,7 @@ from pathlib import Path
 TURNS = 5
 OUR_TEXTS = ("text", "markdown")
 OTHER_TEXTS = ("catdoc", "antiword")
+OUR_PAGES = ("html", "normal", "text")
 
 
 @dataclass
@@ -42,6 +43,7 @@ class Comparison:
     html: int
     text: int
     costs: dict
+    sizes: dict  # of the outputs, by name, where one writes several
 
     def change(self, of):
         """From the program before to this one, in percent."""
@@ -50,14 +52,14 @@ class Comparison:
 
 
 class Comparer:
-    def __init__(self, build, runs, folder, before=None, texts=False):
-        self.build, self.runs, self.folder, self.before, self.texts = build, runs, folder, before, texts
+    def __init__(self, build, runs, folder, before=None, formats=None):
+        self.build, self.runs, self.folder, self.before, self.formats = build, runs, folder, before, formats
         self.pages, self.text = folder / "out", folder / "catdoc.txt"
         self.pages.mkdir()
 
     def commands(self, document):
-        if self.texts:
-            return self.commands_for_texts(document)
+        if self.formats:
+            return self.commands_for_formats(document)
         target = self.pages / "out.html"
         commands = {"pagerex": [self.build / "pagerex", document, target]}
         if self.before:
@@ -66,10 +68,13 @@ class Comparer:
             commands["catdoc"] = ["catdoc", document]
         return commands
 
-    def commands_for_texts(self, document):
-        commands = {name: [self.build / "pagerex", "-t", name, "-o", self.pages / f"{document.stem}.{name}", document]
-                    for name in OUR_TEXTS}
-        commands.update({name: [name, document] for name in OTHER_TEXTS if shutil.which(name)})
+    def commands_for_formats(self, document):
+        commands = {name: [self.build / "pagerex", "-t", name, "-o", self.pages / name / "out.html", document]
+                    for name in self.formats}
+        for name in self.formats:
+            (self.pages / name).mkdir(exist_ok=True)
+        if self.formats == OUR_TEXTS:
+            commands.update({name: [name, document] for name in OTHER_TEXTS if shutil.which(name)})
         return commands
 
     def measure(self, command, runs):
@@ -102,12 +107,17 @@ class Comparer:
                 new, old = self.measure(command, -(-self.runs // turns)), costs.get(name)
                 costs[name] = new if not old or not new else Cost(min(new.milliseconds, old.milliseconds),
                                                                   min(new.kilobytes, old.kilobytes))
-        for name in ("pagerex", "before", *OUR_TEXTS):
+        for name in ("pagerex", "before", *(self.formats or ())):
             if costs.get(name):
                 costs[name].instructions = self.instructions(commands[name])
-        html = sum(path.stat().st_size for path in self.pages.rglob("*") if path.is_file())
+        html = size_of(self.pages)
+        sizes = {name: size_of(self.pages / name) for name in self.formats or ()}
         text = self.text.stat().st_size if costs.get("catdoc") else 0
-        return Comparison(document.stem, document.stat().st_size, html, text, costs)
+        return Comparison(document.stem, document.stat().st_size, html, text, costs, sizes)
+
+
+def size_of(folder):
+    return sum(path.stat().st_size for path in folder.rglob("*") if path.is_file())
 
 
 def documents_at(places):
@@ -115,14 +125,14 @@ def documents_at(places):
         yield from sorted(place.glob("*.doc")) if place.is_dir() else [place]
 
 
-def compared(build, runs, before, places, texts=False):
+def compared(build, runs, before, places, formats=None):
     """One after the other, the documents that the benchmarks make and those at `places`."""
     if not shutil.which("catdoc"):
         print("catdoc is not installed: its columns stay empty", file=sys.stderr)
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         subprocess.run([build / "bench/make_bench_documents", folder], check=True)
-        comparer = Comparer(build, runs, folder, before, texts)
+        comparer = Comparer(build, runs, folder, before, formats)
         for document in [*documents_at([folder]), *documents_at(places)]:
             yield comparer.compare(document)
 
@@ -166,6 +176,18 @@ def beside_texts(row):
             *(f"{cost.kilobytes - size:.0f}" if cost else "-" for cost in (text, markdown))]
 
 
+def beside_view(row):
+    html, normal, text = (row.costs.get(name) for name in OUR_PAGES)
+    size, (html_bytes, normal_bytes, text_bytes) = row.file / 1024, (row.sizes[name] for name in OUR_PAGES)
+    return [row.document, f"{size:.0f}", *(milliseconds(cost) for cost in (html, normal, text)),
+            ratio(html, normal, "milliseconds"), ratio(html, text, "milliseconds"),
+            ratio(html, normal, "instructions"), ratio(html, text, "instructions"), f"{html_bytes / 1024:.0f}",
+            f"{html_bytes / max(normal_bytes, 1):.2f}", f"{html_bytes / max(text_bytes, 1):.2f}",
+            *(f"{cost.kilobytes - size:.0f}" if cost else "-" for cost in (html, normal, text))]
+
+
+PAGE_HEADER = ("document", "KB", "html ms", "normal ms", "text ms", "ms/normal", "ms/text", "M/normal", "M/text",
+               "html KB", "KB/normal", "KB/text", "html +KB", "normal +KB", "text +KB")
 TEXTS_HEADER = ("document", "M text", "M markdown", "ratio", "text ms", "markdown ms", "catdoc ms", "antiword ms",
                 "text/catd.", "md/catd.", "text/antiw.", "md/antiw.", "text +KB", "md +KB")
 CATDOC_HEADER = ("document", "KB", "M instr.", "pagerex ms", "catdoc ms", "ratio", "pagerex +KB", "catdoc +KB")
@@ -184,6 +206,7 @@ def main():
     parser.add_argument("--build", type=Path, default=Path(__file__).parent.parent / "build/bench")
     parser.add_argument("--before", type=Path, help="the command line of another build")
     parser.add_argument("--texts", action="store_true", help="text and Markdown instead of the view")
+    parser.add_argument("--page", action="store_true", help="the page of the format html, beside view normal and text")
     parser.add_argument("documents", nargs="*", default=list(filter(None, [os.environ.get("PAGEREX_CORPUS")])))
     options = parser.parse_args()
     header, cells = CATDOC_HEADER, beside_catdoc
@@ -191,8 +214,11 @@ def main():
         header, cells = BEFORE_HEADER, beside_before
     if options.texts:
         header, cells = TEXTS_HEADER, beside_texts
+    if options.page:
+        header, cells = PAGE_HEADER, beside_view
+    formats = OUR_PAGES if options.page else OUR_TEXTS if options.texts else None
     print_row(header)
-    for row in compared(options.build, options.runs, options.before, options.documents, options.texts):
+    for row in compared(options.build, options.runs, options.before, options.documents, formats):
         print_row(cells(row))
 
 

@@ -10,6 +10,8 @@
 #include "base/utf8_output.h"
 #include "documents.h"
 #include "flow/walk.h"
+#include "formats/html/html_writer.h"
+#include "formats/html/page_spool.h"
 #include "formats/markdown/markdown_writer.h"
 #include "formats/text/text_writer.h"
 #include "storage/com_interfaces.h"
@@ -98,16 +100,35 @@ uint32_t writeMarkdown(Document& document, Utf8Output& out) {
   return document.Tell(writer);
 }
 
+/// The page, held until its style sheet is known.
+class Page final : public BlockSink {
+ public:
+  void Take(std::string_view markup) override { spool_.Add(markup); }
+  void WriteTo(Utf8Output& out) { spool_.WriteTo(out); }
+
+ private:
+  PageSpool spool_;
+};
+
+uint32_t writeHtml(Document& document, Utf8Output& out) {
+  Page page;
+  StyleSheet sheet(nullptr);
+  const std::unique_ptr<PictureOutput> pictures = makeNoPictures(nullptr);
+  HtmlWriter writer(page, sheet, {}, *pictures, nullptr);
+  const uint32_t characters = document.Tell(writer);
+  out.Put(pageHead(writer.frame(), writer.BaseRules(false) + sheet.TakeRules()));
+  page.WriteTo(out);
+  return characters;
+}
+
 struct WayRow {
   const char* name;
   uint32_t (*go)(Document& document, Utf8Output& out);
 };
 
 constexpr WayRow kWays[] = {
-    {"Walk", listen},
-    {"Text", writeText},
-    {"WrappedText", writeWrappedText},
-    {"Markdown", writeMarkdown},
+    {"Walk", listen},    {"Text", writeText}, {"WrappedText", writeWrappedText}, {"Markdown", writeMarkdown},
+    {"Html", writeHtml},
 };
 
 void goThrough(benchmark::State& state, const WayRow& way, const bench::Construct& construct) {

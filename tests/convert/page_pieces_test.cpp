@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <set>
 #include <sstream>
 
 #include "convert/host.h"
-#include "limits/hostile_documents.h"
 #include "mutation/rich_documents.h"
 
 using namespace convert_test;
@@ -123,7 +121,7 @@ TEST(PagePieces, EndWhereTheHostStops) {
   Host host(longDocument());
   pagerex_options options = host.options("html");
   options.page_size = 1;
-  host.onCall = [&](Call call) { return call != Call::kPage || host.pages().size() < 3; };
+  host.answer = [&] { return host.pages().size() < 3 ? PAGEREX_GO_ON : PAGEREX_STOP; };
   EXPECT_EQ(convert(host.memory(), host.sink(), options).code, PAGEREX_RESULT_CANCELED);
   EXPECT_LE(host.names().size(), 5u);
   EXPECT_EQ(host.complaints(), "");

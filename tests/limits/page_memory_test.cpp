@@ -48,22 +48,21 @@ TEST(PageMemory, IsBoundedWhateverTheLength) {
   support::WordDocument document;
   for (int i = 0; i < 20000; ++i) {
     document.paragraph("Some words of a paragraph that is as long as many are, number " + std::to_string(i));
-    if (i % 50 == 0) document.paragraph().run("large", {support::sprm(0x4A43, static_cast<uint16_t>(20 + i % 40))});
+    if (i % 50 == 0)
+      document.paragraph().run("large", {support::sprm(0x4A43, static_cast<uint16_t>(20 + i % 40))});
     if (i % 100 == 0) document.row({"a", "b"}, {support::defTableSprm({0, 1000, 2000})});
   }
   expectLittleMemory(document.build(), "long");
 }
 
-TEST(PageMemory, IsBoundedForRealDocuments) {
-  const auto documents = support::corpusDocuments();
+TEST(PageMemory, IsBoundedForLargeRealDocuments) {
+  auto documents = support::corpusDocuments();
+  std::erase_if(documents, [](const auto& path) { return !path.filename().string().starts_with("big_"); });
   if (documents.empty()) GTEST_SKIP() << "no corpus";
   for (const auto& path : documents) {
     std::ifstream file(path, std::ios::binary);
     const support::Bytes document{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const MemoryCount memory;
-    if (convert(document, 0) > 0) {
-      EXPECT_LE(memory.peakBytes(), static_cast<int64_t>(document.size()) + kMost) << path;
-    }
+    expectLittleMemory(document, path.filename().string());
   }
 }
 

@@ -19,11 +19,11 @@ constexpr std::u16string_view kStyles[] = {u"Normal",      u"heading 1", u"capti
 constexpr std::u16string_view kTexts[] = {
     u"a",        u" ",      u"words and more ", u"<b>&\"'",      u"\u05D0\u05D1",
     u"\u4E00 x", u"\u0416", u"\xD83D\xDE00",    u"</p></table>", u"\u0001\u0085"};
-constexpr std::u16string_view kNames[] = {u"a",           u"A b",   u"g1",    u"footnote-1",
-                                          u"comment-1",   u"_Toc1", u"\"",    u"_GoBack",
-                                          u"page\u00A01", u"",      u"\u4E00"};
+constexpr std::u16string_view kNames[] = {u"a",     u"A b", u"g1",      u"footnote-1",    u"comment-1",
+                                          u"_Toc1", u"\"",  u"_GoBack", u"x\u0085\uFFFE", u"",
+                                          u"\u4E00"};
 constexpr std::u16string_view kAddresses[] = {
-    u"", u"http://x.example/?a=b&c=\"d\"", u"javascript:x", u"a b", u"#", u"mailto:a@b"};
+    u"", u"http://x.example/?a=b&c=\"d\"", u"javascript:x", u"a b", u"#", u"mailto:a@b\u0080"};
 constexpr std::u16string_view kLabels[] = {u"\u2022", u"1.", u"(a)", u"", u"<"};
 
 class Styles final : public StyleNames {

@@ -82,7 +82,7 @@ class PagePieces final : public BlockSink {
     writer_ = &writer;
     sheet_ = &sheet;
   }
-  void Take(std::string_view markup) override { piece_ += markup; }
+  void Take(std::string_view markup) override { piece_.Add(markup); }
   bool WantsEnd(uint64_t characters) const override {
     return characters >= static_cast<uint64_t>(job_.wantedPageSize);
   }
@@ -102,13 +102,12 @@ class PagePieces final : public BlockSink {
     } else if (!rules.empty()) {
       rules = "<style>" + rules + "</style>\n";
     }
-    if (out_.Open(name.c_str())) {
-      out_.Put(rules);
-      out_.Put(piece_);
-      out_.Put(end);
-      out_.Close();
-    }
-    piece_.clear();
+    // What is written while no file is open goes nowhere.
+    out_.Open(name.c_str());
+    out_.Put(rules);
+    piece_.WriteTo(out_);
+    out_.Put(end);
+    out_.Close();
     if (failed(job_.listener.PageFinished(count_, name.c_str()))) job_.control.Stop(StopCause::kCanceled);
   }
 
@@ -116,7 +115,7 @@ class PagePieces final : public BlockSink {
   Utf8Output out_;
   HtmlWriter* writer_ = nullptr;
   StyleSheet* sheet_ = nullptr;
-  std::string piece_;
+  PageSpool piece_;
   int count_ = 0;
 };
 

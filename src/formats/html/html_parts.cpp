@@ -30,11 +30,24 @@ void appendAddress(std::string& out, std::string_view address) {
   appendAttribute(out, escaped);
 }
 
+/// As UTF-8, in which "_" stands for what no page may have.
+std::string soundUtf8(std::u16string_view text) {
+  std::u16string sound(text);
+  std::replace_if(
+      sound.begin(), sound.end(),
+      [](char16_t unit) {
+        return (unit >= 0x7F && unit < 0xA0) || (unit >= 0xFDD0 && unit < 0xFDF0) || unit >= 0xFFFE;
+      },
+      u'_');
+  std::string bytes;
+  appendUtf8(bytes, sound);
+  return bytes;
+}
+
 /// A bookmark's name as an id: no blanks, and none of the signs that other ids have.
 std::string idOf(std::u16string_view name) {
   constexpr size_t kLongest = 120;
-  std::string bytes;
-  appendUtf8(bytes, name.substr(0, kLongest));
+  std::string bytes = soundUtf8(name.substr(0, kLongest));
   for (char& byte : bytes) {
     const bool isPlain = (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
                          (byte >= 'A' && byte <= 'Z') || static_cast<signed char>(byte) < 0;
@@ -97,8 +110,7 @@ void HtmlWriter::BeginLink(const LinkFacts& link) {
   if (muted_ || !isInParagraph_) return;
   linksWritten_.push_back(false);
   if (openLinks_ > 0) return;
-  std::string address;
-  appendUtf8(address, link.address);
+  const std::string address = soundUtf8(link.address);
   if (!address.empty() && !keepsAddress(options_.links, address)) {
     warn(warnings_, WarningCode::kLinkRemoved, schemeOf(address));
     return;
@@ -110,9 +122,7 @@ void HtmlWriter::BeginLink(const LinkFacts& link) {
     if (address.empty()) {
       appendAddress(open, idOf(link.bookmark));
     } else {
-      std::string place;
-      appendUtf8(place, link.bookmark);
-      appendAddress(open, place);
+      appendAddress(open, soundUtf8(link.bookmark));
     }
   }
   if (open.ends_with('"')) return;

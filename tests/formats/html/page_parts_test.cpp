@@ -123,6 +123,12 @@ TEST(PagePlaces, HaveNamesThatNothingGetsOutOf) {
             "<p id=a____b>x<span id=\xC3\xA4\xE4\xB8\x80></span></p>\n");
 }
 
+TEST(PagePlaces, HaveNoControls) {
+  EXPECT_EQ(htmlOf([](FlowScript& s) { s.Paragraph([&] { s.Bookmark(u"a\u0085b\uFFFE").Text(u"x"); }); }),
+            "<p id=a_b_>x</p>\n");
+  EXPECT_EQ(linkTo(u"http://x/\u0085"), "<a href=\"http://x/_\">x</a>");
+}
+
 TEST(PagePlaces, OfWordItselfAreLeftOut) {
   EXPECT_EQ(htmlOf([](FlowScript& s) {
               s.Paragraph([&] { s.Bookmark(u"_GoBack").Bookmark(u"_Hlk123").Bookmark(u"").Text(u"x"); });
