@@ -3,9 +3,11 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <new>
 #include <unordered_map>
+#include <vector>
 
 #include "base/base64.h"
 #include "base/stdio_archive.h"
@@ -27,6 +29,10 @@ const TypeRow* typeRowOf(PictureType type) {
   const auto* row = std::find_if(std::begin(kTypes), std::end(kTypes),
                                  [type](const TypeRow& each) { return each.type == type; });
   return row == std::end(kTypes) ? nullptr : row;
+}
+
+bool isForBrowsers(PictureType type) {
+  return type == PictureType::kJpeg || type == PictureType::kPng || type == PictureType::kDib;
 }
 
 /// Takes a part of a picture; false to end it.
@@ -203,6 +209,61 @@ class EmbeddedPictures final : public StoredPictures {
   uint64_t left_;
 };
 
+/// Embedded when all else is written.
+class HeldPictures final : public StoredPictures {
+ public:
+  HeldPictures(uint64_t mostBytes, Warnings* warnings) : StoredPictures(warnings), left_(mostBytes) {}
+
+  void WriteHeld(uint64_t number, Utf8Output& out) const override {
+    constexpr size_t kPart = 0x3000;
+    if (number >= held_.size()) return;
+    const ByteView bytes(held_[number].data(), held_[number].size());
+    Base64 encoder;
+    std::string digits;
+    for (size_t at = 0; at < bytes.size(); at += kPart) {
+      digits.clear();
+      encoder.Append(bytes.part(at, std::min(kPart, bytes.size() - at)), digits);
+      out.Put(digits);
+    }
+    digits.clear();
+    encoder.Finish(digits);
+    out.Put(digits);
+  }
+
+ private:
+  std::string Store(const PictureData& picture, const TypeRow& row) override {
+    std::string address = "data:" + std::string(row.mediaType) + ";base64,";
+    if (!isForBrowsers(picture.type)) return address;
+    std::vector<uint8_t> bytes;
+    if (!picture.isDeflated) bytes.reserve(picture.bytes.size() + 64);
+    const bool isWhole = pictureParts(picture, [&](ByteView part) {
+      if ((bytes.size() + part.size()) / 3 * 4 > left_) return false;
+      bytes.insert(bytes.end(), part.data(), part.data() + part.size());
+      return true;
+    });
+    if (!isWhole || !Take(bytes.size())) return {};
+    address += kHeldMark + std::to_string(held_.size()) + kHeldMark;
+    held_.push_back(std::move(bytes));
+    return address;
+  }
+  /// Shown again, it takes its room again.
+  std::string_view AddressAgain(const std::string& address) override {
+    const size_t mark = address.find(kHeldMark);
+    if (mark == std::string::npos) return address;
+    const uint64_t number = std::strtoull(address.c_str() + mark + 1, nullptr, 10);
+    return Take(held_[number].size()) ? address : std::string_view();
+  }
+  bool Take(uint64_t bytes) {
+    const uint64_t digits = (bytes + 2) / 3 * 4;
+    if (digits > left_) return false;
+    left_ -= digits;
+    return true;
+  }
+
+  std::vector<std::vector<uint8_t>> held_;
+  uint64_t left_;
+};
+
 class NoPictures final : public PictureOutput {
  public:
   explicit NoPictures(Warnings* warnings) : warnings_(warnings) {}
@@ -225,6 +286,10 @@ std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string 
 
 std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings* warnings) {
   return std::make_unique<EmbeddedPictures>(mostBytes, warnings);
+}
+
+std::unique_ptr<PictureOutput> makeHeldPictures(uint64_t mostBytes, Warnings* warnings) {
+  return std::make_unique<HeldPictures>(mostBytes, warnings);
 }
 
 std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings) {

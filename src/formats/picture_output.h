@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/output_files.h"
+#include "base/utf8_output.h"
 #include "base/warnings.h"
 #include "flow/handler.h"
 
@@ -23,6 +24,9 @@ class PictureOutput {
   /// Valid up to the next call.
   virtual std::string_view AddressOf(const PictureFacts& picture) = 0;
 
+  /// Writes the data that stands for the mark of a held picture, see makeHeldPictures.
+  virtual void WriteHeld(uint64_t /*number*/, Utf8Output& /*out*/) const {}
+
   uint64_t pictures() const { return pictures_; }
 
  protected:
@@ -36,6 +40,12 @@ std::unique_ptr<PictureOutput> makePictureFiles(OutputFiles& files, std::string 
 
 /// Pictures as "data:" addresses, up to `mostBytes` of all together.
 std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings* warnings);
+
+/// As embedded ones, but what is told is an address with a mark in place of its data: kHeldMark, a number,
+/// and kHeldMark again. The bytes are held, each picture's once, until they are written. Pictures that no
+/// browser shows have no data.
+std::unique_ptr<PictureOutput> makeHeldPictures(uint64_t mostBytes, Warnings* warnings);
+constexpr char kHeldMark = '\x01';  // never part of a page
 
 /// None, and a warning for each.
 std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings);

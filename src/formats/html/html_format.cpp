@@ -1,6 +1,7 @@
 #include "formats/html/html_format.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "formats/flow_format.h"
 #include "formats/html/html_writer.h"
@@ -19,7 +20,7 @@ std::unique_ptr<PictureOutput> picturesFor(FormatJob& job) {
   if (job.pictures == PAGEREX_PICTURES_NONE) return makeNoPictures(&job.warnings);
   if (job.pictures == PAGEREX_PICTURES_FILES)
     return makePictureFiles(job.files, folderOf(job), &job.warnings, mostBytes);
-  return makeEmbeddedPictures(mostEmbedded, &job.warnings);
+  return makeHeldPictures(mostEmbedded, &job.warnings);
 }
 
 /// The count of bytes that are a character to be read at the begin of `bytes`; 0 for a control, and for what
@@ -63,11 +64,39 @@ PageFrame titled(PageFrame frame, const FormatJob& job) {
   return frame;
 }
 
+/// Writes markup in which marks stand for pictures that are held.
+class WithPictures {
+ public:
+  WithPictures(const PictureOutput& pictures, Utf8Output& out) : pictures_(pictures), out_(out) {}
+
+  void Put(std::string_view markup) {
+    while (!markup.empty()) {
+      const size_t mark = markup.find(kHeldMark);
+      const std::string_view before = markup.substr(0, mark);
+      isInMark_ ? static_cast<void>(number_ += before) : out_.Put(before);
+      if (mark == std::string_view::npos) return;
+      if (isInMark_) pictures_.WriteHeld(std::strtoull(number_.c_str(), nullptr, 10), out_);
+      number_.clear();
+      isInMark_ = !isInMark_;
+      markup.remove_prefix(mark + 1);
+    }
+  }
+
+ private:
+  const PictureOutput& pictures_;
+  Utf8Output& out_;
+  bool isInMark_ = false;
+  std::string number_;  ///< as far as it has come
+};
+
 /// The whole page, when its style sheet is known.
 class WholePage final : public BlockSink {
  public:
   void Take(std::string_view markup) override { spool_.Add(markup); }
-  void WriteTo(Utf8Output& out) { spool_.WriteTo(out); }
+  void WriteTo(Utf8Output& out, const PictureOutput& pictures) {
+    WithPictures page(pictures, out);
+    spool_.WriteTo([&page](std::string_view markup) { page.Put(markup); });
+  }
 
  private:
   PageSpool spool_;
@@ -76,7 +105,8 @@ class WholePage final : public BlockSink {
 /// Pieces of the page, each as soon as it is done.
 class PagePieces final : public BlockSink {
  public:
-  explicit PagePieces(FormatJob& job) : job_(job), out_(job.files) {}
+  PagePieces(FormatJob& job, const PictureOutput& pictures)
+      : job_(job), pictures_(pictures), out_(job.files) {}
 
   void Begin(HtmlWriter& writer, StyleSheet& sheet) {
     writer_ = &writer;
@@ -105,13 +135,15 @@ class PagePieces final : public BlockSink {
     // What is written while no file is open goes nowhere.
     out_.Open(name.c_str());
     out_.Put(rules);
-    piece_.WriteTo(out_);
+    WithPictures piece(pictures_, out_);
+    piece_.WriteTo([&piece](std::string_view markup) { piece.Put(markup); });
     out_.Put(end);
     out_.Close();
     if (failed(job_.listener.PageFinished(count_, name.c_str()))) job_.control.Stop(StopCause::kCanceled);
   }
 
   FormatJob& job_;
+  const PictureOutput& pictures_;
   Utf8Output out_;
   HtmlWriter* writer_ = nullptr;
   StyleSheet* sheet_ = nullptr;
@@ -126,7 +158,7 @@ Status writeHtml(FormatJob& job) {
   const std::unique_ptr<PictureOutput> pictures = picturesFor(job);
   StyleSheet sheet(&job.warnings);
   if (job.wantedPageSize > 0) {
-    PagePieces pieces(job);
+    PagePieces pieces(job, *pictures);
     HtmlWriter writer(pieces, sheet, options, *pictures, &job.warnings);
     pieces.Begin(writer, sheet);
     walkFor(job, writer);
@@ -140,7 +172,7 @@ Status writeHtml(FormatJob& job) {
     walkFor(job, writer);
     out.Put(
         pageHead(titled(writer.frame(), job), writer.BaseRules(job.choices.darkScheme) + sheet.TakeRules()));
-    page.WriteTo(out);
+    page.WriteTo(out, *pictures);
     out.Put(kPageEnd);
     job.written.pages = 1;
   }

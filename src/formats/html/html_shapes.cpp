@@ -182,6 +182,7 @@ std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_v
   PageText description;
   description.PutAttribute(picture.description);
   const bool isShown = !address.empty() && isShownByBrowsers(address);
+  if (!isShown && !address.empty()) warn(warnings_, WarningCode::kPicture);
   const ShapeBox box = boxOf(picture);
   appendPictureSize(css, box.width, box.height);
   if (picture.shape) {

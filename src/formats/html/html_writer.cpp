@@ -15,6 +15,7 @@ constexpr uint8_t kDeepestHeading = 6;
 constexpr size_t kPart = 0x10000;  ///< bytes that are held before they are given on
 
 constexpr std::string_view kHeadings[] = {"p", "h1", "h2", "h3", "h4", "h5", "h6"};
+constexpr std::string_view kColumnBreak = "<div class=cb></div>\n";
 constexpr std::string_view kPageBreak = "<hr class=pb role=doc-pagebreak>\n";
 
 /// "toc 1" to "toc 9".
@@ -276,6 +277,11 @@ void HtmlWriter::BeginItem(const ParagraphFacts& facts) {
   lists.back().isItemOpen = true;
 }
 
+/// Where there are columns; elsewhere the next one is on the next page.
+bool HtmlWriter::BreaksColumn(Mark mark) const {
+  return mark == Mark::kColumnBreak && section_->columnCount > 1;
+}
+
 void HtmlWriter::PutPageBreak() {
   isOnFirstPage_ = false;
   if (aside_ == 0) out_.Put(kPageBreak);
@@ -422,7 +428,11 @@ void HtmlWriter::EndParagraph() {
   out_.Put("</");
   out_.Put(name_);
   out_.Put(">\n");
-  if (isBreakDue_) PutPageBreak();
+  if (isBreakDue_ && isColumnBreak_) {
+    out_.Put(kColumnBreak);
+  } else if (isBreakDue_) {
+    PutPageBreak();
+  }
   if (hasText_ || hasPicture_ || hasLabel_) hasContent_ = true;
   here.hasLast = true;
   here.lastStyle = properties_->style;
@@ -450,7 +460,8 @@ void HtmlWriter::Text(std::u16string_view text, const RunProperties& properties)
   characters_ += text.size();
   if (!isOpen_) Open(looks_->LookOf(properties));
   if (isBreakDue_) {
-    paragraph_->PutInline("<span class=pb role=doc-pagebreak></span>");
+    paragraph_->PutInline(isColumnBreak_ ? "<span class=cb></span>"
+                                         : "<span class=pb role=doc-pagebreak></span>");
     isBreakDue_ = false;
   }
   paragraph_->Text(text, properties);
@@ -461,7 +472,10 @@ void HtmlWriter::MarkHere(Mark mark, const RunProperties& properties) {
   if (mark == Mark::kPageBreak || mark == Mark::kColumnBreak) {
     if (isOpen_ || !waiting_.empty()) {
       isBreakDue_ = true;
-    } else if (mark == Mark::kPageBreak) {
+      isColumnBreak_ = BreaksColumn(mark);
+    } else if (BreaksColumn(mark)) {
+      out_.Put(kColumnBreak);
+    } else {
       PutPageBreak();
     }
     return;

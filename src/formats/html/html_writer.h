@@ -143,6 +143,7 @@ class HtmlWriter final : public FlowHandler {
   void EndPiece();
   void Swap(PageText& other);
   void PutPageBreak();
+  bool BreaksColumn(Mark mark) const;
   // Paragraphs
   void Open(LookBook::Look look);
   void Wrap();
@@ -197,6 +198,7 @@ class HtmlWriter final : public FlowHandler {
   bool waitingMakesLine_ = false;
   std::string id_;
   bool isBreakDue_ = false;
+  bool isColumnBreak_ = false;  ///< that is due
   bool mustWrap_ = false;
   std::string before_, over_;  ///< shapes that hang at it
   bool isOnFirstPage_ = true;

@@ -30,7 +30,7 @@ constexpr std::string_view kBefore =
     "ins{color:#06c}del{color:#b00020}\n"
     "hr{border:0;border-top:1px solid;margin:6pt 0}\n"
     ".pb{border-top:1px dashed #999;margin:12pt 0}\n"
-    "span.pb{display:block}\n"
+    "span.pb,span.cb{display:block}.cb{break-after:column}\n"
     ".lb{height:1em;width:auto}\n"
     ".t{display:inline-block;text-indent:0;tab-size:0}\n"
     ".tf{display:inline-flex;text-indent:0;tab-size:0;max-width:100%;align-items:flex-end;align-items:last "

@@ -7,6 +7,14 @@
 #include <new>
 
 namespace pagerex {
+namespace {
+
+/// Also when what takes the parts throws.
+struct InflateEnd {
+  void operator()(z_stream* stream) const { inflateEnd(stream); }
+};
+
+}  // namespace
 
 PageSpool::PageSpool() = default;
 
@@ -59,9 +67,9 @@ void PageSpool::Deflate(std::string_view markup, int flush) {
   } while (!markup.empty());
 }
 
-void PageSpool::WriteTo(Utf8Output& out) {
+void PageSpool::WriteTo(const TakeMarkup& take) {
   for (Block& block : plain_) {
-    out.Put(std::string_view(block.bytes.get(), block.size));
+    take({block.bytes.get(), block.size});
     block.bytes.reset();
   }
   plain_.clear();
@@ -70,13 +78,14 @@ void PageSpool::WriteTo(Utf8Output& out) {
   Deflate({}, Z_FINISH);
   deflateEnd(stream_.get());
   stream_.reset();
-  InflateTo(out);
+  InflateTo(take);
   deflated_.clear();
 }
 
-void PageSpool::InflateTo(Utf8Output& out) {
+void PageSpool::InflateTo(const TakeMarkup& take) {
   z_stream stream{};
   if (inflateInit(&stream) != Z_OK) throw std::bad_alloc();
+  const std::unique_ptr<z_stream, InflateEnd> end(&stream);
   char part[0x4000];
   for (Block& block : deflated_) {
     stream.next_in = reinterpret_cast<Bytef*>(block.bytes.get());
@@ -85,11 +94,10 @@ void PageSpool::InflateTo(Utf8Output& out) {
       stream.next_out = reinterpret_cast<Bytef*>(part);
       stream.avail_out = sizeof part;
       inflate(&stream, Z_NO_FLUSH);
-      out.Put(std::string_view(part, sizeof part - stream.avail_out));
+      take({part, sizeof part - stream.avail_out});
     } while (stream.avail_out == 0);
     block.bytes.reset();
   }
-  inflateEnd(&stream);
 }
 
 }  // namespace pagerex

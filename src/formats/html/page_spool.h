@@ -1,12 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "base/utf8_output.h"
 
 struct z_stream_s;
 
@@ -22,8 +21,9 @@ class PageSpool {
   ~PageSpool();
 
   void Add(std::string_view markup);
-  /// Writes everything, and holds nothing any more.
-  void WriteTo(Utf8Output& out);
+  using TakeMarkup = std::function<void(std::string_view)>;
+  /// Hands everything on, in parts of any size, and holds nothing any more.
+  void WriteTo(const TakeMarkup& take);
 
  private:
   static constexpr size_t kBlock = 0x10000;
@@ -31,7 +31,7 @@ class PageSpool {
 
   void AddPlain(std::string_view markup);
   void Deflate(std::string_view markup, int flush);
-  void InflateTo(Utf8Output& out);
+  void InflateTo(const TakeMarkup& take);
 
   struct Block {
     std::unique_ptr<char[]> bytes;

@@ -18,7 +18,7 @@ std::string backFrom(const std::vector<std::string_view>& parts) {
     out.Open("page");
     PageSpool spool;
     for (const std::string_view part : parts) spool.Add(part);
-    spool.WriteTo(out);
+    spool.WriteTo([&out](std::string_view markup) { out.Put(markup); });
   }
   return sink.files["page"];
 }
@@ -68,7 +68,7 @@ TEST(PageSpool, HoldsNothingOnceItIsWritten) {
     spool.Add(page);
     spool.Add(page);
     out.Open(name);
-    spool.WriteTo(out);
+    spool.WriteTo([&out](std::string_view markup) { out.Put(markup); });
     out.Close();
     EXPECT_TRUE(sink.files[name] == page + page) << name;
   }
