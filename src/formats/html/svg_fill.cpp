@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "formats/html/page_text.h"
 #include "formats/html/svg_text.h"
 
 namespace pagerex {
@@ -140,7 +141,7 @@ void SvgFill::DefinePicture(std::string_view address) {
   appendLengthAttribute(out_, "width", width);
   appendLengthAttribute(out_, "height", height);
   out_ += "><image href=\"";
-  appendEscaped(out_, address);
+  appendAttribute(out_, address);
   out_ += '"';
   appendLengthAttribute(out_, "width", width);
   appendLengthAttribute(out_, "height", height);

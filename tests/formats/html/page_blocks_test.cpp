@@ -85,8 +85,8 @@ TEST(PageLists, StandInCellsAndEndThere) {
     s.Item(kBullet, 0, u"c");
   });
   EXPECT_EQ(page, "<ul role=list>\n<li>" + bullet("a") +
-                      "</li>\n</ul>\n<div class=x><table "
-                      "role=presentation><colgroup></colgroup>\n<tbody><tr><td><ul role=list>\n"
+                      "</li>\n</ul>\n<div class=x><table"
+                      "><colgroup></colgroup>\n<tbody><tr><td><ul role=list>\n"
                       "<li>" +
                       bullet("b") + "</li>\n</ul>\n</td></tr>\n</tbody></table></div>\n<ul role=list>\n<li>" +
                       bullet("c") + "</li>\n</ul>\n");
@@ -169,10 +169,9 @@ TEST(PageTables, ShowNothingOfWhatMergedCellsHold) {
       });
     });
   });
-  EXPECT_EQ(
-      page,
-      "<div class=x><table role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n</td></tr>\n"
-      "</tbody></table></div>\n");
+  EXPECT_EQ(page,
+            "<div class=x><table><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n</td></tr>\n"
+            "</tbody></table></div>\n");
 }
 
 TEST(PageTables, FillRowsThatBeginLaterOrEndEarlier) {
@@ -201,11 +200,10 @@ TEST(PageTables, StandInTables) {
       });
     });
   });
-  EXPECT_EQ(
-      page,
-      "<div class=x><table role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n"
-      "<div class=x><table role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>b</p>\n</td></tr>\n"
-      "</tbody></table></div>\n<p>c</p>\n</td></tr>\n</tbody></table></div>\n");
+  EXPECT_EQ(page,
+            "<div class=x><table role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>a</p>\n"
+            "<div class=x><table><colgroup></colgroup>\n<tbody><tr><td><p>b</p>\n</td></tr>\n"
+            "</tbody></table></div>\n<p>c</p>\n</td></tr>\n</tbody></table></div>\n");
 }
 
 TEST(PageTables, OfRightToLeftTextSayIt) {
@@ -216,7 +214,7 @@ TEST(PageTables, OfRightToLeftTextSayIt) {
     s.Row({u"a"});
     s.to.EndTable();
   });
-  EXPECT_TRUE(page.starts_with("<div class=x><table dir=rtl role=presentation>")) << page;
+  EXPECT_TRUE(page.starts_with("<div class=x><table dir=rtl>")) << page;
 }
 
 void caption(FlowScript& s, std::u16string_view text) {
@@ -232,8 +230,8 @@ void picture(FlowScript& s) {
 constexpr char kPicture[] = "<p><span class=\"sh i1\"></span></p>\n";
 constexpr char kTable[] =
     "<div "
-    "class=x><table "
-    "role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n</tbody></table></div>\n";
+    "class=x><table"
+    "><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n</tbody></table></div>\n";
 
 TEST(PageFigures, ArePicturesWithTheirCaption) {
   EXPECT_EQ(htmlOf([](FlowScript& s) {

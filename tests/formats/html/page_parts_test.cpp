@@ -248,8 +248,8 @@ TEST(PageHeaders, StandAroundTheirSection) {
             }),
             std::string("<header>\n<p>top</p>\n</header>\n<p>x</p>\n<footer>\n<p>foot</p>\n</footer>\n") +
                 kRuleOfPages +
-                "<header>\n<div class=x><table "
-                "role=presentation><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n"
+                "<header>\n<div class=x><table"
+                "><colgroup></colgroup>\n<tbody><tr><td><p>t</p>\n</td></tr>\n"
                 "</tbody></table></div>\n</header>\n<p>y</p>\n");
 }
 
