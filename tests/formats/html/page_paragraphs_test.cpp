@@ -258,7 +258,7 @@ TEST(PageParagraphs, MarkChanges) {
                   Revision::kInserted, [&] { s.Text(u"b"); }, u"Ann \"<\"", kDttm);
               s.Changed(Revision::kDeleted, [&] { s.Text(u"c", "b"); });
             }),
-            "<p>a<ins datetime=\"2007-01-02T13:03\" title=\"Ann "
+            "<p>a<ins datetime=\"2007-01-02\" title=\"Ann "
             "&quot;&lt;&quot;\">b</ins><del><b>c</b></del></p>\n");
   EXPECT_EQ(paragraphOf([](FlowScript& s) {
               s.Changed(Revision::kMovedHere, [&] { s.Text(u"a"); });

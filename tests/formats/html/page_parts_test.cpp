@@ -185,7 +185,7 @@ TEST(PageNotes, HaveIdsOfTheirOwn) {
 
 TEST(PageNotes, WithoutAMarkHaveAWayBackBehindThem) {
   EXPECT_THAT(pageOfNotes().blocks,
-              HasSubstr("<div role=doc-endnote id=endnote-1>\n<p>end</p>\n"
+              HasSubstr("<div id=endnote-1>\n<p>end</p>\n"
                         "<p><a role=doc-backlink href=#endnote-ref-1>\xE2\x86\xA9</a></p>\n</div>"));
 }
 

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "base/utf8_output.h"
 #include "support/memory_sink.h"
 
 namespace pagerex {
