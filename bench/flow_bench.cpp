@@ -104,7 +104,9 @@ uint32_t writeMarkdown(Document& document, Utf8Output& out) {
 class Page final : public BlockSink {
  public:
   void Take(std::string_view markup) override { spool_.Add(markup); }
-  void WriteTo(Utf8Output& out) { spool_.WriteTo(out); }
+  void WriteTo(Utf8Output& out) {
+    spool_.WriteTo([&out](std::string_view markup) { out.Put(markup); });
+  }
 
  private:
   PageSpool spool_;
