@@ -54,7 +54,10 @@ constexpr std::string_view kBefore =
     "section>header{margin-bottom:12pt}section>footer{margin-top:12pt}\n";
 
 constexpr std::string_view kAfter =
-    "@media print{main{padding:0;max-width:none}.pb{visibility:hidden;margin:0;break-after:page}"
+    "@media "
+    "print{main{padding:0;max-width:none}hr.pb{display:none}hr.pb+*{break-before:page}span.pb{visibility:"
+    "hidden;margin:0;break-after:page}"
+    ".a{break-inside:avoid}.x{overflow:visible;max-width:none}"
     "a:hover{text-decoration:none}}\n";
 
 constexpr std::string_view kSmall =
