@@ -56,7 +56,10 @@ ParagraphProperties PropertyResolver::ResolveParagraph(const PropertyKey& key) {
   pieceNames.style = names.style;
   readParagraphNames(key.lists[1], pieceNames);
 
-  ParagraphProperties properties = StyleParagraph(pieceNames.style, key.place);
+  const bool leavesList = names.setsList && names.listNumber == 0;
+  ParagraphProperties properties = leavesList && key.place.istd == kNoStyle
+                                       ? StyleParagraphWithoutList(pieceNames.style)
+                                       : StyleParagraph(pieceNames.style, key.place);
   if (!pieceNames.setsStyle) ApplyParagraphList(key.lists[0], properties);
   ApplyParagraphList(key.lists[1], properties);
   return properties;
@@ -105,6 +108,17 @@ ParagraphProperties PropertyResolver::StyleParagraph(uint16_t istd) {
       properties = *kept;
     }
   }
+  return properties;
+}
+
+/// A paragraph that was taken out of its style's list has nothing of the list's levels.
+ParagraphProperties PropertyResolver::StyleParagraphWithoutList(uint16_t istd) {
+  if (styles_.Kind(istd) != StyleKind::kParagraph) istd = kNormal;
+  ListLevels* const lists = lists_;
+  lists_ = nullptr;
+  ParagraphProperties properties;
+  for (const uint16_t style : styles_.Chain(istd)) ApplyStyle(style, properties);
+  lists_ = lists;
   return properties;
 }
 

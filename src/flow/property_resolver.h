@@ -59,6 +59,7 @@ class PropertyResolver {
   ParagraphProperties ResolveParagraph(const PropertyKey& key);
   ParagraphProperties StyleParagraph(uint16_t istd, const TableStylePlace& place);
   ParagraphProperties StyleParagraph(uint16_t istd);
+  ParagraphProperties StyleParagraphWithoutList(uint16_t istd);
   void ApplyStyle(uint16_t istd, ParagraphProperties& properties);
   void ApplyParagraphList(ByteView sprms, ParagraphProperties& properties);
 

@@ -153,8 +153,13 @@ TEST(ResolvedListItem, KeepsIndentsWithANegativeNumber) {
 }
 
 TEST(ResolvedListItem, IsNoneAnyMoreWithNumberZero) {
-  Resolved resolved({Style().papx({support::listItem(3, 1)})});
-  EXPECT_EQ(resolved.paragraph(0, {sprm(0x460B, 0)}).listNumber, 0);
+  Resolved resolved({Style().papx({support::listItem(3, 1), support::spaceAfter(7)})});
+  resolved.lists.levels[{3, 1}] = {support::leftIndent(720)};
+  EXPECT_EQ(resolved.paragraph(0).indentStart, 720);
+  const ParagraphProperties& p = resolved.paragraph(0, {sprm(0x460B, 0)});
+  EXPECT_EQ(p.listNumber, 0);
+  EXPECT_EQ(p.indentStart, 0) << "nothing of the level";
+  EXPECT_EQ(p.spaceAfter, 7) << "what else the style says";
 }
 
 TEST(ResolvedParagraph, NeedsNoLists) {
