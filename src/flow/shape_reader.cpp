@@ -197,7 +197,8 @@ std::u16string textOf(const ShapeProperties& properties, PID id) {
   std::u16string text;
   const ShapeProperties::Property* const property = properties.Find(id);
   const ByteView data = property ? property->data : ByteView();
-  for (size_t at = 0; at + 1 < data.size() && data.u16(at) != 0; at += 2) text += data.u16(at);
+  for (size_t at = 0; at + 1 < data.size() && data.u16(at) != 0; at += 2)
+    text += static_cast<char16_t>(data.u16(at));
   return text;
 }
 
@@ -285,7 +286,7 @@ void readShapePlace(const ShapeProperties& properties, ShapePlace& out) {
 }
 
 std::array<uint8_t, 8> patternOf(ByteView dib) {
-  constexpr size_t kWidth = 4, kHeight = 8, kBits = 14, kPalette = 40, kRows = kPalette + 2 * 4,
+  constexpr size_t kWidth = 4, kHeight = 8, kBits = 14, kPalette = 40, kRows = kPalette + size_t{2} * 4,
                    kRowBytes = 4;
   std::array<uint8_t, 8> rows{};
   if (dib.i32(kWidth) != 8 || std::abs(dib.i32(kHeight) / 8.0) != 1 || dib.u16(kBits) != 1) return rows;

@@ -290,7 +290,7 @@ std::string HtmlWriter::BoxMarkup(const PictureFacts& facts, std::string_view co
     }
   }
   std::string markup = "<div" + classes("text-box", kindOfPlace(placed.kind), sheet_.ClassOf('b', css)) + ">";
-  if (!drawing.empty() && !facts.shape->art.text.empty()) {
+  if (facts.shape && !drawing.empty() && !facts.shape->art.text.empty()) {
     // Lettering is its own text.
     PageText label;
     label.PutAttribute(facts.shape->art.text);

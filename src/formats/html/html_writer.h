@@ -158,7 +158,7 @@ class HtmlWriter final : public FlowHandler {
   std::string PictureMarkup(const PictureFacts& picture, std::string_view place, std::string css);
   std::string DrawingMarkup(const PictureFacts& picture, std::string_view place, std::string css);
   void PutShape(const std::string& markup, const PlacedShape& placed);
-  std::string BoxMarkup(const PictureFacts& shape, std::string_view content, PlacedShape& placed);
+  std::string BoxMarkup(const PictureFacts& facts, std::string_view content, PlacedShape& placed);
   // Parts
   void BeginPart(std::string_view kind, std::string_view role);
   void EndPart();

@@ -64,7 +64,8 @@ constexpr std::string_view kSmall =
     "@layer small{@media (max-width:900px){img,svg:not(.g){max-width:100%}}"
     "@media screen and (max-width:640px){:root{--i:.4;--n:0}main{padding:16px;max-width:100%}"
     ".text-box,.fl{position:static;float:none;max-width:100%;margin:6pt 0;transform:none}"
-    ".sh{max-width:100%;overflow:hidden}.text-box{width:auto;min-height:0;padding:6pt}.text-box>svg{display:none}"
+    ".sh{max-width:100%;overflow:hidden}.text-box{width:auto;min-height:0;padding:6pt}.text-box>svg{display:"
+    "none}"
     "div.fl{display:block}.t{min-width:0;tab-size:4}.tc>:last-child{width:auto;white-space:normal}}}\n";
 
 constexpr std::string_view kDark =

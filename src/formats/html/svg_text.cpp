@@ -18,7 +18,8 @@ void appendLength(std::string& out, double length) {
 void appendDecimal(std::string& out, double value) {
   const long hundredths = std::abs(value) < (1 << 20) ? std::lround(std::abs(value) * 100) : 0;
   if (value < 0 && hundredths > 0) out += '-';
-  appendLength(out, static_cast<double>(hundredths / 100));
+  const long whole = hundredths / 100;
+  appendLength(out, static_cast<double>(whole));
   if (hundredths % 100 == 0) return;
   out += '.';
   out += static_cast<char>('0' + hundredths / 10 % 10);

@@ -82,7 +82,7 @@ int64_t sumOfColumns(const TableProperties& table) {
 void appendWidth(std::string& out, const TableProperties& table) {
   if (isShare(table)) {
     out += "width:";
-    appendHundredths(out, 2 * std::min(table.width, kWholeInFiftieths), "%;");
+    appendHundredths(out, int64_t{2} * std::min(table.width, kWholeInFiftieths), "%;");
     return;
   }
   const int64_t sum = sumOfColumns(table);
