@@ -68,9 +68,9 @@ std::string base64OfSha256(std::string_view bytes) {
   const size_t left = bytes.size() - whole;
   if (left > 0) std::memcpy(rest, data + whole, left);
   rest[left] = 0x80;
+  const uint64_t bits = static_cast<uint64_t>(bytes.size()) * 8;
   const size_t end = left + 9 > kBlock ? 2 * kBlock : kBlock;
-  for (size_t i = 0; i < 8; ++i)
-    rest[end - 1 - i] = static_cast<uint8_t>(uint64_t{bytes.size()} * 8 >> 8 * i);
+  for (size_t i = 0; i < 8; ++i) rest[end - 1 - i] = static_cast<uint8_t>(bits >> (8 * i));
   for (size_t at = 0; at < end; at += kBlock) mixBlock(rest + at, state);
 
   uint8_t digest[32];

@@ -60,11 +60,12 @@ ShapePoint pointOf(ByteView element) {
 
 ShapeGuide guideOf(ByteView element) {
   constexpr uint16_t kKind = 0x1FFF, kFirstReference = 0x2000;
+  constexpr size_t kValues = 2;
   ShapeGuide guide;
   guide.kind = static_cast<uint8_t>(std::min(element.u16(0) & kKind, 0xFF));
   for (unsigned i = 0; i < 3; ++i) {
     guide.isReference[i] = (element.u16(0) & kFirstReference << i) != 0;
-    guide.values[i] = element.i16(2 + size_t{2} * i);
+    guide.values[i] = element.i16(kValues + i * sizeof(int16_t));
   }
   return guide;
 }
