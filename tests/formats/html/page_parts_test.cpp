@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <set>
 
 #include "support/html_of.h"
@@ -33,9 +32,12 @@ std::string linkTo(std::u16string_view address, std::u16string_view bookmark = {
 /// What a page says in each `name="..."` or `name=...`.
 std::multiset<std::string> valuesOf(const std::string& page, const std::string& name) {
   std::multiset<std::string> values;
-  const std::regex attribute(" " + name + "=\"?([^\" >]*)");
-  for (std::sregex_iterator at(page.begin(), page.end(), attribute), end; at != end; ++at)
-    values.insert((*at)[1]);
+  const std::string attribute = " " + name + "=";
+  for (size_t at = page.find(attribute); at != std::string::npos; at = page.find(attribute, at + 1)) {
+    size_t begin = at + attribute.size();
+    if (begin < page.size() && page[begin] == '"') ++begin;
+    values.insert(page.substr(begin, page.find_first_of("\" >", begin) - begin));
+  }
   return values;
 }
 
