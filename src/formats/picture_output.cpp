@@ -296,4 +296,12 @@ std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings) {
   return std::make_unique<NoPictures>(warnings);
 }
 
+bool isShownByBrowsers(std::string_view address) {
+  for (const std::string_view other : {"data:image/emf", "data:image/wmf", "data:image/x-pict"}) {
+    if (address.starts_with(other)) return false;
+  }
+  return address.starts_with("data:") ||
+         (!address.ends_with(".emf") && !address.ends_with(".wmf") && !address.ends_with(".pict"));
+}
+
 }  // namespace pagerex

@@ -47,6 +47,9 @@ std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings
 std::unique_ptr<PictureOutput> makeHeldPictures(uint64_t mostBytes, Warnings* warnings);
 constexpr char kHeldMark = '\x01';  // never part of a page
 
+/// Whether browsers show the picture that an address leads to, as these tell it.
+bool isShownByBrowsers(std::string_view address);
+
 /// None, and a warning for each.
 std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings);
 

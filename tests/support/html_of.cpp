@@ -18,7 +18,7 @@ std::string ToldPage::whole() const {
 
 ToldPage pageOf(const Script& inside, const Script& behind, const PageChoices& choices) {
   ToldPage page;
-  KeptBlocks blocks;
+  KeptBlocks blocks(choices.pieceSize);
   StyleSheet sheet(&page.warnings);
   const std::unique_ptr<PictureOutput> none = makeNoPictures(nullptr);
   HtmlWriter writer(blocks, sheet, choices.options, choices.pictures ? *choices.pictures : *none,

@@ -43,6 +43,7 @@ struct PageChoices {
   pagerex::PictureOutput* pictures = nullptr;
   bool darkScheme = false;
   Script facts = {};  ///< says what the document is, before it begins
+  uint64_t pieceSize = UINT64_MAX;
 };
 ToldPage pageOf(const Script& inside, const Script& behind = {}, const PageChoices& choices = {});
 

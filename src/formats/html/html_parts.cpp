@@ -95,7 +95,8 @@ void HtmlWriter::BeginDropCap(const ParagraphProperties& properties) {
   appendParagraphCss(css, letter, ParagraphProperties());
   css += "text-indent:0;margin-inline-end:.08em;";
   std::string open = "<span class=";
-  open.append(sheet_.ClassOf('d', css)).append(">");
+  appendValue(open, sheet_.ClassOf('d', css));
+  open += '>';
   BeginElement(std::move(open), "</span>");
 }
 

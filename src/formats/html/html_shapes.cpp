@@ -12,15 +12,6 @@ namespace {
 constexpr uint16_t kRectangle = 1, kTextBox = 202, kHostControl = 201, kPictureFrame = 75;
 constexpr uint64_t kFirstPage = 4000;  ///< characters that a first page has about, without page breaks
 
-/// Whether browsers show the picture that an address leads to.
-bool isShownByBrowsers(std::string_view address) {
-  for (const std::string_view other : {"data:image/emf", "data:image/wmf", "data:image/x-pict"}) {
-    if (address.starts_with(other)) return false;
-  }
-  return address.starts_with("data:") ||
-         (!address.ends_with(".emf") && !address.ends_with(".wmf") && !address.ends_with(".pict"));
-}
-
 int32_t twipsOf(int32_t emu) {
   return emu / 635;
 }

@@ -90,7 +90,7 @@ void HtmlWriter::EndDocument() {
 
 void HtmlWriter::BeginSection(const SectionFacts& facts) {
   const SectionProperties& section = facts.properties;
-  if (sink_.WantsEnd(characters_)) EndPiece();
+  if (sink_.WantsEnd(characters_ - pieceStart_)) EndPiece();
   if (facts.index == 0) {
     *paper_ = section;
   } else if (beginsPage(section)) {
@@ -165,7 +165,7 @@ void HtmlWriter::Give() {
 void HtmlWriter::EndPiece() {
   Give();
   sink_.EndPiece();
-  characters_ = 0;
+  pieceStart_ = characters_;
 }
 
 // Blocks
@@ -306,11 +306,25 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
       isCaption_ && here.last == Flow::Last::kPicture && here.lists.empty() && !here.isContents &&
       (here.frame.isThere ? here.frame == properties.frame : !properties.frame.isThere);
   if (!isCaptionBelow) EndFigure();
-  if (flowCount_ == 1 && aside_ == 0 && part_.empty() && !hasSectionElement_ && here.lists.empty() &&
-      !here.isContents && !here.frame.isThere && !isCaptionBelow && sink_.WantsEnd(characters_)) {
-    EndPiece();
-  }
+  if (!isCaptionBelow && IsBetweenBlocks() && sink_.WantsEnd(characters_ - pieceStart_)) EndPiece();
   looks_->MayForget();
+  BeginAround(facts, isCaptionBelow);
+  here.neighbours = neighbours;
+  Take(facts);
+  here.lastStart = out_.size();
+}
+
+/// Whether what was put so far is complete blocks of the page.
+bool HtmlWriter::IsBetweenBlocks() const {
+  const Flow& here = flows_[flowCount_ - 1];
+  return flowCount_ == 1 && aside_ == 0 && part_.empty() && !hasSectionElement_ && here.lists.empty() &&
+         !here.isContents && !here.frame.isThere;
+}
+
+/// Ends and begins the elements that a paragraph stands in.
+void HtmlWriter::BeginAround(const ParagraphFacts& facts, bool isCaptionBelow) {
+  Flow& here = flow();
+  const ParagraphProperties& properties = facts.properties;
   const bool isContents = flowCount_ == 1 && isOfContents(facts.styleName);
   if (here.isContents && !isContents) EndContents();
   if (here.frame.isThere && !(here.frame == properties.frame)) EndFrame();
@@ -322,8 +336,8 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   }
   if (facts.isListItem && !isContents) {
     BeginItem(facts);
-  } else {
-    if (!here.lists.empty()) EndLists(0);
+  } else if (!here.lists.empty()) {
+    EndLists(0);
   }
   if (isContents && !here.isContents) {
     out_.Put("<section role=doc-toc>\n");
@@ -334,8 +348,11 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
     out_.Put("<figcaption>");
     here.isFigure = here.isCaptionOpen = true;
   }
-  here.neighbours = neighbours;
-  properties_ = &properties;
+}
+
+/// What is known of the paragraph before its content.
+void HtmlWriter::Take(const ParagraphFacts& facts) {
+  properties_ = &facts.properties;
   headingLevel_ = facts.headingLevel;
   isInParagraph_ = true;
   isOpen_ = false;
@@ -343,15 +360,7 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   isBulletLabel_ = facts.isBullet;
   labelFollow_ = facts.labelFollow;
   labelPicture_.clear();
-  if (facts.labelPicture) {
-    const std::string_view address = pictures_.AddressOf(*facts.labelPicture);
-    if (!address.empty()) {
-      labelPicture_.append("<img class=lb alt=\"\" src=\"");
-      appendAttribute(labelPicture_, address);
-      labelPicture_ += "\">";
-      label_.clear();
-    }
-  }
+  if (facts.labelPicture) TakeLabelPicture(*facts.labelPicture);
   hasLabel_ = !label_.empty() || !labelPicture_.empty();
   markLook_ = looks_->LookOf(facts.markProperties);
   labelLook_ = facts.labelProperties ? looks_->LookOf(*facts.labelProperties) : markLook_;
@@ -360,10 +369,19 @@ void HtmlWriter::BeginParagraph(const ParagraphFacts& facts) {
   id_.clear();
   before_.clear();
   over_.clear();
-  isBreakDue_ = mustWrap_ = hasText_ = hasPicture_ = false;
+  isBreakDue_ = hasText_ = hasPicture_ = false;
   openLinks_ = openElements_ = 0;
   linksWritten_.clear();
-  here.lastStart = out_.size();
+}
+
+/// Where browsers cannot show it, the label stays text.
+void HtmlWriter::TakeLabelPicture(const PictureFacts& picture) {
+  const std::string_view address = pictures_.AddressOf(picture);
+  if (address.empty() || !isShownByBrowsers(address)) return;
+  labelPicture_.append("<img class=lb alt=\"\" src=\"");
+  appendAttribute(labelPicture_, address);
+  labelPicture_ += "\">";
+  label_.clear();
 }
 
 /// With its first text, whose look it has.

@@ -145,6 +145,10 @@ class HtmlWriter final : public FlowHandler {
   void PutPageBreak();
   bool BreaksColumn(Mark mark) const;
   // Paragraphs
+  bool IsBetweenBlocks() const;
+  void BeginAround(const ParagraphFacts& facts, bool isCaptionBelow);
+  void Take(const ParagraphFacts& facts);
+  void TakeLabelPicture(const PictureFacts& picture);
   void Open(LookBook::Look look);
   void Wrap();
   void HangShapes();
@@ -178,7 +182,8 @@ class HtmlWriter final : public FlowHandler {
   std::vector<Flow> flows_;
   size_t flowCount_ = 0;
   uint32_t muted_ = 0;
-  uint64_t characters_ = 0;  ///< of the piece at hand
+  uint64_t characters_ = 0;  ///< so far
+  uint64_t pieceStart_ = 0;  ///< of these, those in front of the piece at hand
   uint32_t aside_ = 0;       ///< parts that are written elsewhere, around this place
 
   // The paragraph
@@ -199,8 +204,7 @@ class HtmlWriter final : public FlowHandler {
   std::string id_;
   bool isBreakDue_ = false;
   bool isColumnBreak_ = false;  ///< that is due
-  bool mustWrap_ = false;
-  std::string before_, over_;  ///< shapes that hang at it
+  std::string before_, over_;   ///< shapes that hang at it
   bool isOnFirstPage_ = true;
   bool hasText_ = false, hasPicture_ = false;
   bool isCaption_ = false;

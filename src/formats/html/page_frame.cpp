@@ -49,6 +49,7 @@ constexpr std::string_view kBefore =
     ".a{position:relative}\n"
     ".text-box{box-sizing:border-box;isolation:isolate}\n"
     ".text-box>.g{position:absolute;left:0;top:0;z-index:-1}\n"
+    ".rule{display:inline-block;width:100%;border-top:1.5pt solid #aca899;vertical-align:middle}\n"
     ".sh{display:inline-block}.g{overflow:visible;display:block}\n"
     "main{position:relative;z-index:0}\n"
     "section>header{margin-bottom:12pt}section>footer{margin-top:12pt}\n";

@@ -61,7 +61,6 @@ void ParagraphWriter::Begin(PageText& out, const ParagraphProperties& properties
   isRunOpen_ = false;
   elements_.clear();
   hasLine_ = false;
-  begin_ = out.size();
   group_ = {};
   BeginSegment(properties.indentStart + properties.indentFirstLine);
 }
@@ -84,9 +83,9 @@ void ParagraphWriter::PutLabel(std::u16string_view label, LookBook::Look look, P
     css += "*var(--i));";
     position_ = stop.position;
   }
-  out_->Put("<span class=");
-  out_->Put(sheet_.ClassOf('m', css));
-  out_->Put('>');
+  std::string open = "<span class=";
+  appendValue(open, sheet_.ClassOf('m', css));
+  out_->Put(open + ">");
   out_->Put(picture);
   if (!label.empty()) {
     out_->Put(markup.open);

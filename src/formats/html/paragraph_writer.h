@@ -78,7 +78,6 @@ class ParagraphWriter {
   FontScript runScript_ = FontScript::kAscii;
   std::string_view runOpen_, runClose_;
   std::vector<Element> elements_;
-  size_t begin_ = 0;
   bool hasLine_ = false;  ///< something stands in the line
 
   size_t segment_ = 0;    ///< where what the next tab moves begins

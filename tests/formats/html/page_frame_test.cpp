@@ -52,6 +52,18 @@ TEST(PageFrame, AllowsFurtherRulesWhereTheyAreToCome) {
   EXPECT_THAT(pageHead(frame, ""), HasSubstr("default-src 'none'"));
 }
 
+TEST(PageFrame, HasARuleForEachClassThatIsNotMade) {
+  const std::string rules = pageWith([](FlowScript&) {}).baseRules;
+  for (const char* const name :
+       {"pb", "cb", "x",       "t", "tf",       "tl", "tl1", "tl5",  "tc",    "dp",
+        "lb", "cr", "missing", "a", "text-box", "sh", "g",   "rule", "notes", "comments"}) {
+    const std::string dot = "." + std::string(name);
+    bool isThere = false;
+    for (const char* const behind : {"{", ",", ">"}) isThere |= rules.find(dot + behind) != std::string::npos;
+    EXPECT_TRUE(isThere) << name;
+  }
+}
+
 TEST(PageFrame, HasTheTitleOfTheDocument) {
   EXPECT_EQ(pageWith([](FlowScript& s) { s.summary.title = u"A <t> & \u0085b"; }).frame.title,
             "A &lt;t> &amp; b");

@@ -315,6 +315,28 @@ TEST(PageBoxes, ThatLieOverTextHangAtTheirParagraph) {
             "<div class=a><p>x</p>\n<div class=\"text-box fl b1\">\n<p>box</p>\n</div>\n</div>\n<p>y</p>\n");
 }
 
+TEST(PageBoxes, OnTheFirstPaperHaveTheSamePlaceInPieces) {
+  ShapeFacts shape;
+  shape.box = {720, 1440, 2000, 1000};
+  shape.place.fromY = ShapePlace::From::kPage;
+  PictureFacts onPaper = floating(3);
+  onPaper.shape = &shape;
+  const auto blocks = [&](size_t before, uint64_t pieceSize) {
+    support::PageChoices choices;
+    choices.pieceSize = pieceSize;
+    return htmlOf(
+        [&](FlowScript& s) {
+          s.Paragraph(std::u16string(before, u'x'));
+          s.Paragraph(u"y");
+          s.TextBox(onPaper, [&] { s.Paragraph(u"box"); });
+        },
+        {}, choices);
+  };
+  EXPECT_THAT(blocks(100, UINT64_MAX), Not(HasSubstr("<div class=a>"))) << "counts from the page";
+  EXPECT_THAT(blocks(9000, UINT64_MAX), HasSubstr("<div class=a>")) << "counts from its paragraph";
+  for (const size_t before : {100, 9000}) EXPECT_EQ(blocks(before, 50), blocks(before, UINT64_MAX)) << before;
+}
+
 TEST(PageBoxes, StandInBoxes) {
   EXPECT_EQ(
       htmlOf([](FlowScript& s) {
