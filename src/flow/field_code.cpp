@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/code_page_1252.h"
 #include "flow/utf16.h"
-#include "wordreader/code_page_1252.h"
 
 namespace pagerex {
 namespace {

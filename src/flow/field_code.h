@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "flow/symbol_characters.h"
+#include "base/symbol_characters.h"
 
 namespace pagerex {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/byte_view.h"
-#include "flow/symbol_characters.h"
+#include "base/symbol_characters.h"
 
 namespace pagerex {
 

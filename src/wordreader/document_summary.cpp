@@ -7,7 +7,7 @@
 #include <iterator>
 #include <optional>
 
-#include "wordreader/code_page_text.h"
+#include "base/code_page_text.h"
 
 namespace pagerex {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "wordreader/code_page_1252.h"
+#include "base/code_page_1252.h"
 #include "wordreader/document.h"
 
 namespace {

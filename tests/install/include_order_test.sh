@@ -17,8 +17,9 @@ objectwriter base storage wordreader drawing story pagerex
 htmlwriter base storage wordreader drawing story objectwriter pagerex
 entry base storage wordreader drawing story objectwriter htmlwriter pagerex
 flow base storage wordreader drawing story pagerex
-formats base storage wordreader flow pagerex
-convert base storage wordreader drawing story flow objectwriter htmlwriter entry formats pagerex
+pictures base
+formats base storage wordreader flow pictures pagerex
+convert base storage wordreader drawing story flow objectwriter htmlwriter entry pictures formats pagerex
 '
 
 wrong=0

@@ -1,4 +1,4 @@
-#include "flow/symbol_characters.h"
+#include "base/symbol_characters.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "wordreader/code_page_text.h"
+#include "base/code_page_text.h"
 
 #include <iconv.h>
 
@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <iterator>
 
-#include "wordreader/code_page_1252.h"
-#include "wordreader/single_byte_pages.h"
+#include "base/code_page_1252.h"
+#include "base/single_byte_pages.h"
 
 namespace pagerex {
 namespace {

@@ -1,4 +1,4 @@
-#include "wordreader/code_page_1252.h"
+#include "base/code_page_1252.h"
 
 #include <gtest/gtest.h>
 

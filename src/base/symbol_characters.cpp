@@ -1,7 +1,7 @@
-#include "flow/symbol_characters.h"
+#include "base/symbol_characters.h"
 
+#include "base/code_page_1252.h"
 #include "flow/utf16.h"
-#include "wordreader/code_page_1252.h"
 
 namespace pagerex {
 namespace {
