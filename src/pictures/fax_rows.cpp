@@ -34,11 +34,10 @@ constexpr uint16_t kLong[] = {
     0x808, 0x80C, 0x80D, 0x1012, 0x1013, 0x1014, 0x1015, 0x1016, 0x1017, 0x101C, 0x101D, 0x101E, 0x101F,
 };
 
-void fillCodes(std::vector<uint16_t>& codes, uint16_t code, size_t row) {
+void fillCodes(uint16_t* codes, uint16_t code, size_t row) {
   const unsigned bits = static_cast<unsigned>(std::bit_width(code)) - 1, open = kMostBits - bits;
   const size_t first = size_t{code} << open & ((1u << kMostBits) - 1);
-  std::fill_n(codes.begin() + static_cast<ptrdiff_t>(first), size_t{1} << open,
-              static_cast<uint16_t>(row << 4 | bits));
+  for (size_t i = 0; i < size_t{1} << open; ++i) codes[first + i] = static_cast<uint16_t>(row << 4 | bits);
 }
 
 /// How a row differs from the one before.
@@ -57,11 +56,10 @@ constexpr StepCode kSteps[] = {
 }  // namespace
 
 FaxRows::FaxRows(Kind kind, uint32_t width) : kind_(kind), width_(width) {
-  for (std::vector<uint16_t>& codes : codes_) {
-    const uint16_t* const table = &codes == codes_ ? kWhite : kBlack;
-    codes.resize(size_t{1} << kMostBits);
-    for (size_t i = 0; i < std::size(kWhite); ++i) fillCodes(codes, table[i], i);
-    for (size_t i = 0; i < std::size(kLong); ++i) fillCodes(codes, kLong[i], std::size(kWhite) + i);
+  constexpr size_t kOwn = std::size(kWhite);
+  for (size_t i = 0; i < kOwn + std::size(kLong); ++i) {
+    fillCodes(codes_[0], i < kOwn ? kWhite[i] : kLong[i - kOwn], i);
+    fillCodes(codes_[1], i < kOwn ? kBlack[i] : kLong[i - kOwn], i);
   }
 }
 

@@ -33,7 +33,7 @@ class FaxRows {
   ByteView bytes_;
   uint64_t at_ = 0;  ///< bit
   bool isEnded_ = true, isLost_ = false, isPlain_ = true;
-  std::vector<uint16_t> codes_[2];          ///< by 13 bits: 16 times the run's row in the table, and its bits
+  uint16_t codes_[2][8192] = {};            ///< by 13 bits: 16 times the run's row in the table, and its bits
   std::vector<uint32_t> before_, changes_;  ///< where colours change, first to black
 };
 

@@ -36,8 +36,15 @@ enum Name : uint8_t {
   kSampleFormat,
   kNames
 };
-constexpr uint16_t kTags[kNames] = {256, 257, 258, 259, 262, 266, 273, 274, 277, 278, 279,
-                                    284, 292, 317, 320, 322, 323, 324, 325, 338, 339};
+struct Tag {
+  uint16_t number;
+  uint16_t otherwise;  ///< where there is none
+};
+constexpr Tag kTags[kNames] = {
+    {256, 0}, {257, 0}, {258, 1}, {259, 1}, {262, 1}, {266, 1}, {273, 0},
+    {274, 1}, {277, 1}, {278, 0}, {279, 0}, {284, 1}, {292, 0}, {317, 1},
+    {320, 0}, {322, 0}, {323, 0}, {324, 0}, {325, 0}, {338, 0}, {339, 1},
+};
 
 enum Meaning : uint32_t { kWhiteIsZero, kBlackIsZero, kRgb, kPalette, kMaskOnly, kCmyk };
 
@@ -50,7 +57,9 @@ constexpr uint64_t kMostTurned = 64u << 20;  ///< bytes of an image that is turn
 /// A TIFF's first image.
 class TiffImage {
  public:
-  explicit TiffImage(ByteView bytes) : bytes_(bytes), isBig_(bytes.u8(0) == 'M') {}
+  explicit TiffImage(ByteView bytes) : bytes_(bytes), isBig_(bytes.u8(0) == 'M') {
+    for (size_t i = 0; i < kNames; ++i) first_[i] = kTags[i].otherwise;
+  }
 
   bool Open();
   PictureResult Write(PictureSink& sink);
@@ -64,24 +73,23 @@ class TiffImage {
 
   uint32_t Number(size_t at, unsigned width) const;
   void ReadField(size_t entry);
-  uint32_t Value(Name name, uint32_t otherwise, uint32_t index = 0) const;
+  uint32_t Value(Name name, uint32_t index) const;
   bool IsUnderstood() const;
   bool MeasureRows();
   void ReadPalette();
 
-  bool WriteRows(PngWriter& png);
-  bool WriteTurned(PngWriter& png);
+  void WriteTurned(PngWriter& png);
   void ReadRow(uint32_t y, uint8_t* pixels);
-  void OpenSegment(TiffSegment& segment, uint32_t index, size_t size);
-  void ReadTiles(uint32_t line);
-  void ReadStrips(uint32_t y);
-  void AddUp(uint8_t* row, uint32_t width) const;
+  void OpenSegment(TiffSegment& segment, uint32_t index);
+  void ReadSegments(uint32_t y);
+  void AddUp(uint8_t* row) const;
   uint8_t Sample(uint32_t x, uint32_t sample) const;
   void PutPixel(uint32_t x, uint8_t* pixel) const;
 
   const ByteView bytes_;
   const bool isBig_;
   Field fields_[kNames];
+  uint32_t first_[kNames];  ///< numbers of the fields
   uint32_t width_ = 0, height_ = 0, meaning_ = 0, samples_ = 1, bits_ = 1, planes_ = 1;
   uint32_t alpha_ = 0;  ///< 1 when colours are multiplied by it, 2 when not
   bool isTiled_ = false, isWhole_ = true, isIndexed_ = false;
@@ -89,9 +97,10 @@ class TiffImage {
   uint32_t across_ = 1, down_ = 1;  ///< segments
   size_t rowBytes_ = 0;             ///< of all segments beside each other, in a plane
   size_t segmentRowBytes_ = 0;
-  uint64_t budget_ = 0;  ///< bytes of segments that may still be read: some lie on each other
-  std::vector<std::unique_ptr<TiffSegment>> segments_;
-  std::vector<uint8_t> band_;                ///< rows of a plane, then of the next one
+  uint64_t budget_ = 0;    ///< bytes of segments that may still be read: some lie on each other
+  uint32_t bandRows_ = 1;  ///< that are read at once
+  std::unique_ptr<TiffSegment> segments_[kMostPlanes];
+  std::unique_ptr<uint8_t[]> band_;          ///< rows of a plane, then of the next one
   const uint8_t* planeRows_[kMostPlanes]{};  ///< the row that is read, of each plane
   uint32_t palette_[256] = {};
 };
@@ -113,17 +122,16 @@ bool TiffImage::Open() {
   for (uint32_t i = 0; i < count && bytes_.contains(directory + 2 + i * kEntryBytes, kEntryBytes); ++i) {
     ReadField(directory + 2 + i * kEntryBytes);
   }
-  width_ = Value(kWidth, 0);
-  height_ = Value(kHeight, 0);
-  meaning_ = Value(kMeaning, kBlackIsZero);
-  samples_ = Value(kSamples, 1);
-  bits_ = Value(kSampleBits, 1);
+  width_ = first_[kWidth];
+  height_ = first_[kHeight];
+  meaning_ = first_[kMeaning];
+  samples_ = first_[kSamples];
+  bits_ = first_[kSampleBits];
   if (!IsUnderstood()) return false;
-  if (samples_ > kColourSamples[meaning_]) alpha_ = Value(kExtraSamples, 0);
+  if (samples_ > kColourSamples[meaning_]) alpha_ = first_[kExtraSamples];
   if (alpha_ > 2) alpha_ = 0;
-  planes_ = Value(kPlanes, 1) == 2
-                ? std::min<uint32_t>(samples_, kColourSamples[meaning_] + (alpha_ ? 1u : 0u))
-                : 1;
+  planes_ =
+      first_[kPlanes] == 2 ? std::min<uint32_t>(samples_, kColourSamples[meaning_] + (alpha_ ? 1u : 0u)) : 1;
   isIndexed_ = kColourSamples[meaning_] == 1 && alpha_ == 0;
   if (!MeasureRows()) return false;
   if (kColourSamples[meaning_] == 1) ReadPalette();
@@ -132,30 +140,32 @@ bool TiffImage::Open() {
 
 void TiffImage::ReadField(size_t entry) {
   constexpr uint32_t kByte = 1, kShort = 3, kLong = 4;
-  const auto* const tag = std::find(std::begin(kTags), std::end(kTags), Number(entry, 2));
+  const uint32_t number = Number(entry, 2);
+  size_t name = 0;
+  while (name < kNames && kTags[name].number != number) ++name;
   const uint32_t type = Number(entry + 2, 2);
-  if (tag == std::end(kTags) || (type != kByte && type != kShort && type != kLong)) return;
-  Field& field = fields_[tag - kTags];
+  if (name == kNames || (type != kByte && type != kShort && type != kLong)) return;
+  Field& field = fields_[name];
   field.count = Number(entry + 4, 4);
   field.width = static_cast<uint8_t>(type == kByte ? 1 : type == kShort ? 2 : 4);
   field.at = uint64_t{field.count} * field.width <= 4 ? entry + 8 : Number(entry + 8, 4);
+  if (field.count > 0) first_[name] = Value(static_cast<Name>(name), 0);
 }
 
-uint32_t TiffImage::Value(Name name, uint32_t otherwise, uint32_t index) const {
+/// 0 for one that is not there.
+uint32_t TiffImage::Value(Name name, uint32_t index) const {
   const Field& field = fields_[name];
-  const uint64_t from = uint64_t{index} * field.width;
-  if (index >= field.count || from >= bytes_.size()) return otherwise;
-  const size_t at = field.at + static_cast<size_t>(from);
-  return bytes_.contains(at, field.width) ? Number(at, field.width) : otherwise;
+  const uint64_t from = field.at + uint64_t{index} * field.width;
+  return index < field.count && from < bytes_.size() ? Number(static_cast<size_t>(from), field.width) : 0;
 }
 
 bool TiffImage::IsUnderstood() const {
-  const uint32_t compression = Value(kCompression, 1);
+  const uint32_t compression = first_[kCompression];
   const bool isFax = compression >= TiffSegment::kFaxRuns && compression <= TiffSegment::kFaxGroup4;
   const bool isBitCount = bits_ == 1 || bits_ == 2 || bits_ == 4 || bits_ == 8 || bits_ == 16 || bits_ == 32;
   return width_ > 0 && height_ > 0 && width_ <= PngWriter::kLongestSide && height_ <= INT32_MAX &&
          meaning_ < std::size(kColourSamples) && samples_ >= kColourSamples[meaning_] && samples_ < 256 &&
-         isBitCount && (meaning_ != kPalette || bits_ <= 8) && Value(kSampleFormat, 1) == 1 &&
+         isBitCount && (meaning_ != kPalette || bits_ <= 8) && first_[kSampleFormat] == 1 &&
          compression <= UINT16_MAX && TiffSegment::isKnown(static_cast<uint16_t>(compression)) &&
          (!isFax || (bits_ == 1 && samples_ == 1));
 }
@@ -166,9 +176,10 @@ bool TiffImage::MeasureRows() {
   constexpr uint64_t kMostOfByte = 8800, kMostOfFaxByte = 65536, kMostOfFax = 1u << 26, kLeast = 65536;
   constexpr uint64_t kMostAtOnce = 16u << 20;
   isTiled_ = fields_[kTileOffsets].count > 0;
-  segmentWidth_ = isTiled_ ? Value(kTileWidth, 0) : width_;
-  segmentRows_ = isTiled_ ? Value(kTileHeight, 0) : std::min(Value(kStripRows, height_), height_);
+  segmentWidth_ = isTiled_ ? first_[kTileWidth] : width_;
+  segmentRows_ = isTiled_ ? first_[kTileHeight] : std::min(first_[kStripRows] - 1, height_ - 1) + 1;
   if (segmentWidth_ == 0 || segmentRows_ == 0 || (isTiled_ && segmentWidth_ % 8 != 0)) return false;
+  if (isTiled_) bandRows_ = segmentRows_;
   const uint64_t most =
       bytes_.size() * kMostOfByte + kLeast + std::min(bytes_.size() * kMostOfFaxByte, kMostOfFax);
   across_ = (width_ - 1) / segmentWidth_ + 1;
@@ -177,10 +188,10 @@ bool TiffImage::MeasureRows() {
   const uint64_t rows = most / (rowBits * planes_);
   // Tiles are read a row of them at a time.
   const uint64_t mostAtOnce = std::min(most, 8 * (kMostAtOnce + 4 * uint64_t{bytes_.size()}));
-  if (mostAtOnce / (rowBits * planes_) < (isTiled_ ? segmentRows_ : 1)) return false;
+  if (mostAtOnce / (rowBits * planes_) < bandRows_) return false;
   isWhole_ = height_ <= rows;
   height_ = static_cast<uint32_t>(std::min<uint64_t>(height_, rows));
-  down_ = (Value(kHeight, 0) - 1) / segmentRows_ + 1;
+  down_ = (first_[kHeight] - 1) / segmentRows_ + 1;
   segmentRowBytes_ = static_cast<size_t>((segmentWidth_ * pixelBits + 7) / 8);
   rowBytes_ = segmentRowBytes_ * across_;
   budget_ = uint64_t{bytes_.size()} * 2;
@@ -190,14 +201,14 @@ bool TiffImage::MeasureRows() {
 void TiffImage::ReadPalette() {
   const uint32_t count = 1u << std::min(bits_, 8u);
   bool isOfBytes = true;
-  for (uint32_t i = 0; i < 3 * count; ++i) isOfBytes = isOfBytes && Value(kColours, 0, i) < 256;
+  for (uint32_t i = 0; i < 3 * count; ++i) isOfBytes = isOfBytes && Value(kColours, i) < 256;
   for (uint32_t i = 0; i < count; ++i) {
     uint32_t rgb = i * 255 / (count - 1) * 0x010101;
     if (meaning_ == kWhiteIsZero) rgb ^= 0xFFFFFF;
     if (meaning_ == kPalette) {
       rgb = 0;
       for (uint32_t part = 0; part < 3; ++part) {
-        rgb = rgb << 8 | (Value(kColours, 0, part * count + i) >> (isOfBytes ? 0 : 8) & 0xFF);
+        rgb = rgb << 8 | (Value(kColours, part * count + i) >> (isOfBytes ? 0 : 8) & 0xFF);
       }
     }
     palette_[i] = 0xFF000000u | rgb;
@@ -205,41 +216,40 @@ void TiffImage::ReadPalette() {
 }
 
 PictureResult TiffImage::Write(PictureSink& sink) {
-  const auto compression = static_cast<uint16_t>(Value(kCompression, 1));
+  const auto compression = static_cast<uint16_t>(first_[kCompression]);
   for (uint32_t plane = 0; plane < planes_; ++plane) {
-    segments_.push_back(std::make_unique<TiffSegment>(compression, Value(kFaxOptions, 0) & 1,
-                                                      Value(kBitOrder, 1) == 2, segmentWidth_));
+    segments_[plane] = std::make_unique<TiffSegment>(compression, first_[kFaxOptions] & 1,
+                                                     first_[kBitOrder] == 2, segmentWidth_);
   }
-  band_.resize(rowBytes_ * planes_ * (isTiled_ ? segmentRows_ : 1));
+  band_ = std::make_unique<uint8_t[]>(rowBytes_ * planes_ * bandRows_);
   PngForm form{.width = static_cast<int32_t>(width_), .height = static_cast<int32_t>(height_)};
   if (isIndexed_) {
     form.palette = palette_;
     form.colours = 1u << std::min(bits_, 8u);
   }
   form.hasAlpha = alpha_ != 0;
-  const uint32_t orientation = Value(kOrientation, 1);
+  const uint32_t orientation = first_[kOrientation];
   const uint64_t pixels = uint64_t{width_} * height_;
   bool isTurned = orientation > 1 && orientation <= 8;
   if (isTurned && (pixels * (isIndexed_ ? 1 : 4) > kMostTurned || height_ > PngWriter::kLongestSide))
     isTurned = isWhole_ = false;
   if (isTurned && orientation > 4) std::swap(form.width, form.height);
   PngWriter png(sink, form);
-  if (!png.goesOn() || !(isTurned ? WriteTurned(png) : WriteRows(png)) || !png.End())
-    return PictureResult::kRefused;
+  if (!png.goesOn()) return PictureResult::kRefused;
+  if (isTurned) {
+    WriteTurned(png);
+  } else {
+    const auto row = std::make_unique<uint8_t[]>(size_t{width_} * 4);
+    uint32_t y = 0;
+    do ReadRow(y, row.get());
+    while (png.PutRow(row.get()) && ++y < height_);
+  }
+  if (!png.End()) return PictureResult::kRefused;
   return isWhole_ ? PictureResult::kWhole : PictureResult::kInPart;
 }
 
-bool TiffImage::WriteRows(PngWriter& png) {
-  std::vector<uint8_t> row(size_t{width_} * (isIndexed_ ? 1 : 4));
-  for (uint32_t y = 0; y < height_; ++y) {
-    ReadRow(y, row.data());
-    if (!png.PutRow(row.data())) return false;
-  }
-  return true;
-}
-
 /// Rows 1 to 4 go on as the image's, 5 to 8 are its columns.
-bool TiffImage::WriteTurned(PngWriter& png) {
+void TiffImage::WriteTurned(PngWriter& png) {
   enum : uint8_t { kFromRight = 1, kFromBelow = 2, kColumns = 4 };
   constexpr uint8_t kWays[] = {0,
                                kFromRight,
@@ -249,35 +259,31 @@ bool TiffImage::WriteTurned(PngWriter& png) {
                                kColumns | kFromBelow,
                                kColumns | kFromRight | kFromBelow,
                                kColumns | kFromRight};
-  const uint8_t way = kWays[Value(kOrientation, 1) - 1];
-  const size_t pixelBytes = isIndexed_ ? 1 : 4, rowBytes = width_ * pixelBytes;
-  std::vector<uint8_t> all(rowBytes * height_);
-  for (uint32_t y = 0; y < height_; ++y) ReadRow(y, all.data() + y * rowBytes);
+  const uint8_t way = kWays[first_[kOrientation] - 1];
   const bool areColumns = way & kColumns;
-  const uint32_t lines = areColumns ? width_ : height_, length = areColumns ? height_ : width_;
-  std::vector<uint8_t> line(length * pixelBytes);
-  for (uint32_t i = 0; i < lines; ++i) {
-    for (uint32_t j = 0; j < length; ++j) {
-      uint32_t x = areColumns ? i : j, y = areColumns ? j : i;
-      if (way & kFromRight) x = width_ - 1 - x;
-      if (way & kFromBelow) y = height_ - 1 - y;
-      std::memcpy(line.data() + j * pixelBytes, all.data() + y * rowBytes + x * pixelBytes, pixelBytes);
-    }
-    if (!png.PutRow(line.data())) return false;
-  }
-  return true;
+  const auto pixelBytes = static_cast<ptrdiff_t>(isIndexed_ ? 1 : 4);
+  ptrdiff_t right = pixelBytes, down = pixelBytes * width_;
+  const auto all = std::make_unique<uint8_t[]>(static_cast<size_t>(down) * height_);
+  uint8_t* from = all.get();
+  for (uint32_t y = 0; y < height_; ++y, from += down) ReadRow(y, from);
+  from = all.get();
+  if (way & kFromRight) from += right * (width_ - 1), right = -right;
+  if (way & kFromBelow) from += down * (height_ - 1), down = -down;
+  if (areColumns) std::swap(right, down);
+  const uint32_t length = areColumns ? height_ : width_;
+  const auto line = std::make_unique<uint8_t[]>(length * static_cast<size_t>(pixelBytes));
+  do {
+    for (uint32_t i = 0; i < length; ++i)
+      std::memcpy(line.get() + i * pixelBytes, from + i * right, static_cast<size_t>(pixelBytes));
+    from += down;
+  } while (png.PutRow(line.get()));
 }
 
 void TiffImage::ReadRow(uint32_t y, uint8_t* pixels) {
-  const uint32_t line = y % segmentRows_;
-  if (!isTiled_) {
-    ReadStrips(y);
-  } else if (line == 0) {
-    ReadTiles(y / segmentRows_);
-  }
-  const size_t planeRows = isTiled_ ? segmentRows_ : 1;
+  const uint32_t line = y % bandRows_;
+  if (line == 0) ReadSegments(y);
   for (uint32_t plane = 0; plane < planes_; ++plane) {
-    planeRows_[plane] = band_.data() + (plane * planeRows + (isTiled_ ? line : 0)) * rowBytes_;
+    planeRows_[plane] = band_.get() + (plane * bandRows_ + line) * rowBytes_;
   }
   for (uint32_t x = 0; x < width_; ++x) {
     if (isIndexed_) {
@@ -289,45 +295,35 @@ void TiffImage::ReadRow(uint32_t y, uint8_t* pixels) {
   }
 }
 
-void TiffImage::OpenSegment(TiffSegment& segment, uint32_t index, size_t size) {
+void TiffImage::OpenSegment(TiffSegment& segment, uint32_t index) {
   const Name offsets = isTiled_ ? kTileOffsets : kStripOffsets, sizes = isTiled_ ? kTileSizes : kStripSizes;
-  const uint32_t told = Value(sizes, 0, index);
-  ByteView bytes = bytes_.part(Value(offsets, UINT32_MAX, index), told ? told : SIZE_MAX);
-  if (Value(kCompression, 1) == TiffSegment::kNone) bytes = bytes.part(0, size);
+  const uint32_t told = Value(sizes, index);
+  ByteView bytes = bytes_.part(Value(offsets, index), told ? told : SIZE_MAX);
+  if (first_[kCompression] == TiffSegment::kNone) bytes = bytes.part(0, segmentRowBytes_ * segmentRows_);
   if (bytes.size() > budget_) bytes = {};
   budget_ -= bytes.size();
   segment.Open(bytes);
 }
 
-void TiffImage::ReadStrips(uint32_t y) {
+/// Strips a row at a time, tiles as many as they have.
+void TiffImage::ReadSegments(uint32_t y) {
   for (uint32_t plane = 0; plane < planes_; ++plane) {
     TiffSegment& segment = *segments_[plane];
-    uint8_t* const row = band_.data() + plane * rowBytes_;
-    if (y % segmentRows_ == 0)
-      OpenSegment(segment, plane * down_ + y / segmentRows_, rowBytes_ * segmentRows_);
-    if (!segment.Read(row, rowBytes_)) isWhole_ = false;
-    AddUp(row, width_);
-  }
-}
-
-void TiffImage::ReadTiles(uint32_t line) {
-  for (uint32_t plane = 0; plane < planes_; ++plane) {
     for (uint32_t tile = 0; tile < across_; ++tile) {
-      TiffSegment& segment = *segments_[plane];
-      OpenSegment(segment, (plane * down_ + line) * across_ + tile, segmentRowBytes_ * segmentRows_);
-      uint8_t* row = band_.data() + plane * segmentRows_ * rowBytes_ + tile * segmentRowBytes_;
-      for (uint32_t y = 0; y < segmentRows_; ++y, row += rowBytes_) {
+      if (y % segmentRows_ == 0) OpenSegment(segment, (plane * down_ + y / segmentRows_) * across_ + tile);
+      uint8_t* row = band_.get() + plane * bandRows_ * rowBytes_ + tile * segmentRowBytes_;
+      for (uint32_t i = 0; i < bandRows_; ++i, row += rowBytes_) {
         if (!segment.Read(row, segmentRowBytes_)) isWhole_ = false;
-        AddUp(row, segmentWidth_);
+        AddUp(row);
       }
     }
   }
 }
 
 /// Samples may be told as differences to those of the pixel before.
-void TiffImage::AddUp(uint8_t* row, uint32_t width) const {
-  if (Value(kPredictor, 1) != 2 || (bits_ != 8 && bits_ != 16)) return;
-  const size_t step = planes_ > 1 ? 1 : samples_, count = width * step;
+void TiffImage::AddUp(uint8_t* row) const {
+  if (first_[kPredictor] != 2 || (bits_ != 8 && bits_ != 16)) return;
+  const size_t step = planes_ > 1 ? 1 : samples_, count = segmentWidth_ * step;
   if (bits_ == 8) {
     for (size_t i = step; i < count; ++i) row[i] = static_cast<uint8_t>(row[i] + row[i - step]);
     return;

@@ -13,7 +13,7 @@ constexpr uint16_t kKnown[] = {
     TiffSegment::kLzw,  TiffSegment::kDeflate, TiffSegment::kPackBits,  TiffSegment::kOldDeflate,
 };
 
-constexpr uint32_t kClear = 256, kEnd = 257, kFirstWord = 258, kMostWords = 4096;
+constexpr uint32_t kClear = 256, kEnd = 257;
 
 uint8_t reversed(uint8_t byte) {
   unsigned bits = byte;
@@ -23,18 +23,6 @@ uint8_t reversed(uint8_t byte) {
 }
 
 }  // namespace
-
-/// Words of LZW: each is another one and a byte.
-struct TiffSegment::Words {
-  uint16_t front[kMostWords];
-  uint8_t last[kMostWords];
-  uint8_t text[kMostWords];  ///< the word that is being read, at the end
-  uint32_t textAt = kMostWords;
-  uint32_t next = kFirstWord;
-  uint32_t previous = kClear;
-  uint64_t bit = 0;
-  unsigned width = 9;
-};
 
 bool TiffSegment::isKnown(uint16_t compression) {
   return std::find(std::begin(kKnown), std::end(kKnown), compression) != std::end(kKnown);
@@ -51,22 +39,15 @@ TiffSegment::TiffSegment(uint16_t compression, bool isFaxOfBoth, bool hasBitsRev
                                                    : FaxRows::Kind::kGroup3;
     fax_ = std::make_unique<FaxRows>(kind, faxWidth);
   }
-  if (compression_ == kDeflate) {
-    stream_ = std::make_unique<z_stream>();
-    if (inflateInit(stream_.get()) != Z_OK) throw std::bad_alloc();
-  }
-}
-
-TiffSegment::~TiffSegment() {
-  if (stream_) inflateEnd(stream_.get());
+  if (compression_ == kDeflate && inflateInit(&stream_) != Z_OK) throw std::bad_alloc();
 }
 
 void TiffSegment::Open(ByteView bytes) {
   bytes_ = bytes;
   if (hasBitsReversed_) {
-    reversed_.resize(bytes.size());
-    std::transform(bytes.data(), bytes.data() + bytes.size(), reversed_.begin(), reversed);
-    bytes_ = {reversed_.data(), reversed_.size()};
+    reversed_ = std::make_unique<uint8_t[]>(bytes.size());
+    for (size_t i = 0; i < bytes.size(); ++i) reversed_[i] = reversed(bytes.u8(i));
+    bytes_ = {reversed_.get(), bytes.size()};
   }
   at_ = left_ = 0;
   if (fax_) fax_->Open(bytes_);
@@ -77,11 +58,9 @@ void TiffSegment::Open(ByteView bytes) {
     words_->bit = 0;
     words_->width = 9;
   }
-  if (stream_) {
-    inflateReset(stream_.get());
-    stream_->next_in = const_cast<uint8_t*>(bytes_.data());
-    stream_->avail_in = static_cast<uInt>(std::min<size_t>(bytes_.size(), UINT32_MAX));
-  }
+  inflateReset(&stream_);
+  stream_.next_in = const_cast<uint8_t*>(bytes_.data());
+  stream_.avail_in = static_cast<uInt>(std::min<size_t>(bytes_.size(), UINT32_MAX));
 }
 
 bool TiffSegment::Read(uint8_t* to, size_t size) {
@@ -90,7 +69,7 @@ bool TiffSegment::Read(uint8_t* to, size_t size) {
     read = fax_->Next(to) ? size : 0;
   } else if (words_) {
     read = ReadWords(to, size);
-  } else if (stream_) {
+  } else if (compression_ == kDeflate) {
     read = ReadDeflate(to, size);
   } else if (compression_ == kPackBits) {
     read = ReadPackBits(to, size);
@@ -180,13 +159,13 @@ bool TiffSegment::NextWord() {
 }
 
 size_t TiffSegment::ReadDeflate(uint8_t* to, size_t size) {
-  stream_->next_out = to;
-  stream_->avail_out = static_cast<uInt>(size);
-  const int state = inflate(stream_.get(), Z_SYNC_FLUSH);
+  stream_.next_out = to;
+  stream_.avail_out = static_cast<uInt>(size);
+  const int state = inflate(&stream_, Z_SYNC_FLUSH);
   // It is not asked again: what follows damage is of no use.
-  if (state != Z_OK) stream_->avail_in = 0;
+  if (state != Z_OK) stream_.avail_in = 0;
   if (state != Z_OK && state != Z_STREAM_END && state != Z_BUF_ERROR) return 0;
-  return size - stream_->avail_out;
+  return size - stream_.avail_out;
 }
 
 }  // namespace pagerex

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "base/byte_view.h"
 #include "pictures/fax_rows.h"
@@ -30,14 +29,23 @@ class TiffSegment {
   TiffSegment(uint16_t compression, bool isFaxOfBoth, bool hasBitsReversed, uint32_t faxWidth);
   TiffSegment(const TiffSegment&) = delete;
   TiffSegment& operator=(const TiffSegment&) = delete;
-  ~TiffSegment();
+  ~TiffSegment() { inflateEnd(&stream_); }
 
   void Open(ByteView bytes);
   /// Of facsimile a row. What is not there is zero, and false is told.
   bool Read(uint8_t* to, size_t size);
 
  private:
-  struct Words;
+  static constexpr uint32_t kMostWords = 4096, kFirstWord = 258;
+  /// Words of LZW: each is another one and a byte.
+  struct Words {
+    uint16_t front[kMostWords];
+    uint8_t last[kMostWords];
+    uint8_t text[kMostWords];  ///< the word that is being read, at the end
+    uint32_t textAt, next, previous;
+    uint64_t bit;
+    unsigned width;
+  };
 
   size_t ReadPackBits(uint8_t* to, size_t size);
   size_t ReadWords(uint8_t* to, size_t size);
@@ -48,11 +56,11 @@ class TiffSegment {
   const bool hasBitsReversed_;
   ByteView bytes_;
   size_t at_ = 0;
-  std::vector<uint8_t> reversed_;
+  std::unique_ptr<uint8_t[]> reversed_;
   size_t left_ = 0;  ///< of a run
   bool isRepeated_ = false;
   std::unique_ptr<Words> words_;
-  std::unique_ptr<z_stream> stream_;
+  z_stream stream_{};
   std::unique_ptr<FaxRows> fax_;
 };
 
