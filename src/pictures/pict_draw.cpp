@@ -17,7 +17,7 @@ namespace {
 /// Numbers that fonts had from the beginning.
 struct KnownFont {
   uint16_t number;
-  const char* name;
+  char name[10];
 };
 constexpr KnownFont kFonts[] = {
     {0, "Chicago"}, {2, "New York"}, {3, "Geneva"},     {4, "Monaco"},   {5, "Venice"},  {6, "London"},
@@ -44,33 +44,21 @@ Box PictPlayer::OnCanvas(const Box& box, double inset) const {
 
 PictPlayer::Drawing PictPlayer::DrawingOf(Pattern& pattern, uint16_t mode) {
   if (pattern.isColour) return {Paint::Colour(pattern.rgb), Blend::kNormal};
-  if (pattern.isImage) {
-    Box all = pattern.image.bounds();
-    pattern.image.Cut(all);
-    if (all.width() <= 0 || all.height() <= 0) return {};
-    if (pattern.server == 0) {
-      const auto write = [&](PictureSink& sink) { return pattern.image.Write(all, sink); };
-      pattern.server = canvas_.AddImageTile(to_, all.width(), all.height(), write);
-    }
-    return {Paint::Server(pattern.server), Blend::kNormal};
-  }
+  if (pattern.isImage) return {Paint::Server(pattern.server), Blend::kNormal};
   if (mode >= kFirstOfColours) mode = mode == kTransparent ? kOr : kCopy;
   const auto kind = static_cast<uint8_t>(mode & 7);
-  const uint8_t what = kind & 3, turn = kind & kOpposite ? 0xFF : 0;
+  const uint8_t what = kind & 3;
   const uint32_t ink = what == kXor ? kWhite : what == kClear ? ground_ : ink_;
   // Where nothing is drawn, the colour is one that only stands for that.
   const uint32_t ground = what == kCopy ? ground_ : ~ink & kWhite;
   const Blend blend = what == kXor ? Blend::kDifference : Blend::kNormal;
-  const auto isAll = [&](int byte) {
-    return std::all_of(pattern.bits.begin(), pattern.bits.end(),
-                       [=](uint8_t row) { return (row ^ turn) == byte; });
-  };
-  if (isAll(0xFF)) return {Paint::Colour(ink), blend};
-  if (isAll(0)) return {what == kCopy ? Paint::Colour(ground) : Paint{}, blend};
+  const uint64_t shown = kind & kOpposite ? ~pattern.bits : pattern.bits;
+  if (shown == UINT64_MAX) return {Paint::Colour(ink), blend};
+  if (shown == 0) return {what == kCopy ? Paint::Colour(ground) : Paint{}, blend};
   if (pattern.server == 0 || pattern.ink != ink || pattern.ground != ground || pattern.kind != kind) {
     constexpr uint8_t kHeader[40] = {40, 0, 0, 0, 8, 0, 0, 0, 0xF8, 0xFF, 0xFF, 0xFF, 1, 0, 1};
     uint8_t bits[32] = {};
-    for (size_t i = 0; i < pattern.bits.size(); ++i) bits[4 * i] = pattern.bits[i] ^ turn;
+    for (size_t i = 0; i < 8; ++i) bits[4 * i] = static_cast<uint8_t>(shown >> (56 - 8 * i));
     const Dib dib{{kHeader, sizeof kHeader}, {bits, sizeof bits}, false, {}};
     PixelChange change;
     change.hasInks = true;
@@ -124,13 +112,12 @@ void PictPlayer::DrawShape(uint32_t opcode, PictBytes& in) {
   constexpr uint32_t kIsSame = 8, kVerbs = 7;
   const auto shape = static_cast<Shape>(opcode / 16 - 3);
   const uint32_t verb = opcode & kVerbs;
-  if (shape >= kPolygon) {
-    if (!(opcode & kIsSame)) {
-      const size_t size = PictBytes(in).U16();
-      (shape == kPolygon ? polygon_ : region_) = in.Take(std::max<size_t>(size, 2));
+  if (!(opcode & kIsSame)) {
+    if (shape >= kPolygon) {
+      (shape == kPolygon ? polygon_ : region_) = in.TakeSized();
+    } else {
+      boxes_[shape] = in.ReadBox();
     }
-  } else if (!(opcode & kIsSame)) {
-    boxes_[shape] = in.ReadBox();
   }
   if (shape == kArc) {
     startAngle_ = in.I16();
@@ -246,20 +233,20 @@ void PictPlayer::DrawText(uint32_t opcode, PictBytes& in) {
   if (opcode & kAcross) textAt_.x += in.U8();
   if (opcode & kDown) textAt_.y += in.U8();
   const ByteView bytes = in.Take(in.U8());
-  std::string_view family;
+  ByteView name;
   for (const KnownFont& font : kFonts) {
-    if (font.number == font_) family = font.name;
+    if (font.number == font_) name = {font.name, sizeof font.name};
   }
-  for (const auto& [number, name] : fontNames_) {
-    if (number == font_) family = name;
+  for (const FontName& font : fontNames_) {
+    if (font.number == font_ && !font.name.empty()) name = font.name;
   }
-  const SymbolFont symbols = symbolFontNamed(std::u16string(family.begin(), family.end()));
-  std::u16string text;
-  if (symbols == SymbolFont::kNone) {
-    text = macRoman_.Read(bytes);
-  } else {
-    for (size_t i = 0; i < bytes.size(); ++i) appendSymbol(symbols, bytes.u8(i), text);
-  }
+  const std::u16string fontName = macRoman_.Read(name);
+  std::string family;
+  appendUtf8(family, fontName);
+  const SymbolFont symbols = symbolFontNamed(fontName);
+  const bool isOfSigns = symbols != SymbolFont::kNone;
+  std::u16string text = macRoman_.Read(isOfSigns ? ByteView() : bytes);
+  for (size_t i = 0; isOfSigns && i < bytes.size(); ++i) appendSymbol(symbols, bytes.u8(i), text);
   TextLook look;
   look.family = family;
   look.size = textSize_ ? textSize_ : 12;
@@ -285,31 +272,25 @@ bool PictPlayer::DrawBits(uint32_t opcode, PictBytes& in) {
   constexpr uint32_t kHasRegion = 1, kIsDirect = 2, kIsPacked = 8;
   PictBits bits;
   bits.ReadHeader(in, opcode & kIsDirect, ink_, ground_);
-  Box from = in.ReadBox();
-  const Box to = in.ReadBox();
+  const Box from = in.ReadBox(), to = in.ReadBox();
   const uint16_t mode = in.U16();
   const uint32_t clip = canvas_.clip();
   if (opcode & kHasRegion) {
     PathData path;
-    const size_t size = PictBytes(in).U16();
-    AddRegion(path, in.Take(std::max<size_t>(size, 2)));
+    AddRegion(path, in.TakeSized());
     canvas_.SetClip(canvas_.AddClip(path.view(), FillRule::kEvenOdd, clip));
   }
   const bool isWhole = bits.FindRows(in, opcode & kIsPacked);
   if (mode == kOr || mode == kTransparent) bits.MakeClear(ground_);
-  // Where a part of it is not there, the rest stays at its place.
-  const Matrix whole = PlaceOf(to);
-  const Matrix place =
-      from.width() > 0 && from.height() > 0
-          ? Matrix{1 / from.width(),         0, 0, 1 / from.height(), -from.left / from.width(),
-                   -from.top / from.height()} *
-                whole
-          : whole;
-  bits.Cut(from);
-  if (from.width() > 0 && from.height() > 0) {
+  Box shown = from;
+  bits.Cut(shown);
+  if (shown.width() > 0 && shown.height() > 0) {
+    // Where a part of it is not there, the rest stays at its place.
+    const double right = to.width() / from.width(), down = to.height() / from.height();
+    const Box place{to.left + (shown.left - from.left) * right, to.top + (shown.top - from.top) * down,
+                    to.left + (shown.right - from.left) * right, to.top + (shown.bottom - from.top) * down};
     canvas_.Image(
-        Matrix{from.width(), 0, 0, from.height(), from.left, from.top} * place, "image/png",
-        [&](PictureSink& sink) { return bits.Write(from, sink); },
+        PlaceOf(place), "image/png", [&](PictureSink& sink) { return bits.Write(shown, sink); },
         mode == kXor ? Blend::kDifference : Blend::kNormal);
   }
   canvas_.SetClip(clip);
@@ -320,16 +301,8 @@ bool PictPlayer::DrawBits(uint32_t opcode, PictBytes& in) {
 void PictPlayer::DrawQuickTime(ByteView bytes) {
   PictBytes in(bytes);
   in.Skip(2);
-  Matrix matrix;
-  matrix.a = in.Fixed();
-  matrix.b = in.Fixed();
-  in.Skip(4);
-  matrix.c = in.Fixed();
-  matrix.d = in.Fixed();
-  in.Skip(4);
-  matrix.e = in.Fixed();
-  matrix.f = in.Fixed();
-  in.Skip(4);
+  double numbers[9];
+  for (double& number : numbers) number = in.Fixed();
   const uint32_t matteSize = in.U32();
   in.Skip(10);
   const Box from = in.ReadBox();
@@ -349,8 +322,9 @@ void PictPlayer::DrawQuickTime(ByteView bytes) {
     isWhole_ = false;
     return;
   }
-  canvas_.Image(Matrix{from.width(), 0, 0, from.height(), from.left, from.top} * matrix * to_, "image/jpeg",
-                [&](PictureSink& sink) { return sink.Put(image); });
+  const double right = numbers[0], down = numbers[4], x = numbers[6], y = numbers[7];
+  const Box place{from.left * right + x, from.top * down + y, from.right * right + x, from.bottom * down + y};
+  canvas_.Image(PlaceOf(place), "image/jpeg", [&](PictureSink& sink) { return sink.Put(image); });
 }
 
 }  // namespace pagerex

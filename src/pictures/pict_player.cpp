@@ -1,6 +1,5 @@
 #include "pictures/pict_player.h"
 
-#include "base/utf8.h"
 #include "pictures/metafile.h"
 #include "pictures/metafile_canvas.h"
 
@@ -69,12 +68,6 @@ uint32_t oldColour(uint32_t number) {
   return 0;
 }
 
-/// Its size stands in its first two bytes, which count.
-ByteView sizedPart(PictBytes& in) {
-  const size_t begin = PictBytes(in).U16();
-  return in.Take(begin < 2 ? 2 : begin);
-}
-
 /// What the first opcodes tell.
 struct Front {
   size_t begin = 0;  ///< of opcodes; 0 for no PICT
@@ -136,7 +129,13 @@ bool PictPlayer::Do(uint32_t opcode, PictBytes& in) {
   if (opcode < kFirstShape) {
     const uint8_t size = opcode == kVersion && isWide_ ? uint8_t{2} : kSizes[opcode];
     const size_t begin = in.at();
-    if (opcode == kFontName) ReadFont(in);
+    if (opcode == kFontName) {
+      PictBytes name = in;
+      name.Skip(2);
+      FontName& font = fontNames_[fonts_++ % std::size(fontNames_)];
+      font.number = name.U16();
+      font.name = name.Take(name.U8());
+    }
     if (size == kSized) {
       in.Skip(in.U16());
       return true;
@@ -165,7 +164,7 @@ bool PictPlayer::Do(uint32_t opcode, PictBytes& in) {
 void PictPlayer::SetState(uint32_t opcode, PictBytes& in) {
   switch (opcode) {
     case kClip:
-      return SetClip(sizedPart(in));
+      return SetClip(in.TakeSized());
     case kGroundPattern:
       return ReadPattern(groundPattern_, in);
     case kPenPattern:
@@ -228,7 +227,8 @@ void PictPlayer::SetState(uint32_t opcode, PictBytes& in) {
 }
 
 void PictPlayer::ReadPattern(Pattern& pattern, PictBytes& in) {
-  for (uint8_t& row : pattern.bits) row = in.U8();
+  pattern.bits = in.U32();
+  pattern.bits = pattern.bits << 32 | in.U32();
   pattern.isImage = pattern.isColour = false;
   pattern.server = 0;
 }
@@ -241,23 +241,16 @@ void PictPlayer::ReadPatternImage(Pattern& pattern, PictBytes& in) {
     pattern.isColour = true;
     pattern.rgb = in.ReadColour();
   } else if (kind == kImage) {
-    pattern.image = {};
-    pattern.image.ReadHeader(in, false, ink_, ground_);
-    pattern.isImage = pattern.image.FindRows(in, true);
-    if (!pattern.isImage) isWhole_ = false;
+    PictBits image;
+    image.ReadHeader(in, false, ink_, ground_);
+    if (!image.FindRows(in, true)) isWhole_ = false;
+    Box all = image.bounds();
+    image.Cut(all);
+    if (!(all.width() > 0) || !(all.height() > 0)) return;
+    pattern.server = canvas_.AddImageTile(to_, all.width(), all.height(),
+                                          [&](PictureSink& sink) { return image.Write(all, sink); });
+    pattern.isImage = true;
   }
-}
-
-/// A name for a number.
-void PictPlayer::ReadFont(PictBytes in) {
-  constexpr size_t kMostFonts = 256;
-  in.Skip(2);
-  const uint16_t number = in.U16();
-  const ByteView name = in.Take(in.U8());
-  if (in.isBeyond() || fontNames_.size() >= kMostFonts) return;
-  std::string text;
-  appendUtf8(text, macRoman_.Read(name));
-  fontNames_.emplace_back(number, text);
 }
 
 }  // namespace pagerex

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <array>
-#include <string>
-#include <utility>
-#include <vector>
+#include <iterator>
 
 #include "base/code_page_text.h"
 #include "pictures/pict_bits.h"
@@ -17,15 +14,16 @@ class PictPlayer {
  public:
   /// `to` takes the picture's pixels to the canvas, which is not owned. `isWide` tells opcodes of two bytes.
   PictPlayer(SvgCanvas& canvas, const Matrix& to, const Box& frame, bool isWide)
-      : canvas_(canvas), to_(to), frame_(frame), isWide_(isWide) {}
+      : canvas_(canvas), to_(to), frame_(frame), isWide_(isWide) {
+    penPattern_.bits = fillPattern_.bits = UINT64_MAX;
+  }
 
   /// False when it ends early.
   bool Play(PictBytes in);
 
  private:
   struct Pattern {
-    std::array<uint8_t, 8> bits;
-    PictBits image;
+    uint64_t bits = 0;  ///< the first row uppermost
     bool isImage = false, isColour = false;
     uint32_t rgb = 0;     ///< of a colour
     uint32_t server = 0;  ///< of the canvas, for the inks below
@@ -43,7 +41,6 @@ class PictPlayer {
   void SetState(uint32_t opcode, PictBytes& in);
   void ReadPattern(Pattern& pattern, PictBytes& in);
   void ReadPatternImage(Pattern& pattern, PictBytes& in);
-  void ReadFont(PictBytes in);
 
   void DrawLine(uint32_t opcode, PictBytes& in);
   void FlushLines();
@@ -71,9 +68,7 @@ class PictPlayer {
   uint32_t ink_ = 0x000000, ground_ = 0xFFFFFF;
   Point pen_, penSize_{1, 1}, corner_;
   uint16_t penMode_ = 8;
-  Pattern penPattern_{{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, {}};
-  Pattern fillPattern_{{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, {}};
-  Pattern groundPattern_{{}, {}};
+  Pattern penPattern_, fillPattern_, groundPattern_;
   Box boxes_[kShapes];
   ByteView polygon_, region_;
   int16_t startAngle_ = 0, arcAngle_ = 0;
@@ -84,7 +79,12 @@ class PictPlayer {
   Point textAt_, textScale_{1, 1};
   uint16_t font_ = 0, textSize_ = 12;
   uint8_t face_ = 0;
-  std::vector<std::pair<uint16_t, std::string>> fontNames_;
+  struct FontName {
+    uint16_t number = 0;
+    ByteView name;
+  };
+  FontName fontNames_[32];  ///< the latest
+  uint32_t fonts_ = 0;
   CodePageText macRoman_{10000};
 };
 
