@@ -1,7 +1,7 @@
 #include "pictures/bitmap.h"
 
 #include <algorithm>
-#include <vector>
+#include <memory>
 
 #include "pictures/dib_rows.h"
 #include "pictures/png_writer.h"
@@ -103,7 +103,7 @@ class DibWriter {
   Range columns_, lines_;
   uint32_t colours_ = 0;
   uint32_t palette_[256] = {};
-  std::vector<uint8_t> indexes_, pixels_;
+  std::unique_ptr<uint8_t[]> indexes_, pixels_;
 };
 
 void DibWriter::ReadColours(const Dib& dib) {
@@ -127,34 +127,32 @@ bool DibWriter::Write(const Dib& dib) {
   }
   PngWriter png(sink_, form);
   if (!png.goesOn()) return false;
-  indexes_.resize(static_cast<uint32_t>(width));
-  if (!isIndexed) pixels_.resize(size_t{4} * static_cast<uint32_t>(width));
+  indexes_ = std::make_unique<uint8_t[]>(static_cast<uint32_t>(width));
+  pixels_ = std::make_unique<uint8_t[]>(isIndexed ? 0 : size_t{4} * static_cast<uint32_t>(width));
   for (int32_t y = lines_.first; y < lines_.end; ++y) {
     if (rows_.isIndexed()) {
       ReadIndexes(y);
       if (hasMask) ExpandIndexes();
     } else {
-      rows_.Read(y, columns_.first, width, pixels_.data());
-      changed_.ChangeRow(pixels_.data(), width);
+      rows_.Read(y, columns_.first, width, pixels_.get());
+      changed_.ChangeRow(pixels_.get(), width);
     }
     if (hasMask) Mask(y);
-    if (!png.PutRow(isIndexed ? indexes_.data() : pixels_.data())) return false;
+    if (!png.PutRow(isIndexed ? indexes_.get() : pixels_.get())) return false;
   }
   return png.End();
 }
 
 void DibWriter::ReadIndexes(int32_t y) {
-  rows_.Read(y, columns_.first, columns_.end - columns_.first, indexes_.data());
-  for (uint8_t& index : indexes_) {
-    if (index >= colours_) index = 0;
+  rows_.Read(y, columns_.first, columns_.end - columns_.first, indexes_.get());
+  for (int32_t i = 0; i < columns_.end - columns_.first; ++i) {
+    if (indexes_[static_cast<uint32_t>(i)] >= colours_) indexes_[static_cast<uint32_t>(i)] = 0;
   }
 }
 
 void DibWriter::ExpandIndexes() {
-  uint8_t* pixel = pixels_.data();
-  for (const uint8_t index : indexes_) {
-    PixelChanger::Put(pixel, palette_[index]);
-    pixel += 4;
+  for (int32_t i = 0; i < columns_.end - columns_.first; ++i) {
+    PixelChanger::Put(pixels_.get() + ptrdiff_t{4} * i, palette_[indexes_[static_cast<uint32_t>(i)]]);
   }
 }
 
@@ -165,8 +163,8 @@ void DibWriter::Mask(int32_t y) {
   const int64_t shift = int64_t{change_.maskLeft} - change_.left;
   const auto first = static_cast<int32_t>(std::clamp<int64_t>(columns_.first + shift, 0, mask_.width()));
   const auto end = static_cast<int32_t>(std::clamp<int64_t>(columns_.end + shift, first, mask_.width()));
-  mask_.Read(static_cast<int32_t>(line), first, end - first, indexes_.data());
-  uint8_t* pixel = pixels_.data() + 4 * (first - shift - columns_.first);
+  mask_.Read(static_cast<int32_t>(line), first, end - first, indexes_.get());
+  uint8_t* pixel = pixels_.get() + 4 * (first - shift - columns_.first);
   for (int32_t x = 0; x < end - first; ++x, pixel += 4) {
     if ((indexes_[static_cast<uint32_t>(x)] != 0) == change_.isMaskInverse) PixelChanger::Put(pixel, 0);
   }

@@ -9,7 +9,23 @@ namespace {
 
 constexpr uint32_t kCoreHeader = 12, kInfoHeader = 40;
 constexpr uint32_t kShortestHeader = 16, kLongestHeader = 1024;
-constexpr uint32_t kMasksAt = 40, kAlphaMaskAt = 52;  ///< whether they are of the header or behind it
+
+#pragma pack(push, 1)
+
+struct InfoHeader {
+  uint32_t size;
+  int32_t width, height;
+  uint16_t planes, depth;
+  uint32_t compression, bitsSize;
+  int32_t resolution[2];
+  uint32_t coloursUsed, coloursNeeded;
+  uint32_t masks[4];  ///< of the header, or behind it
+};
+static_assert(sizeof(InfoHeader) == 56);
+
+#pragma pack(pop)
+
+constexpr uint32_t kAlphaMaskAt = 52;
 
 /// A bit for each depth that a compression goes with.
 struct CompressionDepths {
@@ -38,21 +54,22 @@ bool isKnown(uint32_t compression, uint16_t depth) {
 }  // namespace
 
 DibHeader::DibHeader(const Dib& dib) {
-  const ByteView bytes = dib.header;
-  const uint32_t size = bytes.u32(0);
-  const ByteView fields = bytes.part(0, size);
+  const auto all = dib.header.copyOf<InfoHeader>(0);
+  const uint32_t size = all.size;
+  const auto fields = dib.header.part(0, size).copyOf<InfoHeader>(0);
   if (size == kCoreHeader) {
-    width = fields.u16(4);
-    height = fields.u16(6);
-    depth = fields.u16(10);
+    const ByteView core = dib.header;
+    width = core.u16(4);
+    height = core.u16(6);
+    depth = core.u16(10);
     colourBytes = 3;
   } else if (size >= kShortestHeader && size <= kLongestHeader) {
-    width = fields.i32(4);
-    height = fields.i32(8);
-    depth = fields.u16(14);
-    compression = fields.u32(16);
-    bitsSize = fields.u32(20);
-    coloursUsed = fields.u32(32);
+    width = fields.width;
+    height = fields.height;
+    depth = fields.depth;
+    compression = fields.compression;
+    bitsSize = fields.bitsSize;
+    coloursUsed = fields.coloursUsed;
   }
   if (dib.hasPaletteIndexes) colourBytes = 2;
   if (width <= 0 || height == 0 || height == INT32_MIN) {
@@ -63,12 +80,12 @@ DibHeader::DibHeader(const Dib& dib) {
   height = std::abs(height);
   coloursAt = size;
   if (compression != kMasks && compression != kMasksAndAlpha) {
-    masks = depth == 16 ? std::array<uint32_t, 4>{0x7C00, 0x3E0, 0x1F, 0}
-                        : std::array<uint32_t, 4>{0xFF0000, 0xFF00, 0xFF, 0};
+    const unsigned bits = depth == 16 ? 5 : 8;
+    for (unsigned i = 0; i < 3; ++i) masks[i] = ((1u << bits) - 1) << (2 - i) * bits;
     return;
   }
-  for (size_t i = 0; i < 3; ++i) masks[i] = bytes.u32(kMasksAt + 4 * i);
-  if (size > kAlphaMaskAt || compression == kMasksAndAlpha) masks[3] = bytes.u32(kAlphaMaskAt);
+  std::copy_n(all.masks, 4, masks.begin());
+  if (size <= kAlphaMaskAt && compression != kMasksAndAlpha) masks[3] = 0;
   if (size == kInfoHeader) coloursAt = compression == kMasks ? kAlphaMaskAt : kAlphaMaskAt + 4;
 }
 
@@ -142,13 +159,13 @@ void DibRows::FindRuns() {
   RunPlace place;
   bool goesOn = true;
   while (goesOn && place.row < height && bits_.contains(place.at, 2)) {
-    runs_.push_back(place);
+    for (const uint32_t& number : {place.row, place.x, place.at}) runs_.push_back(number);
     goesOn = ReadRuns(place, nullptr);
   }
   // One that was not ended has no more than what was told of it.
   const uint32_t reached = goesOn ? place.row + (place.x > 0 ? 1 : 0) : height;
   rows_ = static_cast<int32_t>(std::min(reached, height));
-  if (rows_ > 0) line_.resize(width);
+  line_ = std::make_unique<uint8_t[]>(width);
 }
 
 /// The runs of one row; goes on to the place where the next one begins. False at the end of the bitmap.
@@ -187,15 +204,22 @@ bool DibRows::ReadRuns(RunPlace& place, uint8_t* pixels) const {
 void DibRows::Read(int32_t y, int32_t left, int32_t count, uint8_t* pixels) {
   const auto row = static_cast<uint32_t>(header_.isTopDown ? y : header_.height - 1 - y);
   const auto from = static_cast<uint32_t>(left), width = static_cast<uint32_t>(count);
-  if (!line_.empty()) {
-    std::fill(line_.begin(), line_.end(), 0);
-    const auto isBefore = [](const RunPlace& place, uint32_t sought) { return place.row < sought; };
-    auto found = std::lower_bound(runs_.begin(), runs_.end(), row, isBefore);
-    if (found != runs_.end() && found->row == row) {
-      RunPlace place = *found;
-      ReadRuns(place, line_.data());
+  if (line_) {
+    std::memset(line_.get(), 0, static_cast<uint32_t>(header_.width));
+    size_t found = 0;
+    for (size_t end = runs_.size() / 3; found < end;) {
+      const size_t middle = (found + end) / 2;
+      if (runs_[3 * middle] < row) {
+        found = middle + 1;
+      } else {
+        end = middle;
+      }
     }
-    std::memcpy(pixels, line_.data() + from, width);
+    if (3 * found < runs_.size() && runs_[3 * found] == row) {
+      RunPlace place{row, runs_[3 * found + 1], runs_[3 * found + 2]};
+      ReadRuns(place, line_.get());
+    }
+    std::memcpy(pixels, line_.get() + from, width);
   } else {
     const uint8_t* const bytes = bits_.data() + row * header_.rowBytes();
     if (isIndexed()) return ReadIndexes(bytes, from, width, pixels);

@@ -64,9 +64,9 @@ class DibRows {
 
   DibHeader header_;
   ByteView bits_;
-  int32_t rows_ = 0;  ///< that are there, as they lie
-  std::vector<RunPlace> runs_;
-  std::vector<uint8_t> line_;  ///< of runs
+  int32_t rows_ = 0;                 ///< that are there, as they lie
+  std::vector<uint32_t> runs_;       ///< three numbers of a place, one behind the other
+  std::unique_ptr<uint8_t[]> line_;  ///< of runs
   struct Channel {
     uint8_t shift = 0;
     uint8_t values[256] = {};

@@ -151,7 +151,7 @@ bool FaxRows::ReadPlainRow() {
     const int64_t run = ReadRun(isBlack);
     if (run < 0 || changes_.size() > width_) return false;
     x = std::min<int64_t>(x + run, width_);
-    changes_.push_back(static_cast<uint32_t>(x));
+    AddChange(x);
   }
   return true;
 }
@@ -175,13 +175,13 @@ bool FaxRows::ReadRowByTheOneBefore() {
         const int64_t run = ReadRun(isBlack != isOther);
         if (run < 0) return false;
         x = std::min<int64_t>(x + run, width_);
-        changes_.push_back(static_cast<uint32_t>(x));
+        AddChange(x);
       }
     } else {
       const int64_t change = int64_t{Before(above)} + step->shift;
       if (change < x || change < 0) return false;
       x = std::min<int64_t>(change, width_);
-      changes_.push_back(static_cast<uint32_t>(x));
+      AddChange(x);
       isBlack = !isBlack;
     }
   }

@@ -26,6 +26,10 @@ class FaxRows {
   bool ReadPlainRow();
   bool ReadRowByTheOneBefore();
   int64_t ReadRun(bool isBlack);
+  void AddChange(int64_t x) {
+    const auto change = static_cast<uint32_t>(x);
+    changes_.push_back(change);
+  }
   uint32_t Before(size_t change) const { return change < before_.size() ? before_[change] : width_; }
 
   const Kind kind_;

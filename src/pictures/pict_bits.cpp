@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "pictures/png_writer.h"
 
@@ -113,13 +114,14 @@ bool PictBits::Write(const Box& part, PictureSink& sink) const {
     form.colours = 1u << depth_;
   }
   PngWriter png(sink, form);
-  std::vector<uint8_t> row(rowBytes_), pixels(size_t{4} * width);
+  const auto row = std::make_unique<uint8_t[]>(rowBytes_),
+             pixels = std::make_unique<uint8_t[]>(size_t{4} * width);
   PictBytes in = data_;
   for (uint32_t y = 0; y < top + height; ++y) {
-    NextRow(in, y < top ? nullptr : row.data());
+    NextRow(in, y < top ? nullptr : row.get());
     if (y < top) continue;
-    PutRow(row.data(), first, width, pixels.data());
-    if (!png.PutRow(pixels.data())) return false;
+    PutRow(row.get(), first, width, pixels.get());
+    if (!png.PutRow(pixels.get())) return false;
   }
   return png.End();
 }

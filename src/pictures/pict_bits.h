@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "pictures/pict_bytes.h"
 #include "pictures/picture_sink.h"

@@ -10,7 +10,7 @@
 namespace pagerex {
 namespace {
 
-constexpr size_t kPartBytes = 16384;
+constexpr uint32_t kPartBytes = 16384;
 constexpr size_t kChunkFront = 8, kChunkEnd = 4;
 constexpr size_t kMargin = 4;  ///< clear bytes in front of each row, for the filter
 constexpr uint8_t kSignature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
@@ -44,7 +44,7 @@ PngWriter::PngWriter(PictureSink& sink, const PngForm& form)
   if (isIndexed_) depth_ = depthOf(form.colours);
   if (!form.palette) pixelBytes_ = form.hasAlpha ? 4 : 3;
   rowBytes_ = (size_t{width_} * pixelBytes_ * depth_ + 7) / 8;
-  rows_.resize(3 * (kMargin + rowBytes_));
+  rows_ = std::make_unique<uint8_t[]>(3 * (kMargin + rowBytes_));
   OpenStream();
   PutHeader(form);
 }
@@ -54,14 +54,15 @@ void PngWriter::OpenStream() {
   const uint64_t all = uint64_t{rowBytes_ + 1} * rowsLeft_;
   int windowBits = 15;
   while (windowBits > 9 && all + 262 <= uint64_t{1} << (windowBits - 1)) --windowBits;
-  chunk_.resize(kChunkFront + std::max<size_t>(1024, kPartBytes >> (15 - windowBits)) + kChunkEnd);
+  partBytes_ = std::max(1024u, kPartBytes >> (15 - windowBits));
+  chunk_ = std::make_unique<uint8_t[]>(kChunkFront + partBytes_ + kChunkEnd);
   if (deflateInit2(&stream_, 6, Z_DEFLATED, windowBits, windowBits - 7, Z_DEFAULT_STRATEGY) != Z_OK)
     throw std::bad_alloc();
 }
 
 void PngWriter::PutHeader(const PngForm& form) {
   goesOn_ = sink_.Put({kSignature, sizeof kSignature});
-  uint8_t* const content = chunk_.data() + kChunkFront;
+  uint8_t* const content = chunk_.get() + kChunkFront;
   putBig32(content, width_);
   putBig32(content + 4, rowsLeft_);
   constexpr uint8_t kGrey = 0, kColours = 2, kPalette = 3, kColoursAndAlpha = 6;
@@ -85,7 +86,7 @@ void PngWriter::PutHeader(const PngForm& form) {
 /// Its content stands there already.
 void PngWriter::PutChunk(const char* type, size_t size) {
   if (!goesOn_) return;
-  uint8_t* const chunk = chunk_.data();
+  uint8_t* const chunk = chunk_.get();
   putBig32(chunk, static_cast<uint32_t>(size));
   std::memcpy(chunk + 4, type, 4);
   const uLong sum = crc32(0, chunk + 4, static_cast<uInt>(4 + size));
@@ -102,7 +103,7 @@ bool PngWriter::PutRow(const uint8_t* pixels) {
 }
 
 void PngWriter::Pack(const uint8_t* pixels) {
-  uint8_t* row = rows_.data() + 2 * kMargin + rowBytes_;
+  uint8_t* row = rows_.get() + 2 * kMargin + rowBytes_;
   if (pixelBytes_ == 3) {
     for (uint32_t i = 0; i < width_; ++i, row += 3, pixels += 4) {
       row[0] = pixels[0];
@@ -124,7 +125,7 @@ void PngWriter::Pack(const uint8_t* pixels) {
 /// The row in front of which stands the filter's number: the one of none, left and above that leaves least.
 /// This row is the one before for the next.
 const uint8_t* PngWriter::Filter() {
-  uint8_t* const above = rows_.data() + kMargin;
+  uint8_t* const above = rows_.get() + kMargin;
   uint8_t* const row = above + kMargin + rowBytes_;
   uint8_t* const filtered = row + kMargin + rowBytes_;
   enum : uint8_t { kNone, kLeft, kAbove };
@@ -160,26 +161,26 @@ const uint8_t* PngWriter::Filter() {
 }
 
 void PngWriter::Deflate(const uint8_t* bytes, size_t size, int flush) {
-  const auto partBytes = static_cast<uInt>(chunk_.size() - kChunkFront - kChunkEnd);
   stream_.next_in = const_cast<uint8_t*>(bytes);
   stream_.avail_in = static_cast<uInt>(size);
   int state = Z_OK;
   while (goesOn_ && (stream_.avail_in > 0 || (flush == Z_FINISH && state != Z_STREAM_END))) {
     if (!stream_.next_out) {
-      stream_.next_out = chunk_.data() + kChunkFront;
-      stream_.avail_out = partBytes;
+      stream_.next_out = chunk_.get() + kChunkFront;
+      stream_.avail_out = partBytes_;
     }
     state = deflate(&stream_, flush);
     if (stream_.avail_out > 0 && state != Z_STREAM_END) continue;
-    PutChunk("IDAT", partBytes - stream_.avail_out);
+    PutChunk("IDAT", partBytes_ - stream_.avail_out);
     stream_.next_out = nullptr;
   }
 }
 
 bool PngWriter::End() {
   if (rowsLeft_ > 0 && goesOn_) {
-    const std::vector<uint8_t> blank(size_t{width_} * 4, pixelBytes_ == 3 ? 255 : 0);
-    while (PutRow(blank.data())) continue;
+    const auto blank = std::make_unique<uint8_t[]>(size_t{width_} * 4);
+    if (pixelBytes_ == 3) std::memset(blank.get(), 255, size_t{width_} * 4);
+    while (PutRow(blank.get())) continue;
   }
   Deflate(nullptr, 0, Z_FINISH);
   PutChunk("IEND", 0);
@@ -189,8 +190,8 @@ bool PngWriter::End() {
 bool writePng(PixelRows& rows, int32_t width, int32_t height, bool isOpaque, PictureSink& sink) {
   PngWriter png(sink, {.width = width, .height = height, .hasAlpha = !isOpaque});
   if (!png.goesOn()) return false;
-  std::vector<uint8_t> row(size_t{static_cast<uint32_t>(width)} * 4);
-  while (rows.Next(row.data()) && png.PutRow(row.data())) continue;
+  const auto row = std::make_unique<uint8_t[]>(size_t{static_cast<uint32_t>(width)} * 4);
+  while (rows.Next(row.get()) && png.PutRow(row.get())) continue;
   return png.End();
 }
 

@@ -3,8 +3,8 @@
 #include <zlib.h>
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
-#include <vector>
 
 #include "pictures/picture_sink.h"
 
@@ -57,9 +57,10 @@ class PngWriter {
   uint8_t depth_ = 8, pixelBytes_ = 1;
   uint32_t width_, rowsLeft_;
   size_t rowBytes_ = 0;
+  uint32_t partBytes_ = 0;  ///< of packed bytes that go out at once
   Deflater stream_;
-  std::vector<uint8_t> rows_;   ///< the one before, this one, this one as filtered
-  std::vector<uint8_t> chunk_;  ///< length, type, content, checksum
+  std::unique_ptr<uint8_t[]> rows_;   ///< the one before, this one, this one as filtered
+  std::unique_ptr<uint8_t[]> chunk_;  ///< length, type, content, checksum
 };
 
 }  // namespace pagerex

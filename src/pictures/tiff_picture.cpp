@@ -267,16 +267,23 @@ void TiffImage::WriteTurned(PngWriter& png) {
   uint8_t* from = all.get();
   for (uint32_t y = 0; y < height_; ++y, from += down) ReadRow(y, from);
   from = all.get();
-  if (way & kFromRight) from += right * (width_ - 1), right = -right;
-  if (way & kFromBelow) from += down * (height_ - 1), down = -down;
+  if (way & kFromRight) {
+    from += right * (width_ - 1);
+    right = -right;
+  }
+  if (way & kFromBelow) {
+    from += down * (height_ - 1);
+    down = -down;
+  }
   if (areColumns) std::swap(right, down);
-  const uint32_t length = areColumns ? height_ : width_;
-  const auto line = std::make_unique<uint8_t[]>(length * static_cast<size_t>(pixelBytes));
-  do {
-    for (uint32_t i = 0; i < length; ++i)
-      std::memcpy(line.get() + i * pixelBytes, from + i * right, static_cast<size_t>(pixelBytes));
-    from += down;
-  } while (png.PutRow(line.get()));
+  const ptrdiff_t lines = areColumns ? width_ : height_, length = areColumns ? height_ : width_;
+  const auto line = std::make_unique<uint8_t[]>(static_cast<size_t>(length * pixelBytes));
+  for (ptrdiff_t i = 0; i < lines; ++i) {
+    for (ptrdiff_t j = 0; j < length; ++j) {
+      std::memcpy(line.get() + j * pixelBytes, from + i * down + j * right, static_cast<size_t>(pixelBytes));
+    }
+    if (!png.PutRow(line.get())) return;
+  }
 }
 
 void TiffImage::ReadRow(uint32_t y, uint8_t* pixels) {
