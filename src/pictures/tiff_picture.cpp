@@ -240,9 +240,10 @@ PictureResult TiffImage::Write(PictureSink& sink) {
     WriteTurned(png);
   } else {
     const auto row = std::make_unique<uint8_t[]>(size_t{width_} * 4);
-    uint32_t y = 0;
-    do ReadRow(y, row.get());
-    while (png.PutRow(row.get()) && ++y < height_);
+    for (uint32_t y = 0; y < height_; ++y) {
+      ReadRow(y, row.get());
+      if (!png.PutRow(row.get())) break;
+    }
   }
   if (!png.End()) return PictureResult::kRefused;
   return isWhole_ ? PictureResult::kWhole : PictureResult::kInPart;
