@@ -8,19 +8,21 @@
 /// Pictures of few bytes, one of each kind, that are sound.
 namespace support {
 
-/// A red box as an enhanced metafile, 100 by 50 pixels of an inch's ninety-sixth.
-inline Bytes smallEmf() {
+/// Red boxes, one over the other, as an enhanced metafile of 100 by 50 pixels of an inch's ninety-sixth.
+inline Bytes smallEmf(uint32_t boxes = 1) {
   constexpr uint32_t kHeader = 1, kSelect = 37, kBrush = 39, kRectangle = 43, kEnd = 14;
   ByteWriter emf;
   emf.u32(kHeader).u32(88);
   for (const uint32_t bound : {0, 0, 99, 49}) emf.u32(bound);
   for (const uint32_t frame : {0, 0, 2646, 1323}) emf.u32(frame);
-  emf.text8(" EMF").u32(0x10000).u32(88 + 24 + 12 + 24 + 20).u32(5).u16(2).u16(0).zeros(12);
+  emf.text8(" EMF").u32(0x10000).u32(88 + 24 + 12 + 24 * boxes + 20).u32(4 + boxes).u16(2).u16(0).zeros(12);
   emf.u32(1920).u32(1080).u32(508).u32(286);
   emf.u32(kBrush).u32(24).u32(1).u32(0).u32(0x0000FF).u32(0);
   emf.u32(kSelect).u32(12).u32(1);
-  emf.u32(kRectangle).u32(24);
-  for (const uint32_t corner : {10, 10, 90, 40}) emf.u32(corner);
+  for (uint32_t i = 0; i < boxes; ++i) {
+    emf.u32(kRectangle).u32(24);
+    for (const uint32_t corner : {10, 10, 90, 40}) emf.u32(corner + i % 7);
+  }
   emf.u32(kEnd).u32(20).u32(0).u32(0).u32(20);
   return emf.take();
 }
