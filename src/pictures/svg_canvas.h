@@ -76,6 +76,8 @@ class SvgCanvas {
   uint32_t AddClip(std::string_view path, FillRule rule, uint32_t within, bool isOutside = false);
   /// The clip `first` and the path together.
   uint32_t AddUnion(std::string_view path, FillRule rule, uint32_t first);
+  /// Two clips together.
+  uint32_t AddUnion(uint32_t first, uint32_t second);
   void SetClip(uint32_t clip) { clip_ = clip; }
   uint32_t clip() const { return clip_; }
 
@@ -129,6 +131,8 @@ class SvgCanvas {
                 double size);
   void BeginServer(std::string_view element, const Matrix& matrix);
   uint32_t BeginClip(uint32_t within);
+  uint32_t BeginUnion(uint32_t first, uint32_t second);
+  void PutClipPart(uint32_t clip);
   void Cover(const Box& box);
   void Flush();
 

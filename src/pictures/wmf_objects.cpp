@@ -37,7 +37,9 @@ void WmfPlayer::CreateBrush(ByteView record, int) {
   GdiObject object;
   object.kind = GdiObject::Kind::kBrush;
   const uint16_t style = record.u16(6);
-  object.brush.kind = style == 1 ? Brush::Kind::kNull : style == 2 ? Brush::Kind::kHatched : Brush::Kind::kSolid;
+  object.brush.kind = style == 1   ? Brush::Kind::kNull
+                      : style == 2 ? Brush::Kind::kHatched
+                                   : Brush::Kind::kSolid;
   object.brush.rgb = rgbOf(record.u32(8));
   object.brush.hatch = record.u8(12);
   Create(std::move(object));
@@ -132,7 +134,8 @@ void WmfPlayer::ExtendedText(ByteView record, int) {
   told.hasBox = told.isOpaque || told.isClipped;
   size_t at = 14;
   if (told.hasBox) {
-    told.box = {double(record.i16(14)), double(record.i16(16)), double(record.i16(18)), double(record.i16(20))};
+    told.box = {double(record.i16(14)), double(record.i16(16)), double(record.i16(18)),
+                double(record.i16(20))};
     at += 8;
   }
   const size_t length = std::min<size_t>(record.u16(10), record.size()), padded = (length + 1) & ~size_t{1};
@@ -170,7 +173,8 @@ Dib WmfPlayer::DeviceBitmap(ByteView bytes, size_t bits) {
   put(kHeader + 4, 0xFFFFFF);
   for (size_t row = 0; row < rows; ++row) {
     const ByteView line = bytes.part(bits + row * stride, stride);
-    std::copy(line.data(), line.data() + line.size(), made.begin() + static_cast<long>(kHeader + 8 + row * padded));
+    std::copy(line.data(), line.data() + line.size(),
+              made.begin() + static_cast<long>(kHeader + 8 + row * padded));
   }
   const ByteView all(made.data(), made.size());
   return {all.part(0, kHeader + (depth == 1 ? 8 : 0)), all.part(kHeader + 8), false, {}};

@@ -14,8 +14,9 @@ constexpr double kPointsPerInch = 72;
 /// What a metafile's headers, or its first records, say of its frame.
 struct WmfFrame {
   Box device;
-  double unitsPerInch = 0;  ///< 0 for not told
-  bool hasWindow = false;   ///< the records set one: its begin and its size are the frame's
+  double widthPoints = 0, heightPoints = 0;
+  double unitsPerInch = 96;
+  bool isTold = false;  ///< what the records set as their window fills it
 };
 
 size_t recordSize(ByteView records, size_t at) {
@@ -51,40 +52,58 @@ bool findDrawn(ByteView records, Box& drawn) {
   return drawn.right > drawn.left && drawn.bottom > drawn.top;
 }
 
+/// Many headers are of another picture, or of none: the window that the records set knows better what the
+/// sides are to each other.
+WmfFrame frameOf(const Box& placed, uint16_t placedUnits, ByteView records) {
+  constexpr double kOff = 1.05, kUnitsPerInch = 1440;
+  WmfFrame frame;
+  Box window;
+  const bool hasWindow = findWindow(records, window);
+  frame.isTold = placed.width() >= 1 && placed.height() >= 1;
+  if (frame.isTold) {
+    frame.device = placed;
+    frame.unitsPerInch = placedUnits ? placedUnits : kUnitsPerInch;
+    const double ratio =
+        hasWindow ? placed.width() * window.height() / (placed.height() * window.width()) : 1;
+    if (ratio > kOff || ratio * kOff < 1) {
+      frame.unitsPerInch *=
+          std::max(window.width(), window.height()) / std::max(placed.width(), placed.height());
+      frame.device = window;
+    }
+  } else if (hasWindow) {
+    frame = {window, 0, 0, kUnitsPerInch, true};
+  } else if (!findDrawn(records, frame.device)) {
+    frame.device = {0, 0, 1, 1};
+  }
+  frame.widthPoints = frame.device.width() / frame.unitsPerInch * kPointsPerInch;
+  frame.heightPoints = frame.device.height() / frame.unitsPerInch * kPointsPerInch;
+  return frame;
+}
+
 }  // namespace
 
 PictureResult playWmf(ByteView bytes, const PictureFrame& frame, PictureSink& sink) {
   constexpr uint32_t kPlaceableKey = 0x9AC6CDD7;
-  constexpr double kUnitsPerInch = 1440;
-  WmfFrame own;
+  Box placed;
   ByteView rest = bytes;
   if (bytes.u32(0) == kPlaceableKey) {
-    own.device = {double(bytes.i16(6)), double(bytes.i16(8)), double(bytes.i16(10)), double(bytes.i16(12))};
-    if (own.device.right < own.device.left) std::swap(own.device.left, own.device.right);
-    if (own.device.bottom < own.device.top) std::swap(own.device.top, own.device.bottom);
-    own.unitsPerInch = bytes.u16(14);
+    const double x[] = {double(bytes.i16(6)), double(bytes.i16(10))};
+    const double y[] = {double(bytes.i16(8)), double(bytes.i16(12))};
+    placed = {std::min(x[0], x[1]), std::min(y[0], y[1]), std::max(x[0], x[1]), std::max(y[0], y[1])};
     rest = bytes.part(kPlaceable);
   }
   const uint16_t type = rest.u16(0);
   if ((type != 1 && type != 2) || rest.u16(2) != kHeader / 2) return PictureResult::kNothing;
   const ByteView records = rest.part(kHeader);
-  const bool isPlaceable = own.device.width() >= 1 && own.device.height() >= 1;
-  if (!isPlaceable) own.hasWindow = findWindow(records, own.device);
-  if (!isPlaceable && !own.hasWindow && !findDrawn(records, own.device)) own.device = {0, 0, 1, 1};
-  if (own.unitsPerInch == 0) own.unitsPerInch = own.device.width() > 3000 || own.hasWindow ? kUnitsPerInch : 96;
-
-  double width = frame.widthPoints, height = frame.heightPoints;
-  if (!(width > 0) || !(height > 0)) {
-    width = own.device.width() / own.unitsPerInch * kPointsPerInch;
-    height = own.device.height() / own.unitsPerInch * kPointsPerInch;
-  }
+  const WmfFrame own = frameOf(placed, bytes.u16(14), records);
+  const bool isGiven = frame.widthPoints > 0 && frame.heightPoints > 0;
   SvgCanvas canvas(&sink, mostOutput(bytes.size()));
-  const Matrix device = beginCanvas(canvas, own.device, width, height);
+  const Matrix device = beginCanvas(canvas, own.device, isGiven ? frame.widthPoints : own.widthPoints,
+                                    isGiven ? frame.heightPoints : own.heightPoints);
   WmfPlayer player(records, canvas, device, own.unitsPerInch);
-  GdiState& state = player.gdi().changeMap();
-  if (isPlaceable || own.hasWindow) {
-    // The window that the records set, whatever it is, fills the frame.
+  if (own.isTold) {
     constexpr uint32_t kAnisotropic = 8;
+    GdiState& state = player.gdi().changeMap();
     state.mapMode = kAnisotropic;
     state.windowOrigin = state.viewportOrigin = {own.device.left, own.device.top};
     state.windowExtent = state.viewportExtent = {own.device.width(), own.device.height()};

@@ -8,7 +8,8 @@
 
 namespace pagerex {
 
-/// Plays the records of a Windows metafile: size in words, function, parameters, which stand in reverse order.
+/// Plays the records of a Windows metafile: size in words, function, parameters, which stand in reverse
+/// order.
 class WmfPlayer {
  public:
   /// `records` begins behind all headers; `device` takes units of the device to the canvas.

@@ -43,7 +43,9 @@ void WmfPlayer::Map(ByteView record, int form) {
   const Point to = pointAt(record, 6);
   const GdiState& now = gdi_.state();
   const auto scaled = [&](Point extent) {
-    const auto part = [&](size_t at) { return record.i16(at) == 0 ? 1 : double(record.i16(at + 2)) / record.i16(at); };
+    const auto part = [&](size_t at) {
+      return record.i16(at) == 0 ? 1 : double(record.i16(at + 2)) / record.i16(at);
+    };
     return Point{extent.x * part(10), extent.y * part(6)};
   };
   switch (form) {
@@ -66,7 +68,8 @@ void WmfPlayer::Map(ByteView record, int form) {
   if (form == kWindowOrigin) state.windowOrigin = to;
   if (form == kViewportOrigin) state.viewportOrigin = to;
   if (form == kMoveWindow) state.windowOrigin = {state.windowOrigin.x + to.x, state.windowOrigin.y + to.y};
-  if (form == kMoveViewport) state.viewportOrigin = {state.viewportOrigin.x + to.x, state.viewportOrigin.y + to.y};
+  if (form == kMoveViewport)
+    state.viewportOrigin = {state.viewportOrigin.x + to.x, state.viewportOrigin.y + to.y};
 }
 
 void WmfPlayer::Clip(ByteView record, int form) {
@@ -207,8 +210,9 @@ struct WmfRecords {
 };
 
 const WmfRow* wmfRowOf(uint16_t function) {
-  const auto* row = std::lower_bound(std::begin(WmfRecords::kRows), std::end(WmfRecords::kRows), function,
-                                     [](const WmfRow& each, uint16_t wanted) { return each.function < wanted; });
+  const auto* row =
+      std::lower_bound(std::begin(WmfRecords::kRows), std::end(WmfRecords::kRows), function,
+                       [](const WmfRow& each, uint16_t wanted) { return each.function < wanted; });
   return row != std::end(WmfRecords::kRows) && row->function == function ? row : nullptr;
 }
 
