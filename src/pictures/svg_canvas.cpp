@@ -67,7 +67,10 @@ void SvgCanvas::Flush() {
     return out_.clear();
   }
   left_ -= out_.size();
-  if (!sink_->Put(ByteView(out_.data(), out_.size()))) goesOn_ = false;
+  if (!sink_->Put(ByteView(out_.data(), out_.size()))) {
+    goesOn_ = false;
+    isRefused_ = true;
+  }
   out_.clear();
 }
 

@@ -63,6 +63,7 @@ class SvgCanvas {
   bool End();
   /// False when what follows is of no use.
   bool goesOn() const { return goesOn_; }
+  bool isRefused() const { return isRefused_; }
 
   double width() const { return width_; }
   double height() const { return height_; }
@@ -137,7 +138,7 @@ class SvgCanvas {
 
   PictureSink* const sink_;
   uint64_t left_;  ///< bytes that may still be written
-  bool goesOn_ = true;
+  bool goesOn_ = true, isRefused_ = false;
   double width_ = 0, height_ = 0, pixel_ = 1;
   uint32_t clip_ = 0, openClip_ = 0;
   std::vector<uint8_t> clipDepths_;  ///< how many others each refers to
