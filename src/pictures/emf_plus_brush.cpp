@@ -176,7 +176,8 @@ Paint PlusState::TexturePaint(PlusReader& reader, const Matrix& matrix) {
   const bool isForTile = image.width > 0 && !image.isMetafile() && !image.mediaType.empty();
   if (isForTile && Afford(image.pixels())) {
     const auto write = [&image](PictureSink& sink) { return image.Write(sink); };
-    const uint32_t server = canvas_.AddImageTile(own * matrix, image.width, image.height, write);
+    const uint32_t server =
+        canvas_.AddImageTile(own * matrix, image.width, image.height, write, image.mediaType);
     if (server != 0) return Paint::Server(server);
   }
   isWhole_ = false;

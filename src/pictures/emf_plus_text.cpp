@@ -3,41 +3,30 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/symbol_characters.h"
 #include "base/utf8.h"
 #include "pictures/emf_plus_state.h"
+#include "pictures/font_measures.h"
 
 namespace pagerex {
 namespace {
 
-// Of most fonts, in sizes of the font.
-constexpr double kAscent = 0.92, kLineHeight = 1.17;
-
 // Styles of fonts.
 constexpr uint32_t kBold = 1, kItalic = 2, kUnderline = 4, kStrikeout = 8;
 
-/// About the width of a character in usual fonts, in sizes of the font.
-double widthOf(char16_t c) {
-  constexpr std::u16string_view kNarrow = u"ijl.,:;'|!I()[]ft /\\\"`r-", kBroad = u"mwMW@%";
-  if (c >= 0x1100 && !(c >= 0x2000 && c < 0x2E80)) return 1;
-  if (kNarrow.find(c) != kNarrow.npos) return 0.29;
-  if (kBroad.find(c) != kBroad.npos) return 0.86;
-  return c >= 'A' && c <= 'Z' ? 0.68 : 0.54;
-}
-
-/// Takes the first line of a text, which is at most so wide.
-std::u16string_view takeLine(std::u16string_view& text, double most) {
+/// Takes the first line of a text, which is at most so wide, in sizes of the font.
+std::u16string_view takeLine(std::u16string_view& text, double most, const FontMeasures& measures) {
+  constexpr char16_t kFirstWide = 0x1100;
   size_t end = 0, next = 0;
   for (size_t i = 0;; ++i) {
     const char16_t c = i < text.size() ? text[i] : u'\n';
     const bool isOver = most < 0 && c != ' ' && c != '\n';
-    if (isOver && next == 0 && widthOf(c) == 1 && i > 0) end = next = i;
+    if (isOver && next == 0 && c >= kFirstWide && i > 0) end = next = i;
     if (c == ' ' || c == '\n') {
       end = i;
       next = i + 1;
     }
     if (c == '\n' || (isOver && next > 0)) break;
-    most -= widthOf(c);
+    most -= estimatedWidth({&c, 1}, measures);
   }
   const std::u16string_view line = text.substr(0, end);
   text.remove_prefix(std::min(next, text.size()));
@@ -117,12 +106,14 @@ void PlusState::DrawString(Record& record) {
   // Widths are guessed: what may just fit stays on its line.
   const double most = width > 0 && !(flags & kNoWrap) ? std::max(width / look.size * 1.12, 1.0) : 1e9;
   std::u16string_view rest = text_;
+  const FontMeasures& measures = measuresOf(look.family);
+  const double ascent = measures.ascent * look.size, step = ascent + measures.descent * look.size;
   double lines = 0;
-  for (; !rest.empty(); ++lines) takeLine(rest, most);
-  place.at.y = look.size * kAscent + (height - lines * kLineHeight * look.size) * std::min(lineAlign, 2U) / 2;
-  const double last = height > 0 && !(flags & kNoClip) ? height + look.size * kAscent : HUGE_VAL;
-  for (rest = text_; !rest.empty() && place.at.y < last; place.at.y += kLineHeight * look.size)
-    canvas_.Text(look, place, takeLine(rest, most));
+  for (; !rest.empty(); ++lines) takeLine(rest, most, measures);
+  place.at.y = ascent + (height - lines * step) * std::min(lineAlign, 2U) / 2;
+  const double last = height > 0 && !(flags & kNoClip) ? height + ascent : HUGE_VAL;
+  for (rest = text_; !rest.empty() && place.at.y < last; place.at.y += step)
+    canvas_.Text(look, place, takeLine(rest, most, measures));
 }
 
 void PlusState::DrawDriverString(Record& record) {
@@ -168,7 +159,7 @@ void PlusState::DrawDriverString(Record& record) {
       if (x <= 0 || std::fabs(y) > look.size / 1000) break;
       advances_.push_back(x);
     }
-    advances_.push_back(widthOf(text[end - 1]) * look.size);
+    advances_.push_back(estimatedWidth(text.substr(end - 1, 1), measuresOf(look.family)) * look.size);
     place.advances = advances_;
     canvas_.Text(look, place, text.substr(begin, end - begin));
   }

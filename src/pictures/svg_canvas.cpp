@@ -254,7 +254,8 @@ uint32_t SvgCanvas::AddTile(const Matrix& matrix, double width, double height, s
   return servers_;
 }
 
-uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image) {
+uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image,
+                                 std::string_view mediaType) {
   const size_t begin = out_.size();
   AddTile(matrix, width, height, {});
   out_.resize(out_.size() - std::string_view("</pattern>").size());
@@ -262,7 +263,7 @@ uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double heig
   PutAttribute("width", width);
   PutAttribute("height", height);
   out_ += " preserveAspectRatio=\"none\"";
-  if (!PutImage("image/png", image)) {
+  if (!PutImage(mediaType, image)) {
     out_.resize(begin);
     --servers_;
     return 0;
