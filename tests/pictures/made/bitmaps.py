@@ -132,3 +132,16 @@ def blocks(colours, size):
 # Red, green above; blue, yellow below.
 QUARTERS = blocks([[RED, GREEN], [BLUE, YELLOW]], 8)
 HALVES = blocks([[BLACK, WHITE]], 8)
+
+# One picture in many ways.
+FORMS = {
+    "depth_4": dib(QUARTERS, 4), "depth_8": dib(QUARTERS, 8), "depth_16": dib(QUARTERS, 16),
+    "depth_24": dib(QUARTERS, 24), "depth_32": dib(QUARTERS, 32), "core_4": dib(QUARTERS, 4, core=True),
+    "core_8": dib(QUARTERS, 8, core=True), "core_24": dib(QUARTERS, 24, core=True),
+    "top_down_8": dib(QUARTERS, 8, top_down=True), "top_down_24": dib(QUARTERS, 24, top_down=True),
+    "fields_565": dib(QUARTERS, 16, masks=(0xF800, 0x7E0, 0x1F)),
+    "fields_32": dib(QUARTERS, 32, masks=(0xFF, 0xFF00, 0xFF0000)),
+    "header_108": dib(QUARTERS, 32, header=108, masks=(0xFF000000, 0xFF0000, 0xFF00)),
+    "header_124": dib(QUARTERS, 24, header=124), "run_length_8": run_length_dib(QUARTERS, 8),
+    "run_length_4": run_length_dib(QUARTERS, 4),
+}
