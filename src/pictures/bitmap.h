@@ -51,6 +51,7 @@ struct PixelChange {
   /// for none.
   const Dib* mask = nullptr;
   int32_t maskLeft = 0, maskTop = 0;
+  bool isMaskInverse = false;  ///< 0 is shown
 };
 
 /// Writes a bitmap as PNG, row by row. False when there is nothing of it, or the sink ended it.

@@ -33,13 +33,21 @@ class PathData {
   /// Takes all that other one has, as it stands.
   void Append(const PathData& other);
 
+  /// Of all points and controls, in units; right below left for nothing.
+  const Box& bounds() const { return bounds_; }
+
  private:
-  void PutPoint(Point p, bool isFirst);
+  void Begin(char command);
+  void PutNumber(int64_t value);
+  void PutPoint(Point p, bool isLast);
+  void Cover(int64_t x, int64_t y);
 
   std::string data_;
   int64_t x_ = 0, y_ = 0;            ///< where it stands
   int64_t startX_ = 0, startY_ = 0;  ///< of the figure
   char last_ = 0;                    ///< command, which need not be repeated
+  bool needsSpace_ = false;
+  Box bounds_{1, 1, 0, 0};
 };
 
 }  // namespace pagerex

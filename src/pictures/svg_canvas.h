@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "base/base64.h"
 #include "pictures/geometry.h"
 #include "pictures/paint.h"
 #include "pictures/path_data.h"
@@ -28,7 +28,7 @@ enum class Spread : uint8_t { kPad, kReflect, kRepeat };
 /// A font and a colour.
 struct TextLook {
   std::string_view family;  ///< UTF-8, as the file names it; any characters
-  double size = 0;          ///< of the em square, in units of the canvas
+  double size = 0;          ///< of the em square, in the text's own coordinates
   int weight = 400;         ///< 100 to 900
   bool isItalic = false, isUnderlined = false, isStruckOut = false;
   Paint paint;
@@ -111,6 +111,7 @@ class SvgCanvas {
 
  private:
   class Base64Sink;
+  static constexpr size_t kPart = 0x4000;  ///< bytes that go to the sink at once
 
   void OpenClip();
   void CloseClip();
@@ -118,18 +119,25 @@ class SvgCanvas {
   void PutStroke(const Stroke& stroke);
   void PutBlend(Blend blend);
   void PutMatrix(std::string_view attribute, const Matrix& matrix);
-  void PutStops(std::span<const GradientStop> stops);
+  void PutAttribute(std::string_view name, double value);
+  void PutBox(const Box& box);
+  void PutStops(std::span<const GradientStop> stops, Spread spread);
   bool PutImage(std::string_view mediaType, const WriteImage& image);
+  void PutFont(const TextLook& look, double size);
+  void PutWords(std::u16string_view text, std::span<const double> advances, double left, double scale,
+                double size);
+  void BeginServer(std::string_view element, const Matrix& matrix);
   uint32_t BeginClip(uint32_t within);
-  void Flush(bool isLast = false);
+  void Cover(const Box& box);
+  void Flush();
 
   PictureSink* const sink_;
   uint64_t left_;  ///< bytes that may still be written
   bool goesOn_ = true;
   double width_ = 0, height_ = 0, pixel_ = 1;
   uint32_t clip_ = 0, openClip_ = 0;
-  uint32_t clips_ = 0, servers_ = 0;
-  uint32_t groups_ = 0;
+  std::vector<uint8_t> clipDepths_;  ///< how many others each refers to
+  uint32_t servers_ = 0;
   Box drawn_{1, 1, 0, 0};
   std::string out_;  ///< what waits for the sink
 };
