@@ -18,7 +18,10 @@ struct Dib {
 };
 
 /// A packed one: pixels behind the colours.
-Dib packedDib(ByteView bytes);
+Dib packedDib(ByteView bytes, bool hasPaletteIndexes = false);
+
+/// That of a file, which begins with "BM".
+Dib dibOfFile(ByteView bytes);
 
 /// As told, not as there.
 struct BitmapSize {
@@ -27,13 +30,19 @@ struct BitmapSize {
 };
 BitmapSize sizeOf(const Dib& dib);
 
+/// The JPEG or PNG that stands for the pixels; empty for none. Such a bitmap is passed, not written.
+ByteView compressedImage(const Dib& dib);
+
+/// Whether the header names bits of alpha, as those of longer kinds do.
+bool hasAlphaMask(const Dib& dib);
+
 /// What is made of a bitmap's pixels on the way.
 struct PixelChange {
   /// Of the bitmap as it is seen, from the top left corner; a width of 0 for all of it.
   int32_t left = 0, top = 0, width = 0, height = 0;
 
   enum class Alpha : uint8_t { kNone, kStraight, kPremultiplied };
-  Alpha alpha = Alpha::kNone;  ///< what the fourth byte of 32-bit pixels is
+  Alpha alpha = Alpha::kNone;  ///< what the fourth byte of 32-bit pixels, or the mask of alpha, is
 
   bool hasKey = false;
   uint32_t key = 0;  ///< 0xRRGGBB: pixels of this colour are transparent
@@ -55,6 +64,8 @@ struct PixelChange {
 };
 
 /// Writes a bitmap as PNG, row by row. False when there is nothing of it, or the sink ended it.
+/// Time and output go with the bytes that are there, memory with those of a row: of runs no more than 256
+/// pixels a byte, and 65,536, are made, and rows beyond are not there.
 bool writePng(const Dib& dib, const PixelChange& change, PictureSink& sink);
 
 /// Rows of 8-bit colours from the top, as any source of pixels tells them.
@@ -69,7 +80,7 @@ class PixelRows {
   virtual bool Next(uint8_t* rgba) = 0;
 };
 
-/// The same of other sources. With `isOpaque` alpha is left out.
+/// The same of other sources. With `isOpaque` alpha is left out. Rows that are wanting are clear, or white.
 bool writePng(PixelRows& rows, int32_t width, int32_t height, bool isOpaque, PictureSink& sink);
 
 }  // namespace pagerex

@@ -38,7 +38,6 @@ std::u16string shownCharacters(const Font& font, std::u16string_view text) {
 
 void Gdi::Text(const TextRecord& record) {
   FlushLines();
-  if (isInPath_) return;
   const Font& font = state_.font;
   const FontMeasures& measures = measuresOf(font.family);
   const Matrix& to = map();
@@ -98,7 +97,7 @@ void Gdi::Text(const TextRecord& record) {
     figure_.clear();
     AddBox(figure_, record.box);
     Draw(figure_, Paint::Colour(state_.groundColour), FillRule::kNonZero, {}, {});
-  } else if (state_.isOpaque && !shown.empty()) {
+  } else if (state_.isOpaque && !shown.empty() && !isInPath_) {
     const double left = place.anchor == TextPlace::Anchor::kStart    ? 0
                         : place.anchor == TextPlace::Anchor::kMiddle ? -across / 2
                                                                      : -across;
@@ -120,7 +119,7 @@ void Gdi::Text(const TextRecord& record) {
                   font.isItalic,
                   font.isUnderlined,
                   font.isStruckOut,
-                  Paint::Colour(state_.textColour)};
+                  isInPath_ ? FillNow() : Paint::Colour(state_.textColour)};
     canvas_.Text(look, place, shown);
   }
   if (record.hasBox && record.isClipped) state_.clip = before;

@@ -67,7 +67,10 @@ void SvgCanvas::Flush() {
     return out_.clear();
   }
   left_ -= out_.size();
-  if (!sink_->Put(ByteView(out_.data(), out_.size()))) goesOn_ = false;
+  if (!sink_->Put(ByteView(out_.data(), out_.size()))) {
+    goesOn_ = false;
+    isRefused_ = true;
+  }
   out_.clear();
 }
 
@@ -195,17 +198,40 @@ uint32_t SvgCanvas::AddClip(std::string_view path, FillRule rule, uint32_t withi
   return number;
 }
 
-uint32_t SvgCanvas::AddUnion(std::string_view path, FillRule rule, uint32_t first) {
-  if (first == 0 || first >= clipDepths_.size() || clipDepths_[first] >= kDeepestClip) return 0;
+/// Begins a clip that is another one and what follows; 0 where that is everything.
+uint32_t SvgCanvas::BeginUnion(uint32_t first, uint32_t second) {
+  const auto isDeep = [&](uint32_t clip) {
+    return clip >= clipDepths_.size() || clipDepths_[clip] >= kDeepestClip;
+  };
+  if (first == 0 || isDeep(first) || isDeep(second)) return 0;
   const uint32_t number = BeginClip(0);
-  clipDepths_.back() = static_cast<uint8_t>(clipDepths_[first] + 1);
+  clipDepths_.back() = static_cast<uint8_t>(std::max(clipDepths_[first], clipDepths_[second]) + 1);
+  PutClipPart(first);
+  return number;
+}
+
+void SvgCanvas::PutClipPart(uint32_t clip) {
   out_ += "<path d=\"";
   appendEverything(out_);
   out_ += "\" clip-path=\"url(#c";
-  appendWhole(out_, first);
-  out_.append(")\"/><path d=\"").append(path).append(1, '"');
+  appendWhole(out_, clip);
+  out_ += ")\"/>";
+}
+
+uint32_t SvgCanvas::AddUnion(std::string_view path, FillRule rule, uint32_t first) {
+  const uint32_t number = BeginUnion(first, 0);
+  if (number == 0) return 0;
+  out_.append("<path d=\"").append(path).append(1, '"');
   if (rule == FillRule::kEvenOdd) out_ += " clip-rule=\"evenodd\"";
   out_ += "/></clipPath>";
+  return number;
+}
+
+uint32_t SvgCanvas::AddUnion(uint32_t first, uint32_t second) {
+  const uint32_t number = second == 0 ? 0 : BeginUnion(first, second);
+  if (number == 0) return 0;
+  PutClipPart(second);
+  out_ += "</clipPath>";
   return number;
 }
 

@@ -63,6 +63,7 @@ class SvgCanvas {
   bool End();
   /// False when what follows is of no use.
   bool goesOn() const { return goesOn_; }
+  bool isRefused() const { return isRefused_; }
 
   double width() const { return width_; }
   double height() const { return height_; }
@@ -75,6 +76,8 @@ class SvgCanvas {
   uint32_t AddClip(std::string_view path, FillRule rule, uint32_t within, bool isOutside = false);
   /// The clip `first` and the path together.
   uint32_t AddUnion(std::string_view path, FillRule rule, uint32_t first);
+  /// Two clips together.
+  uint32_t AddUnion(uint32_t first, uint32_t second);
   void SetClip(uint32_t clip) { clip_ = clip; }
   uint32_t clip() const { return clip_; }
 
@@ -128,12 +131,14 @@ class SvgCanvas {
                 double size);
   void BeginServer(std::string_view element, const Matrix& matrix);
   uint32_t BeginClip(uint32_t within);
+  uint32_t BeginUnion(uint32_t first, uint32_t second);
+  void PutClipPart(uint32_t clip);
   void Cover(const Box& box);
   void Flush();
 
   PictureSink* const sink_;
   uint64_t left_;  ///< bytes that may still be written
-  bool goesOn_ = true;
+  bool goesOn_ = true, isRefused_ = false;
   double width_ = 0, height_ = 0, pixel_ = 1;
   uint32_t clip_ = 0, openClip_ = 0;
   std::vector<uint8_t> clipDepths_;  ///< how many others each refers to
