@@ -80,6 +80,11 @@ def dib(rows, depth=24, *, top_down=False, core=False, header=40, masks=None, pa
     return Dib(head + table, bits)
 
 
+def without_colours(one):
+    """The same, without the colours behind its header."""
+    return Dib(one.head[:40], one.bits)
+
+
 def run_length_dib(rows, depth):
     """Runs of each row; the last pixels of odd rows stand in an absolute run."""
     palette = palette_of(rows)

@@ -30,8 +30,9 @@ PENS = [
     case("null_pen", drawn(RED, move_to(20, 50), line_to(170, 50), style=5), empty),
     *(case(f"pen_style_{name}", drawn(BLACK, set_bk_mode(1), move_to(6, 50), line_to(186, 50), width=1, style=style),
            row(50, count)) for name, style, count in
-      (("dash", 1, (5, 30)), ("dot", 2, (15, 70)), ("dash_dot", 3, (8, 40)), ("dash_dot_dot", 4, (8, 50)),
-       ("alternate", 8, (15, 192)))),
+      (("dash", 1, (5, 30)), ("dot", 2, (15, 70)), ("dash_dot", 3, (8, 40)), ("dash_dot_dot", 4, (8, 50)))),
+    case("pen_style_alternate", metafile(ext_create_pen(1, 8, 1, BLACK), select(1), move_to(6, 50), line_to(186, 50)),
+         row(50, (1, 192)), share((10, 49, 180, 52), 0, 0.4, BLACK)),
     case("round_caps", line(GEOMETRIC, width=40), box(30, 76, 160, 116), look("33,80 white; 35,96 red")),
     case("square_caps", line(GEOMETRIC | SQUARE, width=40), box(30, 76, 160, 116), look("33,80 red")),
     case("flat_caps", line(GEOMETRIC | FLAT, width=40), box(50, 76, 140, 116), look("54,80 red")),
@@ -73,7 +74,7 @@ def half(colour):
     return share((40, 40, 152, 152), 0.4, 0.6, colour)
 
 
-MONO = dib(bitmaps.blocks([[BLACK, WHITE]], 4), 1)
+MONO = bitmaps.without_colours(dib(bitmaps.blocks([[BLACK, WHITE]], 4), 1))
 BRUSHES = [
     case("solid_brush", filled(RED, rectangle(20, 20, 180, 180)), look("100,100 red")),
     case("null_brush", metafile(select(NULL_PEN), create_brush(1, 1, RED), select(1), rectangle(20, 20, 180, 180)), empty),
@@ -102,7 +103,8 @@ OBJECTS = [
            look(f"30,30 red; 100,100 {rgb:06X}", 8)) for name, brush, rgb in GRAYS),
     case("stock_null_brush", metafile(select(NULL_BRUSH), select(NULL_PEN), rectangle(20, 20, 180, 180)), empty),
     case("stock_white_pen", filled(RED, rectangle(20, 20, 180, 180), select(WHITE_PEN), select(NULL_BRUSH),
-                                   rectangle(60, 60, 140, 140)), look("96,96 red"), row(96, 3, 10, 190)),
+                                   rectangle(60, 60, 140, 140)), look("96,96 red; 66,96 red"),
+         share((58, 70, 62, 130), 0, 0.8, RED)),
     case("stock_black_pen", drawn(RED, select(BLACK_PEN), move_to(20, 50), line_to(170, 50)), box(20, 49, 170, 52)),
     case("number_used_again", filled(RED, delete(1), create_brush(1, 0, BLUE), select(1), rectangle(20, 20, 100, 100)),
          look("50,50 blue")),
@@ -112,9 +114,6 @@ OBJECTS = [
                                            rectangle(30, 30, 160, 160)), look("30,90 blue; 90,90 yellow"), box(25, 25, 166, 166)),
     case("palette_colour", metafile(create_palette(1, (RED, BLUE)), select_palette(1), realize_palette(), select(NULL_PEN),
                                     record(39, 2, 0, 0x01000001, 0), select(2), rectangle(20, 20, 100, 100)), look("50,50 blue")),
-    case("palette_entries_set", metafile(
-        create_palette(1, (RED, BLUE)), select_palette(1), set_palette_entries(1, 1, (GREEN,)), select(NULL_PEN),
-        record(39, 2, 0, 0x01000001, 0), select(2), rectangle(20, 20, 100, 100)), look("50,50 green")),
     case("unknown_records_are_passed_over", filled(RED, unknown(4711, b"12345678"), comment(b"some comment"), set_icm_mode(1),
                                                    rectangle(20, 20, 100, 100)), look("50,50 red")),
     case("records_behind_the_end", filled(RED, record(14, 0, 0, 20), rectangle(20, 20, 90, 90)), empty),

@@ -41,7 +41,7 @@ SHAPES = [
     case("draw_arc", drawn(draw_arc(0, 0, 90, *CIRCLE)), look("142,142 red; 130,100 white; 58,58 white")),
     case("draw_arc_all_round", drawn(draw_arc(0, 0, 360, *CIRCLE)), look("142,142 red; 58,58 red; 142,58 red; 58,142 red")),
     *both_widths("draw_beziers", lambda short: drawn(draw_beziers(0, *BOW, short=short)), look("100,40 red; 100,100 white"), box(38, 38, 162, 102, 3)),
-    case("draw_curve", drawn(draw_curve(0, 0.5, (20, 100), (70, 40), (120, 140), (170, 80))), look("70,40 red; 120,140 red; 20,100 red; 96,40 white")),
+    case("draw_curve", drawn(draw_curve(0, 0.5, (20, 100), (70, 40), (120, 140), (170, 80))), look("70,40 red; 120,140 red; 96,40 white")),
     case("draw_curve_of_no_tension_is_straight", drawn(draw_curve(0, 0, (20, 20), (160, 20), (160, 160))), look("90,20 red; 160,90 red")),
     case("draw_curve_in_part", drawn(draw_curve(0, 0, (20, 20), (160, 20), (160, 160), (20, 160), offset=1, segments=1)),
          look("160,90 red; 90,20 white; 90,160 white")),

@@ -127,7 +127,7 @@ def written(text, size=40, family="Arial", style=0, form=None, to=(20, 20, 0, 0)
 
 
 TEXTS = [
-    case("string", written("HHH"), box(25, 27, 112, 60, 8), share((0, 0, 192, 192), 0.02, colour="red")),
+    case("string", written("HHH"), box(25, 27, 112, 60, 8), share((0, 0, 192, 192), 0.01, colour="red")),
     case("string_in_points", written("HHH", 30, unit=POINT), box(25, 27, 112, 60, 8)),
     case("string_bold", written("IIII", style=1), share((24, 27, 80, 56), 0.25, 0.8)),
     case("string_italic", written("III", style=2), row(48, 3)),
@@ -144,7 +144,7 @@ TEXTS = [
     case("driver_string_by_steps", metafile(object_(FONT, 6, font(40, "Arial")), draw_driver_string(6, ink(RED), "HH", ((20, 80),), options=5)),
          box(23, 51, 75, 80, 5)),
     case("driver_string_transformed", metafile(object_(FONT, 6, font(20, "Arial")), draw_driver_string(
-        6, ink(RED), "H", ((40, 80),), transform=(2, 0, 0, 2, 0, 0))), share((0, 0, 192, 192), 0.003)),
+        6, ink(RED), "HH", ((40, 80), (60, 80)), transform=(2, 0, 0, 2, 0, 0))), share((0, 0, 192, 192), 0.003)),
     case("markup_is_text", written("<&>\"'"), share((20, 20, 160, 70), 0.03, 0.5)),
 ]
 
