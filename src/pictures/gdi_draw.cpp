@@ -283,6 +283,7 @@ void Gdi::Arc(const Box& box, Point start, Point end, ArcKind kind) {
 }
 
 void Gdi::AngleArc(Point centre, double radius, double startDegrees, double sweepDegrees) {
+  if (!std::isfinite(startDegrees) || !std::isfinite(sweepDegrees)) return;
   figure_.clear();
   PathData& path = isInPath_ ? path_ : figure_;
   GoFromCurrent(path);

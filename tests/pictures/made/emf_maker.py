@@ -76,7 +76,8 @@ def ext_create_pen(number, style, width, rgb, *, brush_style=0, hatch=0, dashes=
 
 
 def _bitmap_brush(kind):
-    return lambda number, dib, usage=0: record(kind, number, usage, 32, len(dib.head), 32 + len(dib.head), len(dib.bits),
+    return lambda number, dib, usage=0: record(kind, number, usage, 32, len(dib.head), 32 + len(dib.head),
+                                               len(dib.bits),
                                                tail=dib.packed)
 
 

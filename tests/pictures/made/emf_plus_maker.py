@@ -251,7 +251,8 @@ def draw_image_points(number, source, corners, unit=PIXEL, short=False):
 
 
 def draw_string(number, brush, text, box, form=0xFFFFFFFF):
-    return record(0x401C, number | _brush_flag(brush), u32(brush, form, len(text)) + f32(*box) + text.encode("utf-16-le"))
+    return record(0x401C, number | _brush_flag(brush),
+                  u32(brush, form, len(text)) + f32(*box) + text.encode("utf-16-le"))
 
 
 def draw_driver_string(number, brush, text, places, transform=None, options=1):

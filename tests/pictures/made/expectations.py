@@ -84,7 +84,9 @@ def share(area, least, most=1.0, colour=None):
     """The share of an area that has ink, or that is of a colour."""
     def check(view):
         actual = view.share(area, None if colour is None else rgb_of(colour))
-        return None if least <= actual <= most else f"{actual:.3f} of {area} is {colour or 'ink'}, not {least} to {most}"
+        if least <= actual <= most:
+            return None
+        return f"{actual:.3f} of {area} is {colour or 'ink'}, not {least} to {most}"
     return check
 
 

@@ -53,9 +53,9 @@ def convert(pagerex, folder, each):
 
 
 def sheet(folder, number, cases):
-    pictures = "".join(
-        f'<img src="{each.name}.svg" style="position:absolute;left:{at % COLUMNS * CELL}px;top:{at // COLUMNS * CELL}px;'
-        f'clip-path:inset(0)">' for at, each in enumerate(cases))
+    places = [f"left:{at % COLUMNS * CELL}px;top:{at // COLUMNS * CELL}px" for at in range(len(cases))]
+    pictures = "".join(f'<img src="{each.name}.svg" style="position:absolute;{place}">'
+                       for each, place in zip(cases, places))
     path = folder / f"sheet{number}.html"
     path.write_text("<!doctype html><meta charset=utf-8><title>Made pictures</title>"
                     f"<body style='margin:0;background:#fff'>{pictures}", encoding="utf-8")

@@ -18,11 +18,13 @@ def stretched(bitmap, source=WHOLE):
 
 DEPTHS = [
     *(case(name, stretched(form), SEEN, FRAME) for name, form in FORMS.items()),
-    case("depth_1", stretched(dib(bitmaps.blocks([[RED, BLUE]], 8), 1), (0, 0, 16, 8)), look("48,96 red; 144,96 blue"), FRAME),
+    case("depth_1", stretched(dib(bitmaps.blocks([[RED, BLUE]], 8), 1), (0, 0, 16, 8)), look("48,96 red; 144,96 blue"),
+         FRAME),
     case("core_1", stretched(dib(bitmaps.blocks([[RED, BLUE]], 8), 1, core=True), (0, 0, 16, 8)),
          look("48,96 red; 144,96 blue"), FRAME),
     case("palette_indexes", metafile(create_palette((RED, GREEN, BLUE, YELLOW)), select_palette(0), realize_palette(),
-                                     stretch_dib(dib(QUARTERS, 8, indexes=(0, 1, 2, 3)), 32, 32, 128, 128, SRCCOPY, WHOLE,
+                                     stretch_dib(dib(QUARTERS, 8, indexes=(0, 1, 2, 3)), 32, 32, 128, 128, SRCCOPY,
+                                                 WHOLE,
                                                  usage=1)), SEEN),
 ]
 
@@ -37,7 +39,8 @@ PLACES = [
     case("dib_stretch_blt_of_part", metafile(dib_stretch_blt(QUARTER, 32, 32, 128, 128, SRCCOPY, (0, 8, 8, 8))),
          look("96,96 blue"), ONE),
     case("stretch_dib_of_part_counts_from_below", stretched(QUARTER, (0, 0, 8, 8)), look("96,96 blue"), ONE),
-    case("stretch_dib_of_part_top_down", stretched(dib(QUARTERS, 24, top_down=True), (8, 0, 8, 8)), look("96,96 green"), ONE),
+    case("stretch_dib_of_part_top_down", stretched(dib(QUARTERS, 24, top_down=True), (8, 0, 8, 8)), look("96,96 green"),
+         ONE),
     case("mirrored_across", metafile(stretch_dib(QUARTER, 160, 32, -128, 128, SRCCOPY, WHOLE)),
          look("48,48 green; 144,48 red; 48,144 yellow; 144,144 blue"), ONE),
     case("mirrored_down", metafile(stretch_dib(QUARTER, 32, 160, 128, -128, SRCCOPY, WHOLE)),
@@ -48,7 +51,8 @@ PLACES = [
          box(32, 32, 40, 40), look("36,36 blue")),
     case("bitmap_is_clipped", metafile(intersect_clip(32, 32, 96, 160),
                                        stretch_dib(QUARTER, 32, 32, 128, 128, SRCCOPY, WHOLE)), box(32, 32, 96, 160)),
-    case("bitmap_off_the_edge", metafile(stretch_dib(QUARTER, -64, -64, 128, 128, SRCCOPY, WHOLE)), look("30,30 yellow"),
+    case("bitmap_off_the_edge", metafile(stretch_dib(QUARTER, -64, -64, 128, 128, SRCCOPY, WHOLE)),
+         look("30,30 yellow"),
          box(0, 0, 64, 64)),
 ]
 
@@ -95,7 +99,8 @@ def mixed(operation):
 
 RASTER = [
     *(case(f"stretch_dib_{name}", metafile(create_pen(5, 0, 0), select(0), *base(), stretch_dib(
-        SOURCE, 32, 32, 128, 128, operation, (0, 0, 8, 32))), mixed(operation)) for name, operation in OPERATIONS.items()),
+        SOURCE, 32, 32, 128, 128, operation, (0, 0, 8,
+                                              32))), mixed(operation)) for name, operation in OPERATIONS.items()),
     *(case(f"pat_blt_{name}", metafile(create_pen(5, 0, 0), select(0), *base(), pat_blt(
         32, 32, 128, 128, OPERATIONS[name])), mixed(OPERATIONS[name])) for name in WITHOUT_SOURCE),
     *(case(f"dib_bit_blt_{name}_without_bitmap", metafile(create_pen(5, 0, 0), select(0), *base(), dib_bit_blt(

@@ -1,7 +1,7 @@
 """Lines, areas, pens, brushes, regions and coordinates of Windows metafiles."""
 
 from expectations import box, case, clear_of, column, empty, look, natural, row, share, slants
-from packed import BLACK, BLUE, CYAN, GREEN, MAGENTA, RED, WHITE, YELLOW, u16, u32
+from packed import BLACK, BLUE, CYAN, GREEN, RED, WHITE, YELLOW, u16, u32
 from raster import MODES, base_boxes, expected, mix2
 from wmf_maker import *
 
@@ -26,7 +26,8 @@ LINES = [
     case("line_goes_on", drawn(RED, move_to(20, 30), line_to(170, 30), line_to(170, 150)), box(18, 28, 172, 152),
          look("96,30 red; 170,96 red; 96,96 white")),
     case("line_without_place", drawn(RED, line_to(100, 100)), look("50,50 red; 90,90 red; 120,120 white")),
-    case("polyline", drawn(BLUE, polyline((20, 20), (160, 20), (160, 160))), look("90,20 blue; 160,90 blue; 90,90 white")),
+    case("polyline", drawn(BLUE, polyline((20, 20), (160, 20), (160, 160))),
+         look("90,20 blue; 160,90 blue; 90,90 white")),
     case("polyline_leaves_place", drawn(BLUE, move_to(20, 150), polyline((20, 20), (160, 20)), line_to(160, 150)),
          look("90,150 blue; 90,20 blue; 160,90 white")),
     case("polyline_of_one", drawn(BLUE, polyline((20, 20))), clear_of((40, 40, 192, 192))),
@@ -37,7 +38,8 @@ LINES = [
     case("winding", filled(RED, set_poly_fill_mode(2), polygon(*STAR)), look("96,95 red; 96,45 red; 50,80 red")),
     case("poly_polygon_alternate", filled(RED, set_poly_fill_mode(1), poly_polygon(*SQUARES)),
          look("45,45 red; 96,96 white"), box(30, 30, 160, 160)),
-    case("poly_polygon_winding", filled(RED, set_poly_fill_mode(2), poly_polygon(*SQUARES)), look("45,45 red; 96,96 red")),
+    case("poly_polygon_winding", filled(RED, set_poly_fill_mode(2), poly_polygon(*SQUARES)),
+         look("45,45 red; 96,96 red")),
     case("poly_polygon_winding_turned", filled(RED, set_poly_fill_mode(2), poly_polygon(SQUARES[0], SQUARES[1][::-1])),
          look("45,45 red; 96,96 white")),
     case("rectangle", filled(RED, rectangle(20, 30, 100, 80)), box(20, 30, 100, 80), look("60,50 red")),
@@ -90,7 +92,8 @@ PENS = [
     case("round_joins", drawn(RED, polyline((40, 150), (40, 40), (150, 40)), width=40), look("24,24 white; 27,27 red")),
     case("bevel_joins", drawn(RED, polyline((40, 150), (40, 40), (150, 40)), width=40, style=0x1000),
          look("25,25 white; 34,34 red")),
-    case("miter_joins", drawn(RED, polyline((40, 150), (40, 40), (150, 40)), width=40, style=0x2000), look("23,23 red")),
+    case("miter_joins", drawn(RED, polyline((40, 150), (40, 40), (150, 40)), width=40, style=0x2000),
+         look("23,23 red")),
 ]
 
 
@@ -117,7 +120,8 @@ OBJECTS = [
     case("lowest_free_object_is_taken", metafile(
         NO_PEN, create_brush(0, RED), create_brush(0, GREEN), select(0), delete(1), create_brush(0, BLUE), select(1),
         rectangle(20, 20, 90, 90), select(2), rectangle(100, 100, 180, 180)), look("50,50 blue; 140,140 green")),
-    case("objects_outlast_selection", filled(RED, create_brush(0, BLUE), select(2), rectangle(20, 20, 90, 90), select(1),
+    case("objects_outlast_selection", filled(RED, create_brush(0, BLUE), select(2), rectangle(20, 20, 90, 90),
+                                             select(1),
                                              rectangle(100, 100, 180, 180)), look("50,50 blue; 140,140 red")),
     case("unknown_object_changes_nothing", filled(RED, select(12), rectangle(20, 20, 90, 90)), look("50,50 red")),
     case("fonts_and_palettes_take_places", metafile(
@@ -136,7 +140,8 @@ STATE = [
                                     restore_dc(-1), rectangle(100, 100, 160, 160)), look("40,40 blue; 130,130 red")),
     case("restore_two", filled(RED, save_dc(), create_brush(0, BLUE), select(2), save_dc(), create_brush(0, GREEN),
                                select(3), restore_dc(-2), rectangle(100, 100, 160, 160)), look("130,130 red")),
-    case("restore_by_number", filled(RED, save_dc(), create_brush(0, BLUE), select(2), save_dc(), create_brush(0, GREEN),
+    case("restore_by_number", filled(RED, save_dc(), create_brush(0, BLUE), select(2), save_dc(),
+                                     create_brush(0, GREEN),
                                      select(3), restore_dc(2), rectangle(100, 100, 160, 160)), look("130,130 blue")),
     case("restore_of_too_many", filled(RED, save_dc(), create_brush(0, BLUE), select(2), restore_dc(-5),
                                        rectangle(100, 100, 160, 160)), look("130,130 blue")),
@@ -161,13 +166,16 @@ COORDINATES = [
                              rectangle(1020, 2030, 1100, 2080), box=(1000, 2000, 1192, 2192)), box(20, 30, 100, 80)),
     case("box_that_begins_elsewhere", plain(ANISOTROPIC, set_window_org(-96, -96), set_window_ext(192, 192),
                                             rectangle(-96, -96, 0, 0), box=(-96, -96, 96, 96)), box(0, 0, 96, 96)),
-    case("large_units", plain(ANISOTROPIC, set_window_org(0, 0), set_window_ext(1920, 1920), rectangle(200, 300, 1000, 800),
+    case("large_units", plain(ANISOTROPIC, set_window_org(0, 0), set_window_ext(1920, 1920), rectangle(200, 300, 1000,
+        800),
                               box=(0, 0, 1920, 1920), inch=960), natural(192, 192), box(20, 30, 100, 80)),
     case("y_upwards", plain(ANISOTROPIC, set_window_org(0, 192), set_window_ext(192, -192), rectangle(20, 30, 100, 80),
                             box=(0, 192, 192, 0)), box(20, 112, 100, 162)),
     case("offset_window_org", filled(RED, offset_window_org(-20, -30), rectangle(0, 0, 80, 50)), box(20, 30, 100, 80)),
-    case("scale_window_ext", filled(RED, scale_window_ext(2, 1, 2, 1), rectangle(40, 60, 200, 160)), box(20, 30, 100, 80)),
-    case("window_ext_changes", filled(RED, rectangle(0, 0, 50, 50), set_window_ext(384, 384), rectangle(200, 200, 384, 384)),
+    case("scale_window_ext", filled(RED, scale_window_ext(2, 1, 2, 1), rectangle(40, 60, 200, 160)),
+         box(20, 30, 100, 80)),
+    case("window_ext_changes", filled(RED, rectangle(0, 0, 50, 50), set_window_ext(384, 384), rectangle(200, 200, 384,
+        384)),
          look("25,25 red; 145,145 red; 75,75 white"), box(0, 0, 192, 192)),
     case("bare_by_window", bare(ANISOTROPIC, set_window_org(0, 0), set_window_ext(1000, 500), NO_PEN, select(0),
                                 create_brush(0, RED), select(1), rectangle(0, 0, 500, 500), create_brush(0, BLUE),
@@ -195,18 +203,21 @@ CLIPS = [
                                create_brush(0, BLUE), fill_region(2, 3)), box(40, 40, 140, 140, 2),
          look("90,60 blue; 50,120 blue; 90,120 white")),
     case("paint_region", filled(RED, create_region((40, 40, 140, 140), [(40, 140, 40, 140)]), paint_region(2)),
-         box(40, 40, 140, 140), look("90,90 red")),
+         box(40, 40, 140, 140),
+         look("90,90 red")),
     case("invert_region", filled(RED, rectangle(20, 20, 160, 160),
                                  create_region((40, 40, 140, 140), [(40, 140, 40, 140)]), invert_region(2)),
          look("30,30 red; 90,90 cyan")),
     case("frame_region", filled(RED, create_region((40, 40, 140, 140), [(40, 140, 40, 140)]), create_brush(0, BLUE),
-                                frame_region(2, 3, 10, 10)), box(40, 40, 140, 140), look("90,90 white; 45,90 blue; 90,45 blue; 55,90 white")),
+                                frame_region(2, 3, 10, 10)), box(40, 40, 140, 140),
+         look("90,90 white; 45,90 blue; 90,45 blue; 55,90 white")),
 ]
 
 FLOODS = [
     case("flood_fill", filled(BLUE, create_pen(0, 4, RED), create_brush(0, YELLOW), select(2), select(3),
                               rectangle(40, 40, 140, 140), select(1), flood_fill(90, 90, RED)), look("40,90 red")),
-    case("surface_flood_fill", filled(BLUE, rectangle(40, 40, 140, 140), ext_flood_fill(90, 90, BLUE, 1)), look("90,90 blue")),
+    case("surface_flood_fill", filled(BLUE, rectangle(40, 40, 140, 140), ext_flood_fill(90, 90, BLUE, 1)),
+         look("90,90 blue")),
 ]
 
 MODE_CASES = [

@@ -150,7 +150,8 @@ def bit_blt(bitmap, x, y, width, height, rop, sx=0, sy=0):
 
 def stretch_blt(bitmap, x, y, width, height, rop, source):
     sx, sy, source_width, source_height = source
-    return record(0xB23, tail=u32(rop) + u16(source_height, source_width, sy, sx, height, width, y, x) + b"".join(bitmap))
+    return record(0xB23, tail=u32(rop) + u16(source_height, source_width, sy, sx, height, width, y,
+                                             x) + b"".join(bitmap))
 
 
 def dib_bit_blt(dib, x, y, width, height, rop, sx=0, sy=0):
