@@ -1,6 +1,7 @@
 #include "pages/page_documents.h"
 #include "support/canvas.h"
 #include "support/picture_writer.h"
+#include "support/small_pictures.h"
 
 namespace pages {
 
@@ -59,11 +60,11 @@ void fillPictures(WordDocument& doc) {
 void fillMetafiles(WordDocument& doc) {
   constexpr uint16_t kCropLeft = 0x0102, kGrey = 0x013D;
   doc.section(paper());
-  const auto add = [&doc, uid = uint8_t{0}](const char16_t* description, const Props& look) mutable {
+  auto add = [&doc, uid = uint8_t{0}](const char16_t* description, const Props& look) mutable {
     Props props = look;
     props.number(kPicture, 1).text(kDescription, description);
     const Inline picture = {.shape = Shape(kPictureFrame).props(props),
-                            .blips = {Blip{.type = kEmf, .data = support::emfOfHalves(), .uid = ++uid}},
+                            .blips = {Blip{.type = kEmf, .data = emfOfHalves(), .uid = ++uid}},
                             .goalWidth = 1440,
                             .goalHeight = 1440};
     doc.paragraph().special(kPictureMark, pictureRun(doc, picture));
