@@ -168,7 +168,7 @@ void DibWriter::Mask(int32_t y) {
   mask_.Read(static_cast<int32_t>(line), first, end - first, indexes_.data());
   uint8_t* pixel = pixels_.data() + 4 * (first - shift - columns_.first);
   for (int32_t x = 0; x < end - first; ++x, pixel += 4) {
-    if (indexes_[static_cast<uint32_t>(x)] == 0) PixelChanger::Put(pixel, 0);
+    if ((indexes_[static_cast<uint32_t>(x)] != 0) == change_.isMaskInverse) PixelChanger::Put(pixel, 0);
   }
 }
 

@@ -98,7 +98,7 @@ void DibRows::PrepareColours() {
   std::array<uint32_t, 4> masks = header_.masks;
   // The fourth byte, where no mask takes it.
   if (header_.depth == 32 && masks[3] == 0) masks[3] = 0xFF000000u & ~(masks[0] | masks[1] | masks[2]);
-  channels_.resize(masks.size());
+  channels_ = std::make_unique<Channel[]>(masks.size());
   for (size_t i = 0; i < masks.size(); ++i) {
     Channel& channel = channels_[i];
     const int end = std::bit_width(masks[i]);
@@ -216,8 +216,10 @@ void DibRows::ReadColours(const uint8_t* row, uint32_t count, uint8_t* pixels) c
     uint32_t pixel = row[0] | static_cast<uint32_t>(row[1]) << 8;
     if (bytes > 2) pixel |= static_cast<uint32_t>(row[2]) << 16;
     if (bytes > 3) pixel |= static_cast<uint32_t>(row[3]) << 24;
-    for (const Channel& channel : channels_)
+    for (size_t part = 0; part < 4; ++part) {
+      const Channel& channel = channels_[part];
       *pixels++ = channel.values[pixel >> channel.shift & channel.mask];
+    }
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "pictures/bitmap.h"
@@ -71,7 +72,7 @@ class DibRows {
     uint8_t values[256] = {};
     uint8_t mask = 0;
   };
-  std::vector<Channel> channels_;
+  std::unique_ptr<Channel[]> channels_;  ///< red, green, blue, alpha; null with a palette
 };
 
 }  // namespace pagerex

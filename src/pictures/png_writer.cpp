@@ -10,7 +10,6 @@
 namespace pagerex {
 namespace {
 
-constexpr int32_t kLongestSide = 1 << 24;  ///< more than anything shows
 constexpr size_t kPartBytes = 16384;
 constexpr size_t kChunkFront = 8, kChunkEnd = 4;
 constexpr size_t kMargin = 4;  ///< clear bytes in front of each row, for the filter

@@ -21,12 +21,14 @@ struct PngForm {
 /// Writes a PNG row by row. Keeps three rows and a part of what was packed.
 class PngWriter {
  public:
+  static constexpr int32_t kLongestSide = 1 << 24;  ///< of width; more than anything shows
+
   PngWriter(PictureSink& sink, const PngForm& form);
   PngWriter(const PngWriter&) = delete;
   PngWriter& operator=(const PngWriter&) = delete;
   ~PngWriter() = default;
 
-  /// False when the sink ended it, or its size is none.
+  /// False when the sink ended it, or its size is none that it writes.
   bool goesOn() const { return goesOn_; }
   /// A byte a pixel, below the number of colours, with a palette; otherwise red, green, blue, alpha. False
   /// when there is no use for more.

@@ -54,24 +54,26 @@ bool SvgCanvas::End() {
   CloseClip();
   out_ += "</svg>\n";
   Flush();
-  return goesOn_;
+  if (goesOn_ || isRefused_ || !sink_) return goesOn_;
+  // What came before the limit is a picture too.
+  ending_ += "</svg>\n";
+  sink_->Put(ByteView(ending_.data(), ending_.size()));
+  return false;
 }
 
 void SvgCanvas::Flush() {
-  if (!sink_) return out_.clear();
-  if (!goesOn_) return out_.clear();
-  // The end is short enough to be let through.
+  if (!sink_ || !goesOn_) return out_.clear();
   if (out_.size() > left_) {
-    left_ = 0;
     goesOn_ = false;
     return out_.clear();
   }
   left_ -= out_.size();
-  if (!sink_->Put(ByteView(out_.data(), out_.size()))) {
-    goesOn_ = false;
-    isRefused_ = true;
-  }
+  isRefused_ = !sink_->Put(ByteView(out_.data(), out_.size()));
+  goesOn_ = !isRefused_;
   out_.clear();
+  ending_ = isInImage_ ? "\"/>" : "";
+  if (isInTile_) ending_ += "</pattern>";
+  if (openClip_ != 0) ending_ += "</g>";
 }
 
 void SvgCanvas::Cover(const Box& box) {
@@ -262,7 +264,10 @@ uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double heig
   PutAttribute("width", width);
   PutAttribute("height", height);
   out_ += " preserveAspectRatio=\"none\"";
-  if (!PutImage("image/png", image)) {
+  isInTile_ = true;
+  const bool isThere = PutImage("image/png", image);
+  isInTile_ = false;
+  if (!isThere) {
     out_.resize(begin);
     --servers_;
     return 0;
@@ -357,7 +362,9 @@ class SvgCanvas::Base64Sink final : public PictureSink {
 bool SvgCanvas::PutImage(std::string_view mediaType, const WriteImage& image) {
   out_.append(" href=\"data:").append(mediaType).append(";base64,");
   Base64Sink sink(*this);
+  isInImage_ = true;
   image(sink);
+  isInImage_ = false;
   if (!sink.Finish()) return false;
   out_ += "\"/>\n";
   return true;
@@ -389,18 +396,6 @@ bool SvgCanvas::Image(const Matrix& place, std::string_view mediaType, const Wri
   if (PutImage(mediaType, image)) return true;
   out_.resize(std::min(begin, out_.size()));
   return false;
-}
-
-void SvgCanvas::BeginGroup(const Matrix& matrix) {
-  CloseClip();
-  out_ += "<g";
-  PutMatrix("transform", matrix);
-  out_ += '>';
-}
-
-void SvgCanvas::EndGroup() {
-  CloseClip();
-  out_ += "</g>\n";
 }
 
 }  // namespace pagerex

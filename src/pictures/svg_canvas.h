@@ -105,10 +105,6 @@ class SvgCanvas {
              Blend blend = Blend::kNormal, uint8_t alpha = 255, bool isSharp = false);
   void Text(const TextLook& look, const TextPlace& place, std::u16string_view text,
             Blend blend = Blend::kNormal);
-  /// All that is drawn up to the end goes to the canvas through the matrix. In pairs.
-  void BeginGroup(const Matrix& matrix);
-  void EndGroup();
-
   /// Bounds of all that was drawn, in units; right below left for nothing.
   const Box& drawn() const { return drawn_; }
 
@@ -144,7 +140,9 @@ class SvgCanvas {
   std::vector<uint8_t> clipDepths_;  ///< how many others each refers to
   uint32_t servers_ = 0;
   Box drawn_{1, 1, 0, 0};
-  std::string out_;  ///< what waits for the sink
+  std::string out_;     ///< what waits for the sink
+  std::string ending_;  ///< of all that the sink was given, were it to end there
+  bool isInImage_ = false, isInTile_ = false;
 };
 
 }  // namespace pagerex

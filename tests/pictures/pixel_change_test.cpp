@@ -89,6 +89,8 @@ TEST_P(PixelChanges, ShowWhatAMaskShows) {
   change.mask = &mask;
   change.maskLeft = change.maskTop = 1;
   EXPECT_THAT(Changed(change).pixels, ElementsAre(0, kGreen, kBlue, 0));
+  change.isMaskInverse = true;
+  EXPECT_THAT(Changed(change).pixels, ElementsAre(kRed, 0, 0, kWhite));
 }
 
 TEST_P(PixelChanges, ShowAllOutsideAMask) {
