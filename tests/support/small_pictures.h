@@ -8,23 +8,58 @@
 /// Pictures of few bytes, one of each kind, that are sound.
 namespace support {
 
-/// Red boxes, one over the other, as an enhanced metafile of 100 by 50 pixels of an inch's ninety-sixth.
-inline Bytes smallEmf(uint32_t boxes = 1) {
-  constexpr uint32_t kHeader = 1, kSelect = 37, kBrush = 39, kRectangle = 43, kEnd = 14;
+/// An enhanced metafile of 100 by 50 pixels of an inch's ninety-sixth, with this between its header and its
+/// end.
+inline Bytes emfOf(const Bytes& records, uint32_t count) {
+  constexpr uint32_t kHeader = 1, kEnd = 14, kHeaderSize = 88, kEndSize = 20;
+  const auto size = static_cast<uint32_t>(kHeaderSize + records.size() + kEndSize);
   ByteWriter emf;
-  emf.u32(kHeader).u32(88);
+  emf.u32(kHeader).u32(kHeaderSize);
   for (const uint32_t bound : {0, 0, 99, 49}) emf.u32(bound);
   for (const uint32_t frame : {0, 0, 2646, 1323}) emf.u32(frame);
-  emf.text8(" EMF").u32(0x10000).u32(88 + 24 + 12 + 24 * boxes + 20).u32(4 + boxes).u16(2).u16(0).zeros(12);
-  emf.u32(1920).u32(1080).u32(508).u32(286);
-  emf.u32(kBrush).u32(24).u32(1).u32(0).u32(0x0000FF).u32(0);
-  emf.u32(kSelect).u32(12).u32(1);
-  for (uint32_t i = 0; i < boxes; ++i) {
-    emf.u32(kRectangle).u32(24);
-    for (const uint32_t corner : {10, 10, 90, 40}) emf.u32(corner + i % 7);
-  }
-  emf.u32(kEnd).u32(20).u32(0).u32(0).u32(20);
-  return emf.take();
+  emf.text8(" EMF").u32(0x10000).u32(size).u32(count + 2).u16(3).u16(0).zeros(12);
+  emf.u32(1920).u32(1080).u32(508).u32(286).bytes(records);
+  return emf.u32(kEnd).u32(kEndSize).u32(0).u32(0).u32(kEndSize).take();
+}
+
+/// A brush, by its number, and its choice.
+inline Bytes emfBrush(uint32_t number, uint32_t colour) {
+  constexpr uint32_t kSelect = 37, kBrush = 39;
+  return ByteWriter()
+      .u32(kBrush)
+      .u32(24)
+      .u32(number)
+      .u32(0)
+      .u32(colour)
+      .u32(0)
+      .u32(kSelect)
+      .u32(12)
+      .u32(number)
+      .take();
+}
+
+inline Bytes emfBox(uint32_t left, uint32_t top, uint32_t right, uint32_t bottom) {
+  constexpr uint32_t kRectangle = 43;
+  return ByteWriter().u32(kRectangle).u32(24).u32(left).u32(top).u32(right).u32(bottom).take();
+}
+
+/// Red boxes, one over the other.
+inline Bytes smallEmf(uint32_t boxes = 1) {
+  ByteWriter records;
+  records.bytes(emfBrush(1, 0x0000FF));
+  for (uint32_t i = 0; i < boxes; ++i) records.bytes(emfBox(10 + i % 7, 10 + i % 7, 90 + i % 7, 40 + i % 7));
+  return emfOf(records.take(), 2 + boxes);
+}
+
+/// Red on the left half, blue on the right one.
+inline Bytes emfOfHalves() {
+  return emfOf(ByteWriter()
+                   .bytes(emfBrush(1, 0x0000FF))
+                   .bytes(emfBox(0, 0, 50, 50))
+                   .bytes(emfBrush(2, 0xFF0000))
+                   .bytes(emfBox(50, 0, 100, 50))
+                   .take(),
+               6);
 }
 
 /// A box as a bare Windows metafile, 1000 by 500 units.
