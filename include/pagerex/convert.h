@@ -70,16 +70,28 @@ enum {
   PAGEREX_KIND_WORDML = 44, /* Word 2003 XML */
 
   PAGEREX_KIND_WORDPERFECT = 50,
-  PAGEREX_KIND_PDF = 51
+  PAGEREX_KIND_PDF = 51,
+
+  /* pictures */
+  PAGEREX_KIND_EMF = 61,  /* enhanced metafile, with or without EMF+ in it */
+  PAGEREX_KIND_WMF = 62,  /* Windows metafile, with or without the header of a placeable one */
+  PAGEREX_KIND_PICT = 63, /* Macintosh PICT */
+  PAGEREX_KIND_DIB = 64,  /* a bitmap from its header on, as documents have it */
+  PAGEREX_KIND_BMP = 65,  /* the same as a file */
+  PAGEREX_KIND_TIFF = 66,
+  PAGEREX_KIND_PNG = 67,
+  PAGEREX_KIND_JPEG = 68,
+  PAGEREX_KIND_GIF = 69
 };
 
 /* Tells from the bytes of a file what it is, whatever its name says: one of the kinds above. Reads in place,
  * allocates nothing, and takes a time that grows with `size` at most.
  *
  * `data` holds the whole file, or the first `size` bytes of it. How many are needed:
- *   4 KB        text, marked-up text, PDF, WordPerfect, and which of these families it is: early Word,
- * compound file, archive, with OpenDocument told apart. More if markup begins with long comments. whole file
- * which of the compound files: their directory may stand anywhere. Without it, the answer is
+ *   4 KB        text, marked-up text, PDF, WordPerfect, pictures, and which of these families it is: early
+ *               Word, compound file, archive, with OpenDocument told apart. More if markup begins with long
+ *               comments.
+ *   whole file  which of the compound files: their directory may stand anywhere. Without it, the answer is
  *               PAGEREX_KIND_COMPOUND.
  *   whole file  which of the archives: their directory stands at the end. Without it the answer is drawn from
  *               the entries whose beginning is there, PAGEREX_KIND_ZIP or PAGEREX_KIND_OOXML if they do not
@@ -113,7 +125,8 @@ enum {
   PAGEREX_RESULT_OUT_OF_MEMORY = 10, /* the machine has no more */
   PAGEREX_RESULT_MEMORY_LIMIT = 11,  /* limits.memory was reached */
   PAGEREX_RESULT_OUTPUT_LIMIT = 12,  /* limits.output_bytes was reached */
-  PAGEREX_RESULT_TOO_LARGE = 13      /* limits.input_bytes, or what the format can hold, is exceeded */
+  PAGEREX_RESULT_TOO_LARGE = 13,     /* limits.input_bytes, or what the format can hold, is exceeded */
+  PAGEREX_RESULT_NOT_PICTURE = 14    /* of pagerex_convert_picture: `kind` tells what it is instead */
 };
 
 /* A short word for reports, which stays as it is: "ok", "not_word". "unknown" for any other number. Never
@@ -290,12 +303,16 @@ enum {
   PAGEREX_LINKS_NONE = 2
 };
 
-/* What becomes of its pictures. A format that cannot do what is asked refuses, as invalid argument. */
+/* What becomes of its pictures. A format that cannot do what is asked refuses, as invalid argument. "html"
+ * and "markdown" have them as browsers read them, and as the document has them where nothing can be made of
+ * one; the other formats have them as the document has them. */
 enum {
   PAGEREX_PICTURES_USUAL = 0, /* "html" embeds them; else as files where the format has a folder, or none */
   PAGEREX_PICTURES_FILES = 1,
   PAGEREX_PICTURES_EMBEDDED = 2,
-  PAGEREX_PICTURES_NONE = 3
+  PAGEREX_PICTURES_NONE = 3,
+  PAGEREX_PICTURES_WEB = 4 /* of "normal", "phone" and "mulpages": as files, and beside each that browsers do
+                              not read one that they do, which the pages show */
 };
 
 /* Which state of a document with tracked changes is written. */
@@ -387,6 +404,35 @@ PAGEREX_API void pagerex_close(pagerex_document* document);
 PAGEREX_API int pagerex_convert(const pagerex_input* input, const pagerex_limits* limits,
                                 const pagerex_options* options, const pagerex_output* output,
                                 pagerex_result* result);
+
+/* --- Pictures ------------------------------------------------------------------------------------------ */
+
+/* What browsers read of a kind of picture. */
+typedef struct pagerex_picture_format {
+  const char* extension;  /* with the dot: ".svg" */
+  const char* media_type; /* "image/svg+xml" */
+} pagerex_picture_format;
+
+/* Of PAGEREX_KIND_EMF and those behind it: SVG of metafiles, PNG of bitmaps, and PNG, JPEG and GIF as they
+ * are. Null for all other kinds. Constants. */
+PAGEREX_API const pagerex_picture_format* pagerex_picture_format_of(int kind);
+
+typedef struct pagerex_picture_options {
+  size_t size;
+  /* In points: the size at which it is shown, for a metafile that does not tell its own; 0 for not known. */
+  double width;
+  double height;
+} pagerex_picture_options;
+
+/* Writes a picture as browsers read it: one file, whose media type `begin` is told. `limits`, `options` and
+ * `result` may be null; limits.memory counts the bytes of an input that is not in memory. An output without a
+ * name is called "picture". SVG files refer to nothing outside themselves, and nothing in them runs. At a
+ * path, files of SVG and PNG are replaced, and no others. Returns PAGEREX_RESULT_...: what can be read of a
+ * damaged picture is written, with PAGEREX_WARNING_PICTURE; where that is nothing, it is
+ * PAGEREX_RESULT_DAMAGED. */
+PAGEREX_API int pagerex_convert_picture(const pagerex_input* input, const pagerex_limits* limits,
+                                        const pagerex_picture_options* options, const pagerex_output* output,
+                                        pagerex_result* result);
 
 /* "0.1.0". */
 PAGEREX_API const char* pagerex_version(void);

@@ -343,7 +343,8 @@ enum {
   PAGEREX_PICTURE_PICT = 4,
   PAGEREX_PICTURE_JPEG = 5,
   PAGEREX_PICTURE_PNG = 6,
-  PAGEREX_PICTURE_DIB = 7 /* a bitmap without its file header */
+  PAGEREX_PICTURE_DIB = 7, /* a bitmap without its file header */
+  PAGEREX_PICTURE_TIFF = 8
 };
 
 typedef struct pagerex_picture_data {

@@ -26,36 +26,8 @@ namespace pagerex {
 namespace {
 
 // What the first versions of the structures held.
-constexpr size_t kInputSize = sizeof(pagerex_input);
-constexpr size_t kOutputSize = sizeof(pagerex_output);
 constexpr size_t kOptionsSize = offsetof(pagerex_options, revisions);
 constexpr size_t kInfoSize = offsetof(pagerex_document_info, summary);
-
-uint64_t orNoLimit(uint64_t limit) {
-  return limit ? limit : UINT64_MAX;
-}
-
-bool isInput(const pagerex_input& input) {
-  const bool hasFunctions = input.byte_count && input.read_at;
-  const bool hasOneFunction = input.byte_count || input.read_at;
-  const int ways = (input.path != nullptr) + (input.data != nullptr) + hasOneFunction;
-  return ways == 1 && hasFunctions == hasOneFunction;
-}
-
-bool isOutput(const pagerex_output& output) {
-  return output.path ? !output.begin && !output.write && *output.path : output.begin && output.write;
-}
-
-/// 0 for a name that a main file can have, or a value of errno.
-int errorOfName(const std::string& name) {
-  constexpr size_t kLongest = 230;  // paths below it have room for 259 bytes
-  if (name.empty() || name == "." || name == "..") return EISDIR;
-  if (name.size() > kLongest) return ENAMETOOLONG;
-  for (const char c : name) {
-    if (c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7F) return EINVAL;
-  }
-  return 0;
-}
 
 /// What is to be written, once a host's structures have been read and found sound.
 struct Request {
@@ -76,13 +48,13 @@ struct Request {
 };
 
 bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* outputGiven) {
-  if (!outputGiven || !takeStructure(*outputGiven, kOutputSize, output) || !isOutput(output)) return false;
+  if (!outputGiven || !takeOutput(*outputGiven, output)) return false;
   if (!takeOptional(optionsGiven, kOptionsSize, options)) return false;
   if (!takeOptional(options.limits, kLimitsSize, limits)) return false;
   format = formatNamed(options.format ? options.format : "");
   if (!format || options.page_size < 0) return false;
   if (options.links < PAGEREX_LINKS_SAFE || options.links > PAGEREX_LINKS_NONE) return false;
-  if (options.pictures < PAGEREX_PICTURES_USUAL || options.pictures > PAGEREX_PICTURES_NONE) return false;
+  if (options.pictures < PAGEREX_PICTURES_USUAL || options.pictures > PAGEREX_PICTURES_WEB) return false;
   if ((format->pictures & pictureChoice(options.pictures)) == 0) return false;
   if (options.pictures == PAGEREX_PICTURES_USUAL && format->embedsPictures)
     options.pictures = PAGEREX_PICTURES_EMBEDDED;
@@ -99,7 +71,7 @@ bool Request::Take(const pagerex_options* optionsGiven, const pagerex_output* ou
 bool Request::IsSingleFile() const {
   constexpr int kInPieces = 2;
   const bool hasPictureFiles =
-      options.pictures == PAGEREX_PICTURES_USUAL || options.pictures == PAGEREX_PICTURES_FILES;
+      options.pictures != PAGEREX_PICTURES_EMBEDDED && options.pictures != PAGEREX_PICTURES_NONE;
   if (format->told.has_page_size == kInPieces && options.page_size > 0) return false;
   return format->told.is_single_file || (format->told.is_single_without_pictures && !hasPictureFiles);
 }
@@ -232,8 +204,7 @@ int openDocument(const pagerex_input* input, const pagerex_limits* limits, pager
                  ResultBuilder& result) {
   pagerex_input given;
   pagerex_limits bounds;
-  if (!document || !input || !takeStructure(*input, kInputSize, given) || !isInput(given) ||
-      !takeOptional(limits, kLimitsSize, bounds)) {
+  if (!document || !input || !takeInput(*input, given) || !takeOptional(limits, kLimitsSize, bounds)) {
     return result.End(PAGEREX_RESULT_INVALID_ARGUMENT);
   }
   RunControl control;

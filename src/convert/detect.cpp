@@ -72,7 +72,8 @@ int latePdfKind(ByteView file) {
 }
 
 /// In this order: text may hold what looks like the header of a PDF file.
-constexpr int (*kWithoutSignature[])(ByteView) = {bareFibKind, markupKind, latePdfKind, plainTextKind};
+constexpr int (*kWithoutSignature[])(ByteView) = {bareFibKind, pictureKind, markupKind, latePdfKind,
+                                                  plainTextKind};
 
 int fileKind(ByteView file) noexcept {
   if (file.empty()) return PAGEREX_KIND_EMPTY;

@@ -11,6 +11,8 @@ namespace pagerex {
 int compoundFileKind(ByteView file) noexcept;
 /// Of a file that begins with the signature of a zip archive: PAGEREX_KIND_ZIP if no more can be told.
 int zipKind(ByteView file) noexcept;
+/// PAGEREX_KIND_UNKNOWN if it is none.
+int pictureKind(ByteView file) noexcept;
 /// Of marked-up text, behind a byte order mark and blanks: PAGEREX_KIND_UNKNOWN if it is none.
 int markupKind(ByteView file) noexcept;
 /// PAGEREX_KIND_TEXT if most of the first characters can be printed, else PAGEREX_KIND_UNKNOWN.

@@ -13,17 +13,18 @@ namespace {
 constexpr char kHtml[] = "text/html; charset=utf-8";
 constexpr uint32_t kAsFiles = pictureChoice(PAGEREX_PICTURES_USUAL) | pictureChoice(PAGEREX_PICTURES_FILES) |
                               pictureChoice(PAGEREX_PICTURES_NONE);
+constexpr uint32_t kAsViewFiles = kAsFiles | pictureChoice(PAGEREX_PICTURES_WEB);
 constexpr uint32_t kWithout = pictureChoice(PAGEREX_PICTURES_USUAL) | pictureChoice(PAGEREX_PICTURES_NONE);
 
 /// A new format gets a line here.
 constexpr Format kFormats[] = {
     {{"normal", ".html", kHtml, "One page in a frame, beside a tree of its headings.", 0, 0, 0},
      Format::Reads::kModel,
-     kAsFiles,
+     kAsViewFiles,
      writeView<VIEW_NORMAL>},
     {{"phone", ".html", kHtml, "Many small pages, and a list of links to them.", 0, 1, 0},
      Format::Reads::kModel,
-     kAsFiles,
+     kAsViewFiles,
      writeView<VIEW_PHONE>},
     {{"preview", ".html", kHtml, "The first characters of the text as a bare fragment.", 1, 1, 1},
      Format::Reads::kModel,
@@ -31,7 +32,7 @@ constexpr Format kFormats[] = {
      writeView<VIEW_PREVIEW>},
     {{"mulpages", ".html", kHtml, "Numbered pages, and a list of them for a program to read.", 0, 1, 0},
      Format::Reads::kModel,
-     kAsFiles,
+     kAsViewFiles,
      writeView<VIEW_MULPAGES>},
     {{"text", ".txt", "text/plain; charset=utf-8", "The text alone: a line for each paragraph and row.", 1, 0,
       1},

@@ -31,7 +31,8 @@ static_assert(static_cast<int>(PictureType::kEmf) == PAGEREX_PICTURE_EMF &&
               static_cast<int>(PictureType::kPict) == PAGEREX_PICTURE_PICT &&
               static_cast<int>(PictureType::kJpeg) == PAGEREX_PICTURE_JPEG &&
               static_cast<int>(PictureType::kPng) == PAGEREX_PICTURE_PNG &&
-              static_cast<int>(PictureType::kDib) == PAGEREX_PICTURE_DIB);
+              static_cast<int>(PictureType::kDib) == PAGEREX_PICTURE_DIB &&
+              static_cast<int>(PictureType::kTiff) == PAGEREX_PICTURE_TIFF);
 
 /// What has begun is not told to end once the host has had enough.
 template <class... Given>

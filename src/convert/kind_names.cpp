@@ -43,6 +43,15 @@ constexpr KindName kKindNames[] = {
     {PAGEREX_KIND_WORDML, "wordml", "This is a Word document in the XML of Word 2003 (.xml)."},
     {PAGEREX_KIND_WORDPERFECT, "wordperfect", "This is a WordPerfect document (.wpd)."},
     {PAGEREX_KIND_PDF, "pdf", "This is a PDF document (.pdf)."},
+    {PAGEREX_KIND_EMF, "emf", "This is an enhanced metafile (.emf)."},
+    {PAGEREX_KIND_WMF, "wmf", "This is a Windows metafile (.wmf)."},
+    {PAGEREX_KIND_PICT, "pict", "This is a Macintosh picture (.pict)."},
+    {PAGEREX_KIND_DIB, "dib", "This is a bitmap without its file header (.dib)."},
+    {PAGEREX_KIND_BMP, "bmp", "This is a bitmap (.bmp)."},
+    {PAGEREX_KIND_TIFF, "tiff", "This is a TIFF picture (.tif)."},
+    {PAGEREX_KIND_PNG, "png", "This is a PNG picture (.png)."},
+    {PAGEREX_KIND_JPEG, "jpeg", "This is a JPEG picture (.jpg)."},
+    {PAGEREX_KIND_GIF, "gif", "This is a GIF picture (.gif)."},
 };
 
 const KindName& rowOf(int kind) {

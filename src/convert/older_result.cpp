@@ -101,16 +101,22 @@ int kindOfFile(int parent, const char* name) {
 
 constexpr int kKindsOfResults[] = {PAGEREX_KIND_EMPTY, PAGEREX_KIND_TEXT, PAGEREX_KIND_HTML, PAGEREX_KIND_XML,
                                    PAGEREX_KIND_MHTML};
+constexpr int kKindsOfPictures[] = {PAGEREX_KIND_EMPTY, PAGEREX_KIND_XML, PAGEREX_KIND_PNG};
+
+template <size_t N>
+bool isAmong(const int (&kinds)[N], int kind) {
+  return std::find(kinds, kinds + N, kind) != kinds + N;
+}
 
 }  // namespace
 
-bool mayReplaceFile(int parent, const char* name) {
+bool mayReplaceFile(int parent, const char* name, bool byPicture) {
   struct stat info;
   if (fstatat(parent, name, &info, 0) != 0)
     return errno == ENOENT && fstatat(parent, name, &info, AT_SYMLINK_NOFOLLOW) != 0;
   if (!S_ISREG(info.st_mode)) return false;
   const int kind = kindOfFile(parent, name);
-  return std::find(std::begin(kKindsOfResults), std::end(kKindsOfResults), kind) != std::end(kKindsOfResults);
+  return byPicture ? isAmong(kKindsOfPictures, kind) : isAmong(kKindsOfResults, kind);
 }
 
 bool mayReplaceFolder(int parent, const char* name) {

@@ -3,8 +3,9 @@
 namespace pagerex {
 
 /// Whether what `name` is in the open folder `parent` may be replaced by the main file of a result: nothing
-/// at all, or a regular file that a conversion may have made. Documents, archives and pictures are none.
-bool mayReplaceFile(int parent, const char* name);
+/// at all, or a regular file that a conversion may have made. Documents, archives and pictures are none; but
+/// where a picture is to stand, SVG and PNG are.
+bool mayReplaceFile(int parent, const char* name, bool byPicture);
 
 /// The same for the folder of a result's files: it holds files by the names of those alone.
 bool mayReplaceFolder(int parent, const char* name);

@@ -41,6 +41,7 @@ struct TargetRefusal {
 /// A path in two parts. The name may be empty, which is no file.
 struct TargetPath {
   std::string folder, name;
+  bool isPicture = false;  ///< that is to be written there, and not a document
 };
 /// A link is followed: what it leads to is written to, not replaced.
 TargetPath splitTargetPath(const std::string& path);

@@ -178,7 +178,7 @@ TargetPath splitTargetPath(const std::string& path) {
   if (isLink && !real && errno == ENOMEM) throw std::bad_alloc();
   const std::string place = real ? real.get() : path;
   const size_t name = place.rfind('/') + 1;
-  return {name == 0 ? "." : place.substr(0, name), place.substr(name)};
+  return {name == 0 ? "." : place.substr(0, name), place.substr(name), false};
 }
 
 std::unique_ptr<OutputTarget> makePathTarget(const TargetPath& path, const std::string& folderName,
@@ -195,7 +195,8 @@ std::unique_ptr<OutputTarget> makePathTarget(const TargetPath& path, const std::
     refusal = {PAGEREX_RESULT_CANNOT_WRITE, EISDIR};
     return nullptr;
   }
-  if ((isThere && input.IsFile(info.st_dev, info.st_ino)) || !mayReplaceFile(parent.get(), name) ||
+  if ((isThere && input.IsFile(info.st_dev, info.st_ino)) ||
+      !mayReplaceFile(parent.get(), name, path.isPicture) ||
       (!folderName.empty() && !mayReplaceFolder(parent.get(), folderName.c_str()))) {
     refusal = {PAGEREX_RESULT_REFUSED, EEXIST};
     return nullptr;

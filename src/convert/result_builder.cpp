@@ -33,6 +33,7 @@ constexpr CodeRow kCodes[] = {
     {PAGEREX_RESULT_MEMORY_LIMIT, "memory_limit", "The conversion needs more memory than it was given."},
     {PAGEREX_RESULT_OUTPUT_LIMIT, "output_limit", "The output is larger than was allowed."},
     {PAGEREX_RESULT_TOO_LARGE, "too_large", "The input is larger than was allowed."},
+    {PAGEREX_RESULT_NOT_PICTURE, "not_picture", "Only pictures are converted by this call."},
 };
 
 struct WarningRow {
@@ -95,10 +96,15 @@ const char* describe(int error) {
 #endif
 }
 
-/// What of a code is told along with what the file is.
-bool tellsKind(int code) {
+bool isPicture(int kind) {
+  return kind >= PAGEREX_KIND_EMF && kind <= PAGEREX_KIND_GIF;
+}
+
+/// Whether what came of the call is told along with what the file is.
+bool tellsKind(int code, int kind) {
   return code == PAGEREX_RESULT_NOT_WORD || code == PAGEREX_RESULT_ENCRYPTED ||
-         code == PAGEREX_RESULT_DAMAGED;
+         code == PAGEREX_RESULT_DAMAGED || code == PAGEREX_RESULT_NOT_PICTURE ||
+         (code == PAGEREX_RESULT_OK && isPicture(kind));
 }
 
 }  // namespace
@@ -147,8 +153,9 @@ int ResultBuilder::End(int code, int error) {
 /// No memory is needed for it.
 void ResultBuilder::Spell() {
   const CodeRow* const row = rowOf(result_.code);
-  const char* const kind = tellsKind(result_.code) ? pagerex_kind_sentence(result_.kind) : "";
-  const char* const sentence = row ? row->sentence : "";
+  const char* const kind = tellsKind(result_.code, result_.kind) ? pagerex_kind_sentence(result_.kind) : "";
+  const bool isPictureDone = result_.code == PAGEREX_RESULT_OK && isPicture(result_.kind);
+  const char* const sentence = isPictureDone ? "It was converted." : row ? row->sentence : "";
   char why[96] = "";
   const bool hasReason =
       result_.code == PAGEREX_RESULT_UNREADABLE || result_.code == PAGEREX_RESULT_CANNOT_WRITE;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "pagerex/convert.h"
@@ -34,6 +36,16 @@ void giveStructure(const T& value, T& out) {
   const size_t told = out.size;
   std::memcpy(static_cast<void*>(&out), &value, size);
   if (size >= sizeof(out.size)) out.size = told;
+}
+
+/// An input, an output and a main file's name that a host gives.
+bool takeInput(const pagerex_input& given, pagerex_input& out);
+bool takeOutput(const pagerex_output& given, pagerex_output& out);
+/// 0 for a name that a main file can have, or a value of errno.
+int errorOfName(const std::string& name);
+
+inline uint64_t orNoLimit(uint64_t limit) {
+  return limit ? limit : UINT64_MAX;
 }
 
 /// As much of `text` as fits, no character of UTF-8 cut in two.

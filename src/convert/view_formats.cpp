@@ -1,5 +1,6 @@
 #include "convert/view_formats.h"
 
+#include "convert/web_picture_files.h"
 #include "entry/html_writer.h"
 #include "htmlwriter/host.h"
 #include "wordreader/document.h"
@@ -32,6 +33,8 @@ Status writeView(FormatJob& job, VIEW view) {
   if (failed(status)) return status;
   KHtmlConversionEnv& conversion = writer.conversion();
   conversion.hasPictures = job.pictures != PAGEREX_PICTURES_NONE;
+  WebPictureFiles webPictures(job.warnings);
+  if (job.pictures == PAGEREX_PICTURES_WEB) conversion.webPictures = &webPictures;
   conversion.control = &job.control;
   conversion.warnings = &job.warnings;
   conversion.progress = &job.listener;

@@ -16,10 +16,25 @@ constexpr size_t kHeader = 8;
 /// Further kinds are counted among the pictures, but nobody knows how to decode them.
 bool isDecoded(uint16_t recordType) {
   constexpr unsigned kTypes = 8;
-  return recordType >= kFirstBlip && recordType < kFirstBlip + kTypes;
+  const unsigned type = unsigned{recordType} - kFirstBlip;
+  return type < kTypes || type == kBlipTiff || type == kBlipCmykJpeg;
 }
 
 }  // namespace
+
+bool ReadBlip(const MsoRORecInfo& record, MsoROBlip& blip) {
+  if (!isDecoded(record.type)) return false;
+  blip.type = record.type - kFirstBlip;
+  size_t at = (record.versionAndInstance & kSecondUid) != 0 ? 2 * _FBSE::kUidSize : _FBSE::kUidSize;
+  if (blip.type > kBlipDib || GetBlipSignature(blip.type).kind == BlipSignature::kBitmap) {
+    at += 1;
+  } else {
+    blip.metafileHeader = record.body.part(at, kMetafileHeaderSize);
+    at += kMetafileHeaderSize;
+  }
+  blip.data = record.body.part(at);
+  return true;
+}
 
 BlipSignature GetBlipSignature(unsigned int type) {
   return type < std::size(kSignatures) ? kSignatures[type] : BlipSignature{0x800, BlipSignature::kBitmap};
@@ -73,20 +88,10 @@ ByteView MsoROBlipStore::DelayRecord(uint32_t offset, DsMemReadArchive& archive)
 }
 
 const MsoROBlip* MsoROBlipStore::__GetBlip(ByteView fbse, const MsoRORecInfo& record) const {
-  if (!isDecoded(record.type)) return nullptr;
-  const uint32_t type = record.type - kFirstBlip;
-  size_t at = (record.versionAndInstance & kSecondUid) != 0 ? 2 * _FBSE::kUidSize : _FBSE::kUidSize;
-  auto* blip = New<MsoROBlip>(*allocator_);
-  blip->type = type;
-  if (GetBlipSignature(type).kind == BlipSignature::kBitmap) {
-    at += 1;
-  } else {
-    blip->metafileHeader = record.body.part(at, kMetafileHeaderSize);
-    at += kMetafileHeaderSize;
-  }
-  blip->data = record.body.part(at);
-  blip->refs = fbse.u32(_FBSE::kRefs);
-  return blip;
+  MsoROBlip read;
+  if (!ReadBlip(record, read)) return nullptr;
+  read.refs = fbse.u32(_FBSE::kRefs);
+  return New<MsoROBlip>(*allocator_, read);
 }
 
 }  // namespace mso_escher

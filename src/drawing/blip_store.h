@@ -23,6 +23,8 @@ enum MSOBLIPTYPE : uint32_t {
   kBlipJpeg = 5,
   kBlipPng = 6,
   kBlipDib = 7,
+  kBlipTiff = 17,
+  kBlipCmykJpeg = 18,
 };
 
 /// What a picture type has in its record: bitmaps a tag byte behind their identities, metafiles a header of
@@ -43,6 +45,9 @@ struct MsoROBlip {
   uint32_t refs = 0;        ///< how often the drawings use it, as the store says
   ByteView metafileHeader;  ///< empty for a bitmap; u32 at 0: size when inflated; u8 at 32: 0 for deflate
 };
+
+/// Takes a blip's record apart, but for `refs`. False for a kind that cannot be decoded.
+bool ReadBlip(const MsoRORecInfo& record, MsoROBlip& blip);
 
 /// An entry of the blip store (FBSE record body).
 struct _FBSE {

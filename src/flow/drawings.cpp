@@ -18,13 +18,16 @@ constexpr int kBlipIsLink = 0x0A;  // of the flags: the name is an address and n
 constexpr uint32_t kMostShapes = 1 << 16;
 constexpr unsigned kDeepest = 64;
 
-PictureData dataOf(uint32_t type, ByteView bytes, ByteView metafileHeader) {
+PictureData dataOf(const MsoROBlip& blip) {
   constexpr size_t kRawSize = 0, kCompression = 32;
-  if (type < mso_escher::kBlipEmf || type > mso_escher::kBlipDib || bytes.empty()) return {};
-  PictureData data{static_cast<PictureType>(type), bytes, false, 0};
-  if (!metafileHeader.empty()) {
-    data.isDeflated = metafileHeader.u8(kCompression) == 0;
-    data.rawSize = metafileHeader.u32(kRawSize);
+  const uint32_t type = blip.type == mso_escher::kBlipTiff       ? static_cast<uint32_t>(PictureType::kTiff)
+                        : blip.type == mso_escher::kBlipCmykJpeg ? mso_escher::kBlipJpeg
+                                                                 : blip.type;
+  if (type < mso_escher::kBlipEmf || blip.data.empty()) return {};
+  PictureData data{static_cast<PictureType>(type), blip.data, false, 0};
+  if (!blip.metafileHeader.empty()) {
+    data.isDeflated = blip.metafileHeader.u8(kCompression) == 0;
+    data.rawSize = blip.metafileHeader.u32(kRawSize);
   }
   return data;
 }
@@ -38,7 +41,7 @@ class StoredPicture final : public PictureSource {
   PictureData Read() override try {
     const MsoROBlip* blip = store_.GetBlipNoDelayStrm(index_);
     if (!blip) blip = store_.GetBlipWithDelayStrm(index_, &delayed_);
-    return blip ? dataOf(blip->type, blip->data, blip->metafileHeader) : PictureData();
+    return blip ? dataOf(*blip) : PictureData();
   } catch (int) {
     return {};
   }
@@ -58,8 +61,11 @@ class InlinePicture final : public PictureSource {
   PictureData Read() override try {
     const KDRBseImage* const image = table_.ImageItem(index_ < table_.Count() ? index_ : 0);
     if (!image) return {};
-    const uint32_t type = uint32_t{image->blipRecord.u16(2)} - mso_escher::kFirstBlip;
-    return dataOf(type, image->data, image->metafileHeader);
+    mso_escher::MsoRORecInfo record;
+    MsoROBlip blip;
+    mso_escher::MsoRORecords records(image->blipRecord);
+    const bool isRead = records.Next(&record) == Status::kOk && ReadBlip(record, blip);
+    return isRead ? dataOf(blip) : PictureData();
   } catch (int) {
     return {};
   }

@@ -137,7 +137,7 @@ struct FormFieldFacts {
   std::u16string_view value;  ///< the choice that was made; of a text field empty: its text follows as such
 };
 
-/// msofbt numbers.
+/// As the document tells them, whatever the bytes are.
 enum class PictureType : uint8_t {
   kNone = 0,
   kEmf = 2,
@@ -146,6 +146,7 @@ enum class PictureType : uint8_t {
   kJpeg = 5,
   kPng = 6,
   kDib = 7,
+  kTiff = 8,
 };
 
 /// A picture as it is stored.

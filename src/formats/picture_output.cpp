@@ -4,136 +4,127 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <functional>
 #include <new>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "base/base64.h"
 #include "base/stdio_archive.h"
+#include "formats/picture_bytes.h"
+#include "pictures/web_picture.h"
 
 namespace pagerex {
 namespace {
 
-struct TypeRow {
-  PictureType type;
+/// What a picture is called that stays as it is, in the order of PictureKind.
+struct OriginalKind {
   std::string_view extension, mediaType;
 };
-constexpr TypeRow kTypes[] = {
-    {PictureType::kEmf, "emf", "image/emf"},      {PictureType::kWmf, "wmf", "image/wmf"},
-    {PictureType::kPict, "pict", "image/x-pict"}, {PictureType::kJpeg, "jpg", "image/jpeg"},
-    {PictureType::kPng, "png", "image/png"},      {PictureType::kDib, "bmp", "image/bmp"},
+constexpr OriginalKind kOriginals[] = {
+    {"", ""},
+    {"emf", "image/emf"},
+    {"wmf", "image/wmf"},
+    {"pict", "image/x-pict"},
+    {"dib", "image/bmp"},
+    {"bmp", "image/bmp"},
+    {"tif", "image/tiff"},
+    {"png", "image/png"},
+    {"jpg", "image/jpeg"},
+    {"gif", "image/gif"},
 };
 
-const TypeRow* typeRowOf(PictureType type) {
-  const auto* row = std::find_if(std::begin(kTypes), std::end(kTypes),
-                                 [type](const TypeRow& each) { return each.type == type; });
-  return row == std::end(kTypes) ? nullptr : row;
-}
-
-bool isForBrowsers(PictureType type) {
-  return type == PictureType::kJpeg || type == PictureType::kPng || type == PictureType::kDib;
-}
-
-/// Takes a part of a picture; false to end it.
-using TakePart = std::function<bool(ByteView)>;
-
-/// In front of a device independent bitmap, which tells where its pixels begin.
-std::string bitmapFileHeader(ByteView dib) {
-  constexpr size_t kHeader = 14;
-  constexpr uint32_t kCoreHeader = 12, kBitFields = 3, kPlainInfo = 40;
-  const uint32_t infoSize = dib.u32(0);
-  const bool isCore = infoSize == kCoreHeader;
-  const uint32_t bits = isCore ? dib.u16(10) : dib.u16(14);
-  uint64_t colours = isCore ? 0 : std::min<uint32_t>(dib.u32(32), 256);
-  if (colours == 0 && bits <= 8) colours = uint64_t{1} << bits;
-  uint64_t pixels = kHeader + uint64_t{infoSize} + colours * (isCore ? 3 : 4);
-  if (infoSize == kPlainInfo && dib.u32(16) == kBitFields) pixels += 12;
-  std::string header = "BM";
-  const auto append = [&header](uint64_t value) {
-    for (int shift = 0; shift < 32; shift += 8) header += static_cast<char>(value >> shift);
-  };
-  append(kHeader + dib.size());
-  append(0);
-  append(pixels);
-  return header;
-}
-
-/// Ends the stream also when what takes its parts throws.
-struct InflateEnd {
-  void operator()(z_stream* stream) const { inflateEnd(stream); }
+/// What the document says of a picture that cannot be known by its bytes.
+struct ToldKind {
+  PictureType type;
+  PictureKind kind;
+};
+constexpr ToldKind kToldKinds[] = {
+    {PictureType::kEmf, PictureKind::kEmf},   {PictureType::kWmf, PictureKind::kWmf},
+    {PictureType::kPict, PictureKind::kPict}, {PictureType::kJpeg, PictureKind::kJpeg},
+    {PictureType::kPng, PictureKind::kPng},   {PictureType::kDib, PictureKind::kDib},
+    {PictureType::kTiff, PictureKind::kTiff},
 };
 
-/// A deflated picture, part by part. False when it is damaged, or longer than it says.
-bool inflateParts(ByteView deflated, uint64_t rawSize, const TakePart& take) {
-  z_stream stream{};
-  if (inflateInit(&stream) != Z_OK) throw std::bad_alloc();
-  const std::unique_ptr<z_stream, InflateEnd> end(&stream);
-  stream.next_in = const_cast<Bytef*>(deflated.data());
-  stream.avail_in = static_cast<uInt>(deflated.size());
-  uint8_t part[0x2000];
-  int result = Z_OK;
-  bool isTaken = true;
-  while (result == Z_OK && isTaken) {
-    stream.next_out = part;
-    stream.avail_out = sizeof(part);
-    result = inflate(&stream, Z_NO_FLUSH);
-    const size_t count = sizeof(part) - stream.avail_out;
-    if (count == 0 && result != Z_STREAM_END) break;
-    isTaken = stream.total_out <= rawSize && take(ByteView(part, count));
+OriginalKind originalKindOf(PictureKind kind, PictureType told) {
+  for (const ToldKind& row : kToldKinds) {
+    if (kind == PictureKind::kUnknown && row.type == told) kind = row.kind;
   }
-  if (result == Z_MEM_ERROR) throw std::bad_alloc();
-  return result == Z_STREAM_END && isTaken;
+  return kOriginals[static_cast<size_t>(kind)];
 }
 
-/// The bytes of a picture's file. False when it is damaged, or none.
-bool pictureParts(const PictureData& picture, const TakePart& take) {
-  constexpr uint32_t kLargestRaw = 64u << 20;  // no picture of a document comes near
-  const ByteView bytes = picture.bytes;
-  if (bytes.empty() || bytes.size() > UINT32_MAX / 2) return false;
-  if (picture.isDeflated) {
-    // What the picture says of its size need not be so.
-    return inflateParts(bytes, picture.rawSize ? std::min(picture.rawSize, kLargestRaw) : kLargestRaw, take);
+/// A picture on its way, as what it is to be stored.
+struct Conversion {
+  ByteView bytes;
+  PictureFrame frame;
+  std::string_view extension, mediaType;
+  bool isOriginal;
+
+  PictureResult WriteTo(PictureSink& sink) const {
+    if (!isOriginal) return writeWebPicture(bytes, frame, sink);
+    return sink.Put(bytes) ? PictureResult::kWhole : PictureResult::kRefused;
   }
-  if (picture.type == PictureType::kDib) {
-    const std::string header = bitmapFileHeader(bytes);
-    if (!take(ByteView(header.data(), header.size()))) return false;
-  }
-  return take(bytes);
+};
+
+bool isThere(PictureResult result) {
+  return result == PictureResult::kWhole || result == PictureResult::kInPart;
 }
 
 /// What is common to all: each picture once, whatever way it goes.
 class StoredPictures : public PictureOutput {
  public:
-  explicit StoredPictures(Warnings* warnings) : warnings_(warnings) {}
+  StoredPictures(Warnings* warnings, bool keepsOriginals)
+      : warnings_(warnings), keepsOriginals_(keepsOriginals) {}
 
-  std::string_view AddressOf(const PictureFacts& picture) final {
+  PictureAddress AddressOf(const PictureFacts& picture) final {
     if (!picture.source) return {};
     if (picture.identity != 0) {
       const auto known = known_.find(picture.identity);
-      if (known != known_.end()) return AddressAgain(known->second);
+      if (known != known_.end()) {
+        const std::string_view again = AddressAgain(known->second.uri);
+        return {again, known->second.isShown && !again.empty()};
+      }
     }
-    const PictureData data = picture.source->Read();
-    const TypeRow* const row = typeRowOf(data.type);
-    std::string address = row ? Store(data, *row) : std::string();
-    if (address.empty()) {
-      warn(warnings_, WarningCode::kPicture);
-    } else {
-      ++pictures_;
-    }
-    std::string& kept = picture.identity == 0 ? last_ : known_[picture.identity];
-    kept = std::move(address);
-    return kept;
+    Stored stored = Convert(picture);
+    if (!stored.uri.empty()) ++pictures_;
+    Stored& kept = picture.identity == 0 ? last_ : known_[picture.identity];
+    kept = std::move(stored);
+    return {kept.uri, kept.isShown};
   }
 
  private:
-  /// Empty for a picture that is damaged.
-  virtual std::string Store(const PictureData& picture, const TypeRow& row) = 0;
+  struct Stored {
+    std::string uri;
+    bool isShown = false;
+  };
+
+  Stored Convert(const PictureFacts& picture) {
+    const PictureData data = picture.source->Read();
+    std::vector<uint8_t> room;
+    bool isWhole = true;
+    const ByteView bytes = bytesOf(data, room, isWhole);
+    const PictureKind kind = kindOfPicture(bytes);
+    const WebKind web = webKindOf(kind);
+    Stored stored;
+    PictureResult result = PictureResult::kNothing;
+    stored.uri = Store({bytes, frameOf(picture), web.extension, web.mediaType, false}, result);
+    stored.isShown = isThere(result);
+    if (result != PictureResult::kWhole || !isWhole) warn(warnings_, WarningCode::kPicture);
+    if (result != PictureResult::kNothing || !keepsOriginals_ || !isWhole || bytes.empty()) return stored;
+    const OriginalKind original = originalKindOf(kind, data.type);
+    if (original.extension.empty()) return stored;
+    stored.uri = Store({bytes, {}, original.extension, original.mediaType, true}, result);
+    return stored;
+  }
+
+  /// Empty where nothing came of it.
+  virtual std::string Store(const Conversion& picture, PictureResult& result) = 0;
   virtual std::string_view AddressAgain(const std::string& address) { return address; }
 
   Warnings* const warnings_;
-  std::unordered_map<uint32_t, std::string> known_;
-  std::string last_;
+  const bool keepsOriginals_;
+  std::unordered_map<uint32_t, Stored> known_;
+  Stored last_;
 };
 
 /// A folder's name as it stands in an address.
@@ -153,26 +144,40 @@ std::string uriOf(std::string_view name) {
   return uri;
 }
 
+class FileSink final : public PictureSink {
+ public:
+  FileSink(OutputFiles& files, std::string path, uint64_t& left)
+      : file_(files), path_(std::move(path)), left_(left) {}
+
+  bool Put(ByteView bytes) override {
+    if (bytes.size() > left_) return false;
+    left_ -= bytes.size();
+    if (!isOpen_) isOpen_ = file_.open(path_.c_str());
+    if (isOpen_) file_.put(bytes.data(), static_cast<unsigned>(bytes.size()));
+    return isOpen_;
+  }
+  bool isOpen() const { return isOpen_; }
+
+ private:
+  DsWriteArchive file_;
+  const std::string path_;
+  uint64_t& left_;
+  bool isOpen_ = false;
+};
+
 class PictureFiles final : public StoredPictures {
  public:
   PictureFiles(OutputFiles& files, std::string folder, Warnings* warnings, uint64_t mostBytes)
-      : StoredPictures(warnings), files_(files), folder_(std::move(folder)), left_(mostBytes) {}
+      : StoredPictures(warnings, true), files_(files), folder_(std::move(folder)), left_(mostBytes) {}
 
  private:
-  /// One that turns out to be damaged leaves its file as far as it came, with no address.
-  std::string Store(const PictureData& picture, const TypeRow& row) override {
-    DsWriteArchive file(files_);
-    const std::string name = "picture-" + std::to_string(++count_) + "." + std::string(row.extension);
-    bool isOpen = false;
-    const bool isWhole = pictureParts(picture, [&](ByteView part) {
-      if (part.size() > left_) return false;
-      left_ -= part.size();
-      if (!isOpen) isOpen = file.open((folder_ + "/" + name).c_str());
-      if (isOpen) file.put(part.data(), static_cast<unsigned>(part.size()));
-      return isOpen;
-    });
-    if (!isOpen) --count_;
-    return isWhole && isOpen ? uriOf(folder_) + "/" + name : std::string();
+  /// One for which the room ends leaves its file as far as it came, with no address.
+  std::string Store(const Conversion& picture, PictureResult& result) override {
+    const std::string name = "/picture-" + std::to_string(count_ + 1) + "." + std::string(picture.extension);
+    FileSink file(files_, folder_ + name, left_);
+    result = picture.WriteTo(file);
+    if (file.isOpen()) ++count_;
+    return isThere(result) && file.isOpen() ? uriOf(folder_) + name : std::string();
   }
 
   OutputFiles& files_;
@@ -181,21 +186,40 @@ class PictureFiles final : public StoredPictures {
   uint64_t left_;  ///< bytes that may still be stored
 };
 
-class EmbeddedPictures final : public StoredPictures {
+class EncodingSink final : public PictureSink {
  public:
-  EmbeddedPictures(uint64_t mostBytes, Warnings* warnings) : StoredPictures(warnings), left_(mostBytes) {}
+  EncodingSink(std::string& address, uint64_t most) : address_(address), most_(most) {}
+
+  bool Put(ByteView bytes) override {
+    if (bytes.size() / 3 * 4 + address_.size() > most_) return false;
+    encoder_.Append(bytes, address_);
+    return true;
+  }
+  void Finish() { encoder_.Finish(address_); }
 
  private:
-  std::string Store(const PictureData& picture, const TypeRow& row) override {
-    std::string address = "data:" + std::string(row.mediaType) + ";base64,";
-    Base64 encoder;
-    const bool isWhole = pictureParts(picture, [&](ByteView part) {
-      if (part.size() / 3 * 4 + address.size() > left_) return false;
-      encoder.Append(part, address);
-      return true;
-    });
-    encoder.Finish(address);
-    if (!isWhole || address.size() > left_) return {};
+  Base64 encoder_;
+  std::string& address_;
+  const uint64_t most_;
+};
+
+std::string dataAddress(const Conversion& picture) {
+  return "data:" + std::string(picture.mediaType) + ";base64,";
+}
+
+class EmbeddedPictures final : public StoredPictures {
+ public:
+  EmbeddedPictures(uint64_t mostBytes, Warnings* warnings)
+      : StoredPictures(warnings, true), left_(mostBytes) {}
+
+ private:
+  std::string Store(const Conversion& picture, PictureResult& result) override {
+    std::string address = dataAddress(picture);
+    EncodingSink encoder(address, left_);
+    result = picture.WriteTo(encoder);
+    encoder.Finish();
+    if (address.size() > left_) result = PictureResult::kRefused;
+    if (!isThere(result)) return {};
     left_ -= address.size();
     return address;
   }
@@ -209,21 +233,80 @@ class EmbeddedPictures final : public StoredPictures {
   uint64_t left_;
 };
 
+uint64_t base64Digits(uint64_t bytes) {
+  return (bytes + 2) / 3 * 4;
+}
+
+struct DeflateEnd {
+  void operator()(z_stream* stream) const { deflateEnd(stream); }
+};
+
+/// Holds the bytes of a picture; those of text deflated.
+class HoldingSink final : public PictureSink {
+ public:
+  HoldingSink(bool deflates, uint64_t mostDigits) : mostDigits_(mostDigits) {
+    constexpr int kWindowBits = 13, kMemory = 6;  // of 64 KB together
+    if (!deflates) return;
+    if (deflateInit2(&stream_, 1, Z_DEFLATED, kWindowBits, kMemory, Z_DEFAULT_STRATEGY) != Z_OK)
+      throw std::bad_alloc();
+    end_.reset(&stream_);
+  }
+
+  bool Put(ByteView bytes) override {
+    length_ += bytes.size();
+    if (base64Digits(length_) > mostDigits_) return false;
+    end_ ? Deflate(bytes, Z_NO_FLUSH) : appendTo(held_, bytes);
+    return true;
+  }
+  std::vector<uint8_t> Finish() {
+    if (end_) Deflate({}, Z_FINISH);
+    held_.shrink_to_fit();
+    return std::move(held_);
+  }
+  uint64_t length() const { return length_; }
+
+ private:
+  void Deflate(ByteView bytes, int flush) {
+    uint8_t part[0x1000];
+    stream_.next_in = const_cast<Bytef*>(bytes.data());
+    stream_.avail_in = static_cast<uInt>(bytes.size());
+    do {
+      stream_.next_out = part;
+      stream_.avail_out = sizeof(part);
+      deflate(&stream_, flush);
+      appendTo(held_, ByteView(part, sizeof(part) - stream_.avail_out));
+    } while (stream_.avail_out == 0);
+  }
+
+  const uint64_t mostDigits_;
+  uint64_t length_ = 0;
+  std::vector<uint8_t> held_;
+  z_stream stream_{};
+  std::unique_ptr<z_stream, DeflateEnd> end_;  ///< null where nothing is deflated
+};
+
 /// Embedded when all else is written.
 class HeldPictures final : public StoredPictures {
  public:
-  HeldPictures(uint64_t mostBytes, Warnings* warnings) : StoredPictures(warnings), left_(mostBytes) {}
+  HeldPictures(uint64_t mostBytes, Warnings* warnings) : StoredPictures(warnings, false), left_(mostBytes) {}
 
   void WriteHeld(uint64_t number, Utf8Output& out) const override {
     constexpr size_t kPart = 0x3000;
     if (number >= held_.size()) return;
-    const ByteView bytes(held_[number].data(), held_[number].size());
+    const Held& picture = held_[number];
+    const ByteView bytes(picture.bytes.data(), picture.bytes.size());
     Base64 encoder;
     std::string digits;
-    for (size_t at = 0; at < bytes.size(); at += kPart) {
+    const auto put = [&](ByteView part) {
       digits.clear();
-      encoder.Append(bytes.part(at, std::min(kPart, bytes.size() - at)), digits);
+      encoder.Append(part, digits);
       out.Put(digits);
+      return true;
+    };
+    if (picture.isDeflated) {
+      inflatePicture(bytes, put);
+    } else {
+      for (size_t at = 0; at < bytes.size(); at += kPart) put(bytes.part(at, kPart));
     }
     digits.clear();
     encoder.Finish(digits);
@@ -231,36 +314,34 @@ class HeldPictures final : public StoredPictures {
   }
 
  private:
-  std::string Store(const PictureData& picture, const TypeRow& row) override {
-    std::string address = "data:" + std::string(row.mediaType) + ";base64,";
-    if (!isForBrowsers(picture.type)) return address;
+  struct Held {
     std::vector<uint8_t> bytes;
-    if (!picture.isDeflated) bytes.reserve(picture.bytes.size() + 64);
-    const bool isWhole = pictureParts(picture, [&](ByteView part) {
-      if ((bytes.size() + part.size()) / 3 * 4 > left_) return false;
-      bytes.insert(bytes.end(), part.data(), part.data() + part.size());
-      return true;
-    });
-    if (!isWhole || !Take(bytes.size())) return {};
-    address += kHeldMark + std::to_string(held_.size()) + kHeldMark;
-    held_.push_back(std::move(bytes));
-    return address;
+    uint64_t length;  ///< of the picture itself
+    bool isDeflated;
+  };
+
+  std::string Store(const Conversion& picture, PictureResult& result) override {
+    const bool isText = picture.extension == "svg";
+    HoldingSink holder(isText, left_);
+    result = picture.WriteTo(holder);
+    if (!isThere(result) || !Take(holder.length())) return {};
+    const std::string number = std::to_string(held_.size());
+    held_.push_back({holder.Finish(), holder.length(), isText});
+    return dataAddress(picture) + kHeldMark + number + kHeldMark;
   }
   /// Shown again, it takes its room again.
   std::string_view AddressAgain(const std::string& address) override {
-    const size_t mark = address.find(kHeldMark);
-    if (mark == std::string::npos) return address;
-    const uint64_t number = std::strtoull(address.c_str() + mark + 1, nullptr, 10);
-    return Take(held_[number].size()) ? address : std::string_view();
+    if (address.empty()) return {};
+    const uint64_t number = std::strtoull(address.c_str() + address.find(kHeldMark) + 1, nullptr, 10);
+    return Take(held_[number].length) ? address : std::string_view();
   }
   bool Take(uint64_t bytes) {
-    const uint64_t digits = (bytes + 2) / 3 * 4;
-    if (digits > left_) return false;
-    left_ -= digits;
+    if (base64Digits(bytes) > left_) return false;
+    left_ -= base64Digits(bytes);
     return true;
   }
 
-  std::vector<std::vector<uint8_t>> held_;
+  std::vector<Held> held_;
   uint64_t left_;
 };
 
@@ -268,7 +349,7 @@ class NoPictures final : public PictureOutput {
  public:
   explicit NoPictures(Warnings* warnings) : warnings_(warnings) {}
 
-  std::string_view AddressOf(const PictureFacts& picture) override {
+  PictureAddress AddressOf(const PictureFacts& picture) override {
     if (picture.source) warn(warnings_, WarningCode::kPicturesOff);
     return {};
   }
@@ -294,14 +375,6 @@ std::unique_ptr<PictureOutput> makeHeldPictures(uint64_t mostBytes, Warnings* wa
 
 std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings) {
   return std::make_unique<NoPictures>(warnings);
-}
-
-bool isShownByBrowsers(std::string_view address) {
-  for (const std::string_view other : {"data:image/emf", "data:image/wmf", "data:image/x-pict"}) {
-    if (address.starts_with(other)) return false;
-  }
-  return address.starts_with("data:") ||
-         (!address.ends_with(".emf") && !address.ends_with(".wmf") && !address.ends_with(".pict"));
 }
 
 }  // namespace pagerex

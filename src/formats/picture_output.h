@@ -12,7 +12,14 @@
 
 namespace pagerex {
 
-/// Takes the pictures of a document, and tells where they can be seen.
+/// Where a picture can be found.
+struct PictureAddress {
+  std::string_view uri;  ///< of URI characters; empty where there is no picture
+  bool isShown = false;  ///< by browsers
+};
+
+/// Takes the pictures of a document, as browsers read them, and tells where they can be seen. One of which
+/// nothing can be made for browsers stays as it is.
 class PictureOutput {
  public:
   PictureOutput() = default;
@@ -20,9 +27,8 @@ class PictureOutput {
   PictureOutput& operator=(const PictureOutput&) = delete;
   virtual ~PictureOutput() = default;
 
-  /// An address for the page, in which only URI characters stand; empty where there is no picture to show.
   /// Valid up to the next call.
-  virtual std::string_view AddressOf(const PictureFacts& picture) = 0;
+  virtual PictureAddress AddressOf(const PictureFacts& picture) = 0;
 
   /// Writes the data that stands for the mark of a held picture, see makeHeldPictures.
   virtual void WriteHeld(uint64_t /*number*/, Utf8Output& /*out*/) const {}
@@ -43,12 +49,9 @@ std::unique_ptr<PictureOutput> makeEmbeddedPictures(uint64_t mostBytes, Warnings
 
 /// As embedded ones, but what is told is an address with a mark in place of its data: kHeldMark, a number,
 /// and kHeldMark again. The bytes are held, each picture's once, until they are written. Pictures that no
-/// browser shows have no data.
+/// browser shows have no address.
 std::unique_ptr<PictureOutput> makeHeldPictures(uint64_t mostBytes, Warnings* warnings);
 constexpr char kHeldMark = '\x01';  // never part of a page
-
-/// Whether browsers show the picture that an address leads to, as these tell it.
-bool isShownByBrowsers(std::string_view address);
 
 /// None, and a warning for each.
 std::unique_ptr<PictureOutput> makeNoPictures(Warnings* warnings);

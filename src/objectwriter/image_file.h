@@ -14,6 +14,7 @@ struct StoredImage {
   unsigned char type = 0;   ///< of the blip: 2 EMF, 3 WMF, 7 DIB, ...
   bool compressed = false;  ///< deflated
   uint32_t rawSize = 0;     ///< bytes when inflated; counts only for a compressed picture
+  ByteView metafileHeader;  ///< empty for a bitmap
 };
 
 /// Takes a part of a picture.

@@ -4,6 +4,7 @@
 #include "base/output_path.h"
 #include "drawing/drawing.h"
 #include "objectwriter/object_attr.h"
+#include "story/web_pictures.h"
 #include "wordreader/document.h"
 
 namespace ObjectWriter {
@@ -45,12 +46,13 @@ Status PictureFiles::WriteStored(int index, std::string& name) {
       fbse.u32(_FBSE::kDelayOffset) == 0
           ? store.GetBlipNoDelayStrm(entry)
           : store.GetBlipWithDelayStrm(entry, &document.GetDocFile().getWordDocumentStrm());
-  if (!blip) return Lacks();
+  if (!blip || blip->type > mso_escher::kBlipDib) return Lacks();
   StoredImage image;
   image.data = blip->data;
   image.type = static_cast<unsigned char>(blip->type);
   image.compressed = isDeflated(blip->metafileHeader);
   image.rawSize = blip->metafileHeader.u32(kRawSize);
+  image.metafileHeader = blip->metafileHeader;
   return Write(fbse.part(_FBSE::kUid, _FBSE::kUidSize), image, name);
 }
 
@@ -66,6 +68,7 @@ Status PictureFiles::WriteListed(const KDRBseTable* pictures, int place, std::st
   image.type = entry.u8(kType);
   image.compressed = isDeflated(picture->metafileHeader);
   image.rawSize = image.compressed ? picture->metafileHeader.u32(kRawSize) : 0;
+  image.metafileHeader = picture->metafileHeader;
   return Write(picture->uid, image, name);
 }
 
@@ -86,17 +89,35 @@ Status PictureFiles::Write(ByteView uid, const StoredImage& image, std::string& 
   const char* extension = objectAttr::GetImageExt(image.type);
   if (!extension && env_.conversion.safety.on) extension = "bin";
   std::string path;
-  const Status status = GetImageName(uid, name, path, extension);
-  if (status == kKnownImage) return Status::kOk;
-  if (status != Status::kOk) return status;
+  std::string* known = nullptr;
+  const Status status = GetImageName(uid, known, path, extension);
+  if (status != Status::kOk && status != kKnownImage) return status;
   pagerex::KConversionEnv& conversion = env_.conversion;
-  if (conversion.Limits().WritePicture(MostImageBytes(image))) {
+  if (status == Status::kOk && conversion.Limits().WritePicture(MostImageBytes(image))) {
     if (WriteImageFile(image, conversion.files, path.c_str()) == Status::kOk) ++conversion.written.pictures;
+    WriteForWeb(image, *known, path);
   }
+  name = *known;
   return Status::kOk;
 }
 
-Status PictureFiles::GetImageName(ByteView uid, std::string& name, std::string& path, const char* extension) {
+void PictureFiles::WriteForWeb(const StoredImage& image, std::string& name, const std::string& path) {
+  pagerex::KConversionEnv& conversion = env_.conversion;
+  if (!conversion.webPictures || !conversion.Limits().WritePicture(MostImageBytes(image))) return;
+  constexpr double kEmuOfPoint = 12700;
+  constexpr size_t kWidth = 20, kHeight = 24;  // in the header of a metafile, in EMU
+  const pagerex::DocumentPicture picture{image.data, image.compressed, image.rawSize,
+                                       image.metafileHeader.u32(kWidth) / kEmuOfPoint,
+                                       image.metafileHeader.u32(kHeight) / kEmuOfPoint};
+  const size_t folder = path.size() - name.size();
+  std::string webPath = path.substr(0, path.rfind('.') + 1);
+  if (!conversion.webPictures->Write(picture, conversion.files, webPath)) return;
+  ++conversion.written.pictures;
+  name = webPath.substr(folder);
+}
+
+Status PictureFiles::GetImageName(ByteView uid, std::string*& name, std::string& path,
+                                  const char* extension) {
   if (uid.empty()) return Status::kNothing;
   FixedText<64> key;
   for (size_t i = 0; i < _FBSE::kUidSize; ++i) key.appendHexByte(uid.u8(i));
@@ -106,7 +127,7 @@ Status PictureFiles::GetImageName(ByteView uid, std::string& name, std::string& 
     image->second = std::string_view(imageName(images.size(), extension));
     path = std::string_view(pagerex::outputPath(env_.conversion.filesDir, image->second));
   }
-  name = image->second;
+  name = &image->second;
   return isNew ? Status::kOk : kKnownImage;
 }
 

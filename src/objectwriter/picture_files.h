@@ -28,9 +28,12 @@ class PictureFiles {
   /// Tells of a picture that is not there.
   Status Lacks() const;
   Status Write(ByteView uid, const StoredImage& image, std::string& name);
-  /// Sets `name` to the file name of the picture with this identity (16 bytes) and, for a new one, `path` to
-  /// where to write it. kKnownImage when it is written already, kNothing without an identity.
-  Status GetImageName(ByteView uid, std::string& name, std::string& path, const char* extension);
+  /// Sets `name` to the file name of the picture with this identity (16 bytes), which others will get too,
+  /// and, for a new one, `path` to where to write it. kKnownImage when it is written already, kNothing
+  /// without an identity.
+  Status GetImageName(ByteView uid, std::string*& name, std::string& path, const char* extension);
+  /// Writes beside the picture what browsers read of it, if that is wanted, and gives its name to the pages.
+  void WriteForWeb(const StoredImage& image, std::string& name, const std::string& path);
 
   KHtmlEnv& env_;
 };

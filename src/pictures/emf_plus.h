@@ -11,8 +11,8 @@ namespace pagerex {
 class EmfPlusPlayer {
  public:
   /// `device` takes pixels of the reference device, of which there are so many to the inch, to the canvas.
-  /// The canvas is not owned.
-  EmfPlusPlayer(SvgCanvas& canvas, const Matrix& device, double pixelsPerInch);
+  /// The canvas is not owned. A metafile that is part of a picture, `isNested`, shows none in itself.
+  EmfPlusPlayer(SvgCanvas& canvas, const Matrix& device, double pixelsPerInch, bool isNested = false);
   EmfPlusPlayer(const EmfPlusPlayer&) = delete;
   EmfPlusPlayer& operator=(const EmfPlusPlayer&) = delete;
   ~EmfPlusPlayer();

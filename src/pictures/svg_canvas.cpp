@@ -54,24 +54,26 @@ bool SvgCanvas::End() {
   CloseClip();
   out_ += "</svg>\n";
   Flush();
-  return goesOn_;
+  if (goesOn_ || isRefused_ || !sink_) return goesOn_;
+  // What came before the limit is a picture too.
+  ending_ += "</svg>\n";
+  sink_->Put(ByteView(ending_.data(), ending_.size()));
+  return false;
 }
 
 void SvgCanvas::Flush() {
-  if (!sink_) return out_.clear();
-  if (!goesOn_) return out_.clear();
-  // The end is short enough to be let through.
+  if (!sink_ || !goesOn_) return out_.clear();
   if (out_.size() > left_) {
-    left_ = 0;
     goesOn_ = false;
     return out_.clear();
   }
   left_ -= out_.size();
-  if (!sink_->Put(ByteView(out_.data(), out_.size()))) {
-    goesOn_ = false;
-    isRefused_ = true;
-  }
+  isRefused_ = !sink_->Put(ByteView(out_.data(), out_.size()));
+  goesOn_ = !isRefused_;
   out_.clear();
+  ending_ = isInImage_ ? "\"/>" : "";
+  if (isInTile_) ending_ += "</pattern>";
+  if (openClip_ != 0) ending_ += "</g>";
 }
 
 void SvgCanvas::Cover(const Box& box) {
@@ -198,17 +200,40 @@ uint32_t SvgCanvas::AddClip(std::string_view path, FillRule rule, uint32_t withi
   return number;
 }
 
-uint32_t SvgCanvas::AddUnion(std::string_view path, FillRule rule, uint32_t first) {
-  if (first == 0 || first >= clipDepths_.size() || clipDepths_[first] >= kDeepestClip) return 0;
+/// Begins a clip that is another one and what follows; 0 where that is everything.
+uint32_t SvgCanvas::BeginUnion(uint32_t first, uint32_t second) {
+  const auto isDeep = [&](uint32_t clip) {
+    return clip >= clipDepths_.size() || clipDepths_[clip] >= kDeepestClip;
+  };
+  if (first == 0 || isDeep(first) || isDeep(second)) return 0;
   const uint32_t number = BeginClip(0);
-  clipDepths_.back() = static_cast<uint8_t>(clipDepths_[first] + 1);
+  clipDepths_.back() = static_cast<uint8_t>(std::max(clipDepths_[first], clipDepths_[second]) + 1);
+  PutClipPart(first);
+  return number;
+}
+
+void SvgCanvas::PutClipPart(uint32_t clip) {
   out_ += "<path d=\"";
   appendEverything(out_);
   out_ += "\" clip-path=\"url(#c";
-  appendWhole(out_, first);
-  out_.append(")\"/><path d=\"").append(path).append(1, '"');
+  appendWhole(out_, clip);
+  out_ += ")\"/>";
+}
+
+uint32_t SvgCanvas::AddUnion(std::string_view path, FillRule rule, uint32_t first) {
+  const uint32_t number = BeginUnion(first, 0);
+  if (number == 0) return 0;
+  out_.append("<path d=\"").append(path).append(1, '"');
   if (rule == FillRule::kEvenOdd) out_ += " clip-rule=\"evenodd\"";
   out_ += "/></clipPath>";
+  return number;
+}
+
+uint32_t SvgCanvas::AddUnion(uint32_t first, uint32_t second) {
+  const uint32_t number = second == 0 ? 0 : BeginUnion(first, second);
+  if (number == 0) return 0;
+  PutClipPart(second);
+  out_ += "</clipPath>";
   return number;
 }
 
@@ -231,7 +256,8 @@ uint32_t SvgCanvas::AddTile(const Matrix& matrix, double width, double height, s
   return servers_;
 }
 
-uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image) {
+uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image,
+                                 std::string_view mediaType) {
   const size_t begin = out_.size();
   AddTile(matrix, width, height, {});
   out_.resize(out_.size() - std::string_view("</pattern>").size());
@@ -239,7 +265,10 @@ uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double heig
   PutAttribute("width", width);
   PutAttribute("height", height);
   out_ += " preserveAspectRatio=\"none\"";
-  if (!PutImage("image/png", image)) {
+  isInTile_ = true;
+  const bool isThere = PutImage(mediaType, image);
+  isInTile_ = false;
+  if (!isThere) {
     out_.resize(begin);
     --servers_;
     return 0;
@@ -334,7 +363,9 @@ class SvgCanvas::Base64Sink final : public PictureSink {
 bool SvgCanvas::PutImage(std::string_view mediaType, const WriteImage& image) {
   out_.append(" href=\"data:").append(mediaType).append(";base64,");
   Base64Sink sink(*this);
+  isInImage_ = true;
   image(sink);
+  isInImage_ = false;
   if (!sink.Finish()) return false;
   out_ += "\"/>\n";
   return true;
@@ -366,18 +397,6 @@ bool SvgCanvas::Image(const Matrix& place, std::string_view mediaType, const Wri
   if (PutImage(mediaType, image)) return true;
   out_.resize(std::min(begin, out_.size()));
   return false;
-}
-
-void SvgCanvas::BeginGroup(const Matrix& matrix) {
-  CloseClip();
-  out_ += "<g";
-  PutMatrix("transform", matrix);
-  out_ += '>';
-}
-
-void SvgCanvas::EndGroup() {
-  CloseClip();
-  out_ += "</g>\n";
 }
 
 }  // namespace pagerex

@@ -76,6 +76,8 @@ class SvgCanvas {
   uint32_t AddClip(std::string_view path, FillRule rule, uint32_t within, bool isOutside = false);
   /// The clip `first` and the path together.
   uint32_t AddUnion(std::string_view path, FillRule rule, uint32_t first);
+  /// Two clips together.
+  uint32_t AddUnion(uint32_t first, uint32_t second);
   void SetClip(uint32_t clip) { clip_ = clip; }
   uint32_t clip() const { return clip_; }
 
@@ -84,7 +86,8 @@ class SvgCanvas {
   /// A tile of `width` x `height` units that repeats from `matrix`'s origin on, and turns with it.
   uint32_t AddTile(const Matrix& matrix, double width, double height, std::string_view content);
   /// As above, with an image in the tile.
-  uint32_t AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image);
+  uint32_t AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image,
+                        std::string_view mediaType = "image/png");
   uint32_t AddLinearGradient(const Matrix& matrix, Point from, Point to, std::span<const GradientStop> stops,
                              Spread spread);
   uint32_t AddRadialGradient(const Matrix& matrix, Point centre, double radius, Point focus,
@@ -103,10 +106,6 @@ class SvgCanvas {
              Blend blend = Blend::kNormal, uint8_t alpha = 255, bool isSharp = false);
   void Text(const TextLook& look, const TextPlace& place, std::u16string_view text,
             Blend blend = Blend::kNormal);
-  /// All that is drawn up to the end goes to the canvas through the matrix. In pairs.
-  void BeginGroup(const Matrix& matrix);
-  void EndGroup();
-
   /// Bounds of all that was drawn, in units; right below left for nothing.
   const Box& drawn() const { return drawn_; }
 
@@ -129,6 +128,8 @@ class SvgCanvas {
                 double size);
   void BeginServer(std::string_view element, const Matrix& matrix);
   uint32_t BeginClip(uint32_t within);
+  uint32_t BeginUnion(uint32_t first, uint32_t second);
+  void PutClipPart(uint32_t clip);
   void Cover(const Box& box);
   void Flush();
 
@@ -140,7 +141,9 @@ class SvgCanvas {
   std::vector<uint8_t> clipDepths_;  ///< how many others each refers to
   uint32_t servers_ = 0;
   Box drawn_{1, 1, 0, 0};
-  std::string out_;  ///< what waits for the sink
+  std::string out_;     ///< what waits for the sink
+  std::string ending_;  ///< of all that the sink was given, were it to end there
+  bool isInImage_ = false, isInTile_ = false;
 };
 
 }  // namespace pagerex

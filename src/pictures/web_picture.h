@@ -35,6 +35,7 @@ WebKind webKindOf(PictureKind kind);
 /// What a document knows of a picture that has no frame of its own, as a bare metafile; 0 for not known.
 struct PictureFrame {
   double widthPoints = 0, heightPoints = 0;
+  bool isNested = false;  ///< part of a metafile: then no further one is drawn in it
 };
 
 /// What came of it.

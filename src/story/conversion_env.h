@@ -18,6 +18,8 @@ class KDRDocument;
 
 namespace pagerex {
 
+class WebPictures;
+
 /// What belongs to one conversion: all its stories and all its writers share it. Owns none of what it points
 /// at.
 struct KConversionEnv {
@@ -33,6 +35,7 @@ struct KConversionEnv {
   KPageSafety safety;                ///< constant for a conversion
 
   bool hasPictures = true;               ///< whether pictures are written at all
+  WebPictures* webPictures = nullptr;    ///< beside those of the document, for the pages to show; may be null
   RunControl* control = nullptr;         ///< what may end it before its end; may be null
   Warnings* warnings = nullptr;          ///< where it tells what it leaves out; may be null
   ProgressListener* progress = nullptr;  ///< may be null

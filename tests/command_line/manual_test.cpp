@@ -93,9 +93,10 @@ TEST(Manual, BashCompletesOptionsAndChoices) {
   const std::string script = "source " + kFolder +
                              "/bash/pagerex; try() { COMP_WORDS=(pagerex \"$@\"); COMP_CWORD=$#; _pagerex "
                              "2>/dev/null; echo \"${COMPREPLY[*]}\"; }; "
-                             "try --res; try --links s; try -t pre; try --view=x";
+                             "try --res; try --links s; try -t pre; try pict; try --view=x";
   const Finished finished = Program("/bin/bash", {"-c", script}).finish();
   EXPECT_EQ(linesOf(finished.output).at(0), "--resume");
   EXPECT_EQ(linesOf(finished.output).at(1), "safe");
   EXPECT_EQ(linesOf(finished.output).at(2), "preview");
+  EXPECT_EQ(linesOf(finished.output).at(3), "picture");
 }

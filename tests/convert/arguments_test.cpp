@@ -128,7 +128,7 @@ TEST_F(Arguments, RefuseChoicesThatThereAreNot) {
     EXPECT_EQ(run(), kRefused);
   }
   options.links = 0;
-  for (const int32_t wrong : {-1, 4, 32, 1000}) {
+  for (const int32_t wrong : {-1, 5, 32, 1000}) {
     options.pictures = wrong;
     EXPECT_EQ(run(), kRefused);
   }

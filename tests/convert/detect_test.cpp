@@ -36,7 +36,11 @@ constexpr int kKinds[] = {
     PAGEREX_KIND_RTF,      PAGEREX_KIND_HTML,
     PAGEREX_KIND_MHTML,    PAGEREX_KIND_XML,
     PAGEREX_KIND_WORDML,   PAGEREX_KIND_WORDPERFECT,
-    PAGEREX_KIND_PDF,
+    PAGEREX_KIND_PDF,      PAGEREX_KIND_EMF,
+    PAGEREX_KIND_WMF,      PAGEREX_KIND_PICT,
+    PAGEREX_KIND_DIB,      PAGEREX_KIND_BMP,
+    PAGEREX_KIND_TIFF,     PAGEREX_KIND_PNG,
+    PAGEREX_KIND_JPEG,     PAGEREX_KIND_GIF,
 };
 
 /// In memory that ends where the bytes do, so that a read behind them is seen by the sanitizer.

@@ -8,6 +8,7 @@
 #include "convert/memory_faults.h"
 #include "mutation/rich_documents.h"
 #include "support/drawing_writer.h"
+#include "support/small_pictures.h"
 
 namespace convert_test {
 
@@ -281,8 +282,7 @@ Bytes makeRich() {
   using namespace support::drawing;
   std::vector<mutation::NamedDocument> all = mutation::richDocuments();
   support::WordDocument& document = all.back().document;
-  Bytes raw(40000);
-  for (size_t i = 0; i < raw.size(); ++i) raw[i] = static_cast<uint8_t>(i * i >> 3);
+  const Bytes raw = support::smallEmf(1600);
   Inline picture;
   picture.shape = Shape(75).props(Props().number(0x4104, 1));
   picture.blips = {
@@ -299,7 +299,7 @@ Bytes makeSmall() {
   document.style(1, support::Style().name("heading 1").sti(1).papx({support::sprm(0x2640, 0)}));
   Inline picture;
   picture.shape = Shape(75).props(Props().number(0x4104, 1));
-  picture.blips = {Blip{.data = {7, 8, 9}}};
+  picture.blips = {Blip{.data = support::smallPng()}};
   const support::Sprms run = pictureRun(document, picture);
   document.paragraph("A heading").istd(1);
   document.paragraph().run("a ").special(1, run);

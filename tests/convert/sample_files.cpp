@@ -2,6 +2,7 @@
 
 #include "pagerex/convert.h"
 #include "support/compound_file_writer.h"
+#include "support/small_pictures.h"
 #include "support/word_document_writer.h"
 
 using support::Bytes;
@@ -171,7 +172,7 @@ std::vector<SampleFile> sampleFiles() {
   std::vector<SampleFile> files;
   append(files, PAGEREX_KIND_EMPTY, "empty", {Bytes()});
   append(files, PAGEREX_KIND_UNKNOWN, "unknown",
-         {bytesOf("\x89PNG\r\n\x1A\n\0\0\0\rIHDR"sv), Bytes(100), bytesOf("\1\2\3")});
+         {bytesOf("\x89PNH\r\n\x1A\n\0\0\0\rIHDR"sv), Bytes(100), bytesOf("\1\2\3")});
   append(files, PAGEREX_KIND_TEXT, "text",
          {bytesOf("Dear Sir,\r\nyours\x1A"), bytesOf("\xEF\xBB\xBFGr\xC3\xBC\xC3\x9F"), bytesOf("Gr\xFC\xDF"),
           bytesOf("\xFF\xFEH\0i\0"sv), bytesOf("\xFE\xFF\0H\0i"sv), bytesOf("  \n")});
@@ -183,5 +184,14 @@ std::vector<SampleFile> sampleFiles() {
   append(files, PAGEREX_KIND_PDF, "pdf",
          {bytesOf("%PDF-1.4\n"), bytesOf("\xEF\xBB\xBF%PDF-1.4\n"), bytesOf("some header\n%PDF-1.7\n"),
           bytesOf(std::string(1018, '\0') + "\n%PDF-1.7\n")});
+  append(files, PAGEREX_KIND_EMF, "emf", {support::smallEmf()});
+  append(files, PAGEREX_KIND_WMF, "wmf", {support::bareWmf(), support::placeableWmf()});
+  append(files, PAGEREX_KIND_PICT, "pict", {support::pict()});
+  append(files, PAGEREX_KIND_DIB, "dib", {support::dib()});
+  append(files, PAGEREX_KIND_BMP, "bmp", {support::bmp()});
+  append(files, PAGEREX_KIND_TIFF, "tiff", {support::tiff()});
+  append(files, PAGEREX_KIND_PNG, "png", {support::smallPng()});
+  append(files, PAGEREX_KIND_JPEG, "jpeg", {support::smallJpeg()});
+  append(files, PAGEREX_KIND_GIF, "gif", {support::gif()});
   return files;
 }

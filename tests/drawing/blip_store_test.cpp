@@ -269,7 +269,7 @@ TEST(DelayedBlip, IsSharedByEntriesThatNameIt) {
 TEST(DelayedBlip, OfAnUnknownTypeTakesNothingFromOthers) {
   support::WordDocument document;
   document.paragraph("Text");
-  const uint32_t unknown = document.wordDocumentData(record(0xF029, 0, 0, Bytes(100000)));
+  const uint32_t unknown = document.wordDocumentData(record(0xF02B, 0, 0, Bytes(100000)));
   const DelayedStore store(document, {unknown, document.wordDocumentData(Blip().bytes())});
   for (int i = 0; i < 10; ++i) EXPECT_EQ(store.blip(0), nullptr);
   EXPECT_NE(store.blip(1), nullptr);

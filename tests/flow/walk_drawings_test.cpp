@@ -109,6 +109,39 @@ TEST(WalkDrawings, InlinePicturesThatAreCountedOnHaveTheirOwnBytes) {
   EXPECT_NE(told.find("type=6 bytes=30"), std::string::npos) << told;
 }
 
+TEST(WalkDrawings, PicturesOfRareKindsAreTold) {
+  constexpr uint8_t kStoredTiff = 17, kStoredCmykJpeg = 18;
+  for (const auto& [stored, told] :
+       {std::pair(kStoredTiff, "type=8 bytes=30"), {kStoredCmykJpeg, "type=5 bytes=30"}}) {
+    WordDocument doc;
+    const Blip blip{.type = stored, .data = Bytes(30, 7)};
+    const Props props = Props().number(property::kPicture, doc.storePicture(blip.entry()));
+    addShape(doc.paragraph(), Shape(kPictureFrame, 1025).props(props));
+    doc.paragraph().special(1, pictureRun(doc, {.shape = Shape(75).props(props), .blips = {blip}}));
+    const std::string all = transcriptOf(doc);
+    const size_t first = all.find(told);
+    ASSERT_NE(first, std::string::npos) << all;
+    EXPECT_NE(all.find(told, first + 1), std::string::npos) << all;
+  }
+}
+
+TEST(WalkDrawings, InlinePicturesOfTwoIdentitiesHaveTheirOwnBytes) {
+  WordDocument doc;
+  constexpr size_t kInstance = 44, kBytes = 28, kIdentity = 52;
+  Bytes entry = Blip{.type = kPng, .data = Bytes(30, 7)}.entry();
+  entry[kInstance] |= 0x10;
+  patchInteger(entry, kInstance + 4, uint32_t{16 + 16 + 1 + 30});
+  patchInteger(entry, kBytes, uint32_t{8 + 16 + 16 + 1 + 30});
+  patchInteger(entry, 4, uint32_t{36 + 8 + 16 + 16 + 1 + 30});
+  entry.insert(entry.begin() + kIdentity, 16, 0x22);
+  Bytes picture = Inline{.shape = Shape(75).props(Props().number(property::kPicture, 1))}.bytes();
+  picture.insert(picture.end(), entry.begin(), entry.end());
+  patchInteger(picture, 0, static_cast<uint32_t>(picture.size()));
+  doc.paragraph().special(1, {sprm(0x6A03, doc.data(picture))});
+  const std::string told = transcriptOf(doc);
+  EXPECT_NE(told.find("type=6 bytes=30"), std::string::npos) << told;
+}
+
 TEST(WalkDrawings, HorizontalLinesAreRules) {
   constexpr uint16_t kHorizontalRule = 0x03B4;
   const Props rule = Props().flag(kHorizontalRule, true);

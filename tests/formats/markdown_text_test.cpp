@@ -21,7 +21,7 @@ std::string inParagraph(const std::function<void(FlowScript&)>& inside) {
 /// One address for all.
 class OneAddress final : public PictureOutput {
  public:
-  std::string_view AddressOf(const PictureFacts&) override { return "p.png"; }
+  PictureAddress AddressOf(const PictureFacts&) override { return {"p.png", true}; }
 };
 
 }  // namespace

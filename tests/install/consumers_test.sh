@@ -84,6 +84,8 @@ looks_right phone
 "$cc" -std=c99 -Wall -Wextra -Wpedantic -Werror "$programs/memory.c" -o "$work/memory_c" $flags $(pkg-config --cflags --libs pagerex)
 # shellcheck disable=SC2046,SC2086
 "$cc" -std=c99 -Wall -Wextra -Wpedantic -Wshadow -Werror "$examples/word_count/word_count.c" -o "$work/word_count" $flags $(pkg-config --cflags --libs pagerex)
+# shellcheck disable=SC2046,SC2086
+"$cc" -std=c99 -Wall -Wextra -Wpedantic -Wshadow -Werror "$examples/picture/picture.c" -o "$work/picture" $flags $(pkg-config --cflags --libs pagerex)
 # The header by itself, in both languages.
 for language in 'c -std=c99' 'c++ -std=c++11'; do
   # shellcheck disable=SC2046,SC2086
@@ -93,6 +95,9 @@ use pkg-config "$work/use_c" "$work/use_cpp"
 in_memory pkg-config "$work/memory_c"
 counted=$(LD_LIBRARY_PATH=$libdir "$work/word_count" "$work/sample.doc") || fail "word_count: exit code $?"
 grep -qE '^[1-9][0-9]+ words, [1-9][0-9]* headings, ' <<<"$counted" || fail "word_count: $counted"
+picture=$work/mulpages/out.files/image001.png
+LD_LIBRARY_PATH=$libdir "$work/picture" "$picture" "$work/picture_of" >/dev/null || fail "picture: exit code $?"
+cmp "$picture" "$work/picture_of.png" || fail "picture: not the same PNG"
 echo "pkg-config: $(pkg-config --modversion pagerex)"
 
 # Through CMake.

@@ -11,6 +11,7 @@
 #include "limits/memory_count.h"
 #include "pagerex/convert.h"
 #include "support/canvas.h"
+#include "support/small_pictures.h"
 #include "support/word_document_writer.h"
 
 using support::Bytes;
@@ -33,7 +34,8 @@ Shape shape(uint32_t picture) {
 Bytes documentWithPictures() {
   WordDocument document;
   Drawing drawing;
-  const Bytes picture(kPicture, 0x5A);
+  Bytes picture = support::smallPng();
+  picture.resize(kPicture, 0x5A);
   document.paragraph("Before ").special(
       1, pictureRun(document, Inline{.shape = shape(1), .blips = {Blip{.data = picture, .uid = 1}}}));
   document.paragraph().special(8);

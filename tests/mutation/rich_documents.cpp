@@ -5,6 +5,7 @@
 
 #include "support/drawing_writer.h"
 #include "support/named_sprms.h"
+#include "support/small_pictures.h"
 
 namespace mutation {
 
@@ -156,8 +157,9 @@ void addLinks(WordDocument& doc) {
 
 /// The pictures of bullets stand under the first bookmark.
 void addPictureBullets(WordDocument& doc) {
-  const Sprms picture = drawing::pictureRun(
-      doc, {.shape = drawing::Shape(75).props(drawing::Props().number(0x4104, 1)), .blips = {{.uid = 0x55}}});
+  const Sprms picture =
+      drawing::pictureRun(doc, {.shape = drawing::Shape(75).props(drawing::Props().number(0x4104, 1)),
+                                .blips = {{.data = smallPng(), .uid = 0x55}}});
   doc.paragraph()
       .bookmarkStart("_PictureBullets")
       .special(kPictureMark, picture)
@@ -193,8 +195,10 @@ void addTextBoxes(WordDocument& doc) {
                    drawing::Props().text(0x0380, u"box").number(0x4186, 2).number(0x0180, 2)),
                {.rect = kBox, .wrap = 2});
   shapes.shape(1, group, {.rect = kBox});
-  shapes.blip({.type = 5});
-  shapes.blip({.type = 2, .data = Bytes(60, 3), .uid = 9, .rawSize = 60, .compression = 0, .delayed = true});
+  const Bytes emf = smallEmf();
+  shapes.blip({.type = 5, .data = smallJpeg()});
+  shapes.blip(
+      {.type = 2, .data = emf, .uid = 9, .rawSize = static_cast<uint32_t>(emf.size()), .delayed = true});
   shapes.addTo(doc, {13, 20});
 }
 

@@ -1,6 +1,7 @@
 #include "pages/page_documents.h"
 #include "support/canvas.h"
 #include "support/picture_writer.h"
+#include "support/small_pictures.h"
 
 namespace pages {
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr char16_t kPictureMark = 1;
 constexpr uint32_t kBlue = rgb(0, 0, 255), kDark = rgb(0x20, 0x20, 0x20), kYellow = rgb(255, 255, 0);
+constexpr uint8_t kEmf = 2;
 constexpr uint16_t kName = 0x0380, kDescription = 0x0381;
 constexpr uint16_t kAround = 2, kOver = 3;  // how text stands to what floats
 
@@ -52,6 +54,25 @@ void fillPictures(WordDocument& doc) {
            {.rect = box(0, 0, 2400, 1600), .wrap = kAround});
   addFiller(doc, 4);
   doc.paragraph("end of pictures");
+}
+
+/// Each in a frame that is no higher than broad, though the metafile is twice as broad as high.
+void fillMetafiles(WordDocument& doc) {
+  constexpr uint16_t kCropLeft = 0x0102, kGrey = 0x013D;
+  doc.section(paper());
+  auto add = [&doc, uid = uint8_t{0}](const char16_t* description, const Props& look) mutable {
+    Props props = look;
+    props.number(kPicture, 1).text(kDescription, description);
+    const Inline picture = {.shape = Shape(kPictureFrame).props(props),
+                            .blips = {Blip{.type = kEmf, .data = emfOfHalves(), .uid = ++uid}},
+                            .goalWidth = 1440,
+                            .goalHeight = 1440};
+    doc.paragraph().special(kPictureMark, pictureRun(doc, picture));
+  };
+  add(u"Whole", {});
+  add(u"Right half", Props().fixed(kCropLeft, 0.5));
+  add(u"Grey", Props().flag(kGrey, true));
+  doc.paragraph("end of metafiles");
 }
 
 void fillShapes(WordDocument& doc) {

@@ -220,6 +220,31 @@ class Pictures(PageTest):
             self.assertLessEqual(self.picture(alternative).right, pages.NARROW[self.shelf.name][0])
 
 
+class Metafiles(PageTest):
+    document = "metafiles"
+    RED, BLUE = (255, 0, 0), (0, 0, 255)
+
+    def colours(self, description):
+        """Of the left and the right half, at the top and at the bottom of the frame."""
+        frame = self.element_box(f'[alt="{description}"], [aria-label="{description}"]')
+        self.assertTwips(1440, frame.width)
+        self.assertTwips(1440, frame.height)
+        picture = self.drawn()
+        return [[picture[frame.left + frame.width * across, frame.top + frame.height * down]
+                 for down in (0.1, 0.9)] for across in (0.2, 0.8)]
+
+    def test_fill_their_frame(self):
+        self.assertEqual([[self.RED] * 2, [self.BLUE] * 2], self.colours("Whole"))
+
+    def test_are_cropped(self):
+        self.assertEqual([[self.BLUE] * 2] * 2, self.colours("Right half"))
+
+    def test_are_grey(self):
+        for side in self.colours("Grey"):
+            for colour in side:
+                self.assertLess(max(colour) - min(colour), 3)
+
+
 class Shapes(PageTest):
     document = "shapes"
 

@@ -89,7 +89,7 @@ constexpr Named kDocuments[] = {
     {"directions", fillDirections}, {"lists", fillLists},           {"tables", fillTables},
     {"notes", fillNotes},           {"changes", fillChanges},       {"contents", fillContents},
     {"sections", fillSections},     {"small", fillSmallPaper},      {"pictures", fillPictures},
-    {"shapes", fillShapes},
+    {"metafiles", fillMetafiles},   {"shapes", fillShapes},
 };
 
 void save(const std::string& folder, const Named& each) {

@@ -58,6 +58,7 @@ void fillContents(support::WordDocument& doc);
 void fillSections(support::WordDocument& doc);
 void fillSmallPaper(support::WordDocument& doc);
 void fillPictures(support::WordDocument& doc);
+void fillMetafiles(support::WordDocument& doc);
 void fillShapes(support::WordDocument& doc);
 
 }  // namespace pages

@@ -59,7 +59,7 @@ class OnePicture final : public PictureSource {
   PictureData Read() override { return {type_, ByteView(kBytes, sizeof kBytes)}; }
 
  private:
-  static constexpr uint8_t kBytes[] = {0x89, 'P', 'N', 'G', 13, 10, 26, 10};
+  static constexpr uint8_t kBytes[40] = {0x89, 'P', 'N', 'G', 13, 10, 26, 10};
   const PictureType type_;
 };
 

@@ -209,7 +209,17 @@ bool isOfTwoPaths(const Request& request, const Given& given) {
   return anyOf(given, Group::kTwoPaths) || (request.files.size() == 2 && !optionOfOthers(given));
 }
 
+bool checkPicture(const Request& request, const Given& given) {
+  for (const Option& option : kOptions) {
+    const bool goesWithIt = option.id == kOutput || option.id == kTimeout || option.id == kMemory;
+    if (given.count(option.id) && !goesWithIt)
+      return usageError(std::string("--") + option.name + " does not go with a picture"), false;
+  }
+  return request.files.size() == 1 || (usageError("a picture is needed, and nothing else"), false);
+}
+
 bool checkForm(Request& request, const Given& given) {
+  if (request.form == Form::kPicture) return checkPicture(request, given);
   const Option* const ofMany = anyOf(given, Group::kManyFiles);
   if (isOfTwoPaths(request, given)) {
     request.form = Form::kTwoPaths;
@@ -267,6 +277,12 @@ int idOf(int found) {
 }  // namespace
 
 bool readArguments(int argc, char** argv, Request& request, int& exitCode) {
+  if (argc > 1 && std::strcmp(argv[1], "picture") == 0) {
+    request.form = Form::kPicture;
+    argv[1] = argv[0];  // whose name getopt tells
+    --argc;
+    ++argv;
+  }
   const Getopt table = tableForGetopt();
   Given given;
   bool isKnown = true;
@@ -292,7 +308,7 @@ bool readArguments(int argc, char** argv, Request& request, int& exitCode) {
   }
   request.files.assign(argv + optind, argv + argc);
   if (isKnown && wrong.empty()) return checkForm(request, given);
-  const bool ofTwoPaths = isOfTwoPaths(request, given);
+  const bool ofTwoPaths = request.form != Form::kPicture && isOfTwoPaths(request, given);
   if (wrong.empty()) return printUsage(ofTwoPaths), false;
   ofTwoPaths ? twoPathsUsageError(wrong) : usageError(wrong);
   return false;

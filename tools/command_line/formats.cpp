@@ -51,7 +51,7 @@ pagerex_options optionsOf(const Request& request, const pagerex_format& format) 
 }
 
 std::string wordsFor(const Request& request, const pagerex_format& format) {
-  constexpr const char* kPictureWords[] = {"usual", "files", "embedded", "none"};
+  constexpr const char* kPictureWords[] = {"usual", "files", "embedded", "none", "web"};
   constexpr struct {
     bool Request::*flag;
     const char* word;

@@ -9,6 +9,7 @@
 #include "json.h"
 #include "messages.h"
 #include "one_document.h"
+#include "single_call.h"
 #include "sized.h"
 #include "summary.h"
 

@@ -3,6 +3,7 @@
 #include "arguments.h"
 #include "batch.h"
 #include "one_document.h"
+#include "picture.h"
 #include "two_paths.h"
 
 namespace {
@@ -15,6 +16,8 @@ int run(const cli::Request& request) {
       return cli::tellInfo(request);
     case cli::Form::kManyFiles:
       return cli::convertManyFiles(request);
+    case cli::Form::kPicture:
+      return cli::convertPicture(request);
     case cli::Form::kOneDocument:
       break;
   }

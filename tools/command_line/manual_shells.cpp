@@ -59,8 +59,10 @@ void printBashCompletion() {
       "  esac\n  if [[ $word == -* ]]; then\n    mapfile -t COMPREPLY < <(compgen -W '%s' -- \"$word\")\n",
       all.c_str());
   std::puts(
-      "  else\n    compopt -o filenames\n    mapfile -t COMPREPLY < <(compgen -f -- \"$word\")\n  "
-      "fi\n}\ncomplete -F _pagerex pagerex");
+      "  else\n    local first=\n    if [[ $COMP_CWORD == 1 ]]; then first=picture; fi\n    compopt -o "
+      "filenames\n"
+      "    mapfile -t COMPREPLY < <(compgen -f -W \"$first\" -- \"$word\")\n  fi\n}\n"
+      "complete -F _pagerex pagerex");
 }
 
 namespace {
@@ -95,11 +97,14 @@ void printZshOption(const Option& option) {
 void printZshCompletion() {
   std::puts("#compdef pagerex\n# Completions of zsh for pagerex.\n_arguments -s -S \\");
   for (const Option& option : kOptions) printZshOption(option);
-  std::puts("  '*:file:_files'");
+  std::puts(
+      "  '1:file:{_alternative \"commands:command:(picture)\" \"files:file:_files\"}' \\\n  '*:file:_files'");
 }
 
 void printFishCompletion() {
-  std::puts("# Completions of fish for pagerex.");
+  std::puts(
+      "# Completions of fish for pagerex.\n"
+      "complete -c pagerex -n __fish_is_first_arg -a picture -d 'make a picture one that browsers show'");
   for (const Option& option : kOptions) {
     std::printf("complete -c pagerex -l %s", option.name);
     if (option.letter) std::printf(" -s %c", option.letter);

@@ -1,11 +1,8 @@
 #include "one_document.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <csignal>
 #include <cstring>
 
 #include "files.h"
@@ -13,55 +10,12 @@
 #include "help.h"
 #include "json.h"
 #include "messages.h"
+#include "single_call.h"
 #include "sized.h"
-#include "stop_signals.h"
 
 namespace cli {
 
 namespace {
-
-constexpr char kStandardStream[] = "-";
-
-/// Standard output as a sink of the library: one file, in pieces that are worth a call.
-class StandardOutput {
- public:
-  pagerex_output output() {
-    auto functions = sized<pagerex_output>();
-    functions.begin = [](void* user, const char*, const char*) {
-      return static_cast<StandardOutput*>(user)->begin();
-    };
-    functions.write = [](void* user, void*, const void* data, size_t length) {
-      return static_cast<StandardOutput*>(user)->write(static_cast<const char*>(data), length) ? 0 : 1;
-    };
-    functions.end = [](void* user, void*, int) {
-      return static_cast<StandardOutput*>(user)->flush() ? 0 : 1;
-    };
-    functions.user = this;
-    return functions;
-  }
-  int error() const { return error_; }
-
- private:
-  void* begin() {
-    if (isBegun_) return nullptr;  // a single file was asked for
-    isBegun_ = true;
-    return this;
-  }
-  bool write(const char* data, size_t length) {
-    constexpr size_t kPiece = size_t{64} << 10;
-    buffer_.append(data, length);
-    return buffer_.size() < kPiece || flush();
-  }
-  bool flush() {
-    if (error_ == 0 && !writeAll(STDOUT_FILENO, buffer_.data(), buffer_.size())) error_ = errno;
-    buffer_.clear();
-    return error_ == 0;
-  }
-
-  std::string buffer_;
-  bool isBegun_ = false;
-  int error_ = 0;
-};
 
 const pagerex_format* formatOf(const Request& request) {
   if (!request.format.empty()) return formatNamed(request.format);
@@ -85,34 +39,6 @@ std::string whyNotThere(const Request& request, const pagerex_format* format) {
   if (request.output.empty() && !isSingleWith(request, *format))
     return std::string("the format ") + format->name + " is several files: name the main one with -o FILE";
   return "";
-}
-
-int stopFlag = 0;
-volatile sig_atomic_t stoppedBy = 0;
-
-void stop(int signal) {
-  stoppedBy = signal;
-  pagerex_cancel(&stopFlag);
-}
-
-/// What a stop removes is removed by the library, which is to end by itself for that.
-void stopOnSignals() {
-  for (const int signal : {SIGINT, SIGTERM}) {
-    if (std::signal(signal, stop) == SIG_IGN) std::signal(signal, SIG_IGN);
-  }
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
-}
-
-int explain(const Request& request, const pagerex_result& result, int outputError) {
-  if (outputError == EPIPE) return kSomeFailed;  // whoever reads has had enough
-  if (outputError) return fail(kSomeFailed, std::string("standard output: ") + std::strerror(outputError));
-  const std::string& path =
-      result.code == PAGEREX_RESULT_CANNOT_WRITE || result.code == PAGEREX_RESULT_REFUSED ? request.output
-                                                                                          : request.files[0];
-  const bool isUsage =
-      result.code == PAGEREX_RESULT_INVALID_ARGUMENT || result.code == PAGEREX_RESULT_REFUSED;
-  return fail(isUsage ? kUsageError : kSomeFailed, shown(path) + ": " + result.sentence);
 }
 
 /// A document without a title goes by the name of its file, which standard output does not tell.
@@ -149,7 +75,7 @@ int convert(const Request& request, const pagerex_format& format) {
   auto limits = sized<pagerex_limits>();
   limits.memory = request.memory;
   limits.deadline_ms = request.timeoutMs;
-  limits.cancel = &stopFlag;
+  limits.cancel = cancelFlag();
   pagerex_options options = optionsOf(request, format);
   if (isStandard) fitToStandardOutput(request, format, options);
   auto result = sized<pagerex_result>();
@@ -159,17 +85,6 @@ int convert(const Request& request, const pagerex_format& format) {
 
 }  // namespace
 
-bool prepareInput(const std::string& path, std::string& content, pagerex_input& input) {
-  if (path != kStandardStream) {
-    input.path = path.c_str();
-    return true;
-  }
-  if (!readAll(STDIN_FILENO, content)) return false;
-  input.data = content.data();
-  input.length = content.size();
-  return true;
-}
-
 int convertOneDocument(const Request& request) {
   Request cleared = request;
   if (cleared.output == kStandardStream) cleared.output.clear();
@@ -177,9 +92,7 @@ int convertOneDocument(const Request& request) {
   const std::string wrong = whyNotThere(cleared, format);
   if (!format || !wrong.empty()) return usageError(wrong);
   stopOnSignals();
-  const int exitCode = convert(cleared, *format);
-  if (stoppedBy) endBy(stoppedBy);
-  return exitCode;
+  return endedBySignals(convert(cleared, *format));
 }
 
 }  // namespace cli

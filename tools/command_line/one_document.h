@@ -13,8 +13,4 @@ int convertOneDocument(const Request& request);
 /// Tells what each file is, one line of JSON for each. Returns the exit code.
 int tellInfo(const Request& request);
 
-/// What a path names: a file, or standard input, whose content goes to `content`. False if that cannot be
-/// read, with errno set.
-bool prepareInput(const std::string& path, std::string& content, pagerex_input& input);
-
 }  // namespace cli

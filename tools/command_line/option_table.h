@@ -37,7 +37,7 @@ enum OptionId {
   kVersion,
 };
 
-enum class Group { kOneDocument, kManyFiles, kTwoPaths, kOther };
+enum class Group { kOneDocument, kManyFiles, kTwoPaths, kPicture, kOther };
 
 /// What an option's argument is: how it is read, and what shells offer for it.
 enum class Takes { kNothing, kPath, kFile, kChoice, kFormatName, kNumber };
@@ -67,9 +67,11 @@ constexpr Option kOptions[] = {
      "addresses to keep: safe (the default), all, none",
      "Of the others the text stays. Safe ones are relative, or have a scheme that harms nobody. With SOURCE "
      "TARGET only beside --safe."},
-    {kPictures, "pictures", 0, "WHERE", Takes::kChoice, "files|embedded|none", Group::kOneDocument, true,
-     "files, embedded or none",
-     "Not every format can do each of them. Html embeds them by itself, the others have files."},
+    {kPictures, "pictures", 0, "WHERE", Takes::kChoice, "files|embedded|none|web", Group::kOneDocument, true,
+     "files, embedded, none or web",
+     "Not every format can do each of them. Html embeds them by itself, the others have files. With web, "
+     "which "
+     "is for normal, phone and mulpages, there are files beside the document's own that browsers show."},
     {kPageSize, "pagesize", 0, "N", Takes::kNumber, nullptr, Group::kOneDocument, false,
      "characters on a page, or in all in the format preview",
      "2000 by default; a preview on standard output takes the whole document. Html is one page, which comes "
@@ -138,6 +140,7 @@ constexpr const char* kSynopses[] = {
     "pagerex [--view normal|phone|preview|mulpages] [OPTIONS] SOURCE TARGET",
     "pagerex [OPTIONS] [-t FORMAT] [-o PATH] FILE",
     "pagerex [OPTIONS] [-t FORMAT] -o FOLDER FILES...",
+    "pagerex picture [-o PATH] FILE",
 };
 
 struct GroupText {
@@ -159,6 +162,15 @@ constexpr GroupText kGroups[] = {
      "always were. SOURCE must be writable, though nothing is written to it. TARGET is the main file; a "
      "folder "
      "beside it, out.files for out.html, takes the others."},
+    {Group::kPicture, "A picture",
+     "Behind the word picture, FILE is one for browsers to show, or \"-\" for standard input: a Windows "
+     "metafile, an enhanced one or a Macintosh PICT becomes SVG, a bitmap or a TIFF becomes PNG; PNG, JPEG "
+     "and "
+     "GIF stay as they are. Kinds are told by the bytes, not by names. A PATH that ends in .svg, .png, .jpg "
+     "or "
+     ".gif must be what comes of FILE; in a folder it takes the name of FILE, and the ending. No other "
+     "options "
+     "but --timeout and --memory. A FILE that is called picture itself is ./picture."},
     {Group::kOther, "Other", nullptr},
 };
 
@@ -176,6 +188,7 @@ constexpr Example kExamples[] = {
     {"pagerex -o out/ --report report.jsonl documents", "a whole folder", true},
     {"pagerex -o out/ --report report.jsonl --resume documents", "go on where it was broken off", false},
     {"find . -name '*.doc' -print0 | pagerex -o out/ --files-from - -0", "what another program finds", false},
+    {"pagerex picture -o chart.svg chart.emf", "a metafile, for browsers", true},
     {"pagerex --view mulpages --pagesize 5000 letter.doc letter.html", "numbered pages of one view", false},
 };
 

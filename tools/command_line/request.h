@@ -13,7 +13,7 @@ constexpr int kSuccess = 0;
 constexpr int kUsageError = 1;
 constexpr int kSomeFailed = 2;
 
-enum class Form { kTwoPaths, kInfo, kOneDocument, kManyFiles };
+enum class Form { kTwoPaths, kInfo, kOneDocument, kManyFiles, kPicture };
 
 /// What the command line asks for.
 struct Request {

@@ -169,11 +169,9 @@ void HtmlWriter::HangShapes() {
 }
 
 std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_view place, std::string css) {
-  const std::string_view address = pictures_.AddressOf(picture);
+  const PictureAddress address = pictures_.AddressOf(picture);
   PageText description;
   description.PutAttribute(picture.description);
-  const bool isShown = !address.empty() && isShownByBrowsers(address);
-  if (!isShown && !address.empty()) warn(warnings_, WarningCode::kPicture);
   const ShapeBox box = boxOf(picture);
   appendPictureSize(css, box.width, box.height);
   if (picture.shape) {
@@ -189,7 +187,7 @@ std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_v
   }
   const std::string_view name = sheet_.ClassOf('i', css);
   std::string markup;
-  if (!isShown) {
+  if (!address.isShown) {
     // Without bytes and an address it only keeps room, for what is drawn over it.
     const bool isRoom = !picture.source && picture.linkedAddress.empty();
     markup = "<span" + classes(isRoom ? "sh" : "missing", place, name);
@@ -206,12 +204,12 @@ std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_v
       markup.append(" role=img aria-label=\"").append(description.view()).append("\"");
     }
     markup += "><image width=1000 height=1000 preserveAspectRatio=none href=\"";
-    appendAttribute(markup, address);
+    appendAttribute(markup, address.uri);
     return markup + "\"/></svg>";
   }
   markup = "<img" + classes(place, name);
   markup.append(" alt=\"").append(description.view()).append("\" src=\"");
-  appendAttribute(markup, address);
+  appendAttribute(markup, address.uri);
   return markup + "\">";
 }
 
@@ -220,10 +218,10 @@ std::string HtmlWriter::DrawingMarkup(const PictureFacts& picture, std::string_v
   PictureFacts fill = picture;
   fill.source = picture.shape->fill.picture;
   fill.identity = picture.shape->fill.pictureIdentity;
-  const std::string_view address = fill.source ? pictures_.AddressOf(fill) : std::string_view();
+  const PictureAddress address = fill.source ? pictures_.AddressOf(fill) : PictureAddress();
   const ShapeBox box = boxOf(picture);
   if (!appendShapeSvg(drawing, *picture.shape, box.width, box.height, svgIds_,
-                      isShownByBrowsers(address) ? address : std::string_view()) ||
+                      address.isShown ? address.uri : std::string_view()) ||
       drawing.empty())
     return {};
   appendBoxSize(css, box.width, box.height, true);

@@ -376,10 +376,10 @@ void HtmlWriter::Take(const ParagraphFacts& facts) {
 
 /// Where browsers cannot show it, the label stays text.
 void HtmlWriter::TakeLabelPicture(const PictureFacts& picture) {
-  const std::string_view address = pictures_.AddressOf(picture);
-  if (address.empty() || !isShownByBrowsers(address)) return;
+  const PictureAddress address = pictures_.AddressOf(picture);
+  if (!address.isShown) return;
   labelPicture_.append("<img class=lb alt=\"\" src=\"");
-  appendAttribute(labelPicture_, address);
+  appendAttribute(labelPicture_, address.uri);
   labelPicture_ += "\">";
   label_.clear();
 }

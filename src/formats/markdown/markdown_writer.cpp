@@ -349,7 +349,7 @@ void MarkdownWriter::FormField(const FormFieldFacts& field, const RunProperties&
 void MarkdownWriter::Picture(const PictureFacts& picture) {
   if (muted_) return;
   const std::u16string description = onOneLine(picture.description);
-  const std::string_view address = pictures_ ? pictures_->AddressOf(picture) : std::string_view();
+  const std::string_view address = pictures_ ? pictures_->AddressOf(picture).uri : std::string_view();
   if (address.empty()) return inline_.Add(description, 0);
   std::string markup;
   if (place_ == Place::kHtmlTable) {

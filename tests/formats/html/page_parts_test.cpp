@@ -373,7 +373,7 @@ class OnePicture final : public PictureSource {
   PictureData Read() override { return {PictureType::kPng, ByteView(kBytes, sizeof kBytes)}; }
 
  private:
-  static constexpr uint8_t kBytes[] = {0x89, 'P', 'N', 'G', 13, 10, 26, 10};
+  static constexpr uint8_t kBytes[40] = {0x89, 'P', 'N', 'G', 13, 10, 26, 10};
 };
 
 TEST(PagePictures, TellWhatTheyShow) {
@@ -388,9 +388,9 @@ TEST(PagePictures, TellWhatTheyShow) {
   choices.pictures = pictures.get();
   const support::ToldPage page =
       pageOf([&](FlowScript& s) { s.Paragraph([&] { s.to.Picture(facts); }); }, {}, choices);
-  EXPECT_EQ(
-      page.blocks,
-      "<p><img class=i1 alt=\"a &quot;b&quot; &lt;\" src=\"data:image/png;base64,iVBORw0KGgo=\"></p>\n");
+  EXPECT_EQ(page.blocks,
+            "<p><img class=i1 alt=\"a &quot;b&quot; &lt;\" src=\"data:image/png;base64,"
+            "iVBORw0KGgoAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA==\"></p>\n");
   EXPECT_THAT(page.rules, HasSubstr(".i1{width:72pt;aspect-ratio:1440/720}"));
 }
 
