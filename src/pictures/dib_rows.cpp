@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <iterator>
 
 namespace pagerex {
 namespace {
@@ -27,28 +28,18 @@ static_assert(sizeof(InfoHeader) == 56);
 
 constexpr uint32_t kAlphaMaskAt = 52;
 
-/// A bit for each depth that a compression goes with.
-struct CompressionDepths {
-  uint32_t compression;
-  uint64_t depths;
-};
 constexpr uint64_t bitsOf(std::initializer_list<int> depths) {
   uint64_t bits = 0;
   for (const int depth : depths) bits |= uint64_t{1} << depth;
   return bits;
 }
-constexpr CompressionDepths kCompressions[] = {
-    {DibHeader::kNone, bitsOf({1, 2, 4, 8, 16, 24, 32})},
-    {DibHeader::kRuns8, bitsOf({8})},
-    {DibHeader::kRuns4, bitsOf({4})},
-    {DibHeader::kMasks, bitsOf({16, 32})},
-    {DibHeader::kMasksAndAlpha, bitsOf({16, 32})},
+/// By compression, a bit for each depth that it goes with.
+constexpr uint64_t kDepths[] = {
+    bitsOf({1, 2, 4, 8, 16, 24, 32}), bitsOf({8}), bitsOf({4}), bitsOf({16, 32}), 0, 0, bitsOf({16, 32}),
 };
 
 bool isKnown(uint32_t compression, uint16_t depth) {
-  return std::any_of(std::begin(kCompressions), std::end(kCompressions), [=](const CompressionDepths& row) {
-    return row.compression == compression && depth < 64 && (row.depths >> depth & 1);
-  });
+  return compression < std::size(kDepths) && depth < 64 && (kDepths[compression] >> depth & 1);
 }
 
 }  // namespace
