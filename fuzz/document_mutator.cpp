@@ -7,22 +7,12 @@
 
 extern "C" size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t maxSize);
 
-namespace {
-
-size_t copyOut(const support::Bytes& bytes, uint8_t* out, size_t maxSize) {
-  const size_t size = std::min(bytes.size(), maxSize);
-  std::copy_n(bytes.begin(), size, out);
-  return size;
-}
-
-}  // namespace
-
 extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t maxSize, unsigned int seed) {
   if (fuzz::isCompoundFile(data, size)) return LLVMFuzzerMutate(data, size, maxSize);
   fuzz::Random random(seed);
   fuzz::DocumentStreams streams = fuzz::splitStreams(data, size);
   fuzz::changeDocument(streams, maxSize - std::min(maxSize, size), random);
-  return copyOut(fuzz::joinStreams(streams), data, maxSize);
+  return fuzz::copyOut(fuzz::joinStreams(streams), data, maxSize);
 }
 
 extern "C" size_t LLVMFuzzerCustomCrossOver(const uint8_t* one, size_t oneSize, const uint8_t* other,
@@ -32,5 +22,5 @@ extern "C" size_t LLVMFuzzerCustomCrossOver(const uint8_t* one, size_t oneSize, 
   fuzz::Random random(seed);
   fuzz::DocumentStreams streams = fuzz::splitStreams(one, oneSize);
   fuzz::takeTable(streams, fuzz::splitStreams(other, otherSize), random);
-  return copyOut(fuzz::joinStreams(streams), out, maxSize);
+  return fuzz::copyOut(fuzz::joinStreams(streams), out, maxSize);
 }

@@ -15,6 +15,7 @@
 #include "mutation/rich_documents.h"
 #include "safety/script_documents.h"
 #include "seed_drawings.h"
+#include "seed_pictures.h"
 #include "support/named_sprms.h"
 
 using namespace support;
@@ -187,6 +188,30 @@ void writeFiles(const std::filesystem::path& folder) {
   for (const SampleFile& file : sampleFiles()) write(folder, file.name, file.bytes);
 }
 
+void writePictures(const std::filesystem::path& folder, const std::vector<fuzz::SeedPicture>& pictures,
+                   const std::string& before = "", const Bytes& head = {}) {
+  for (const fuzz::SeedPicture& each : pictures)
+    write(folder, before + each.name, ByteWriter().bytes(head).bytes(each.bytes).take());
+}
+
+void writeAllPictures(const std::filesystem::path& folder) {
+  writePictures(folder / "wmf", fuzz::seedWmfs());
+  writePictures(folder / "emf", fuzz::seedEmfs());
+  writePictures(folder / "emf_plus", fuzz::seedEmfPluses());
+  // All pixels as they are, and a part of them with all that can be made of it.
+  writePictures(folder / "dib", fuzz::seedDibs(), "Plain", Bytes(16, 0));
+  writePictures(folder / "dib", fuzz::seedDibs(), "Part",
+                ByteWriter().u8(31).u8(1).u8(6).u8(1).u16(1).u16(2).u16(5).u16(4).u32(0).take());
+  const std::filesystem::path all = folder / "web_picture";
+  writePictures(all, fuzz::seedWmfs(), "Wmf");
+  writePictures(all, fuzz::seedEmfs(), "Emf");
+  writePictures(all, fuzz::seedTiffs(), "Tiff");
+  writePictures(all, fuzz::seedPicts(), "Pict");
+  writePictures(all, fuzz::seedDibs(), "Dib");
+  writePictures(all, fuzz::seedDibs(), "Bmp", ByteWriter().text8("BM").u32(300).u32(0).u32(54).take());
+  for (const SampleFile& file : sampleFiles()) write(all, file.name, file.bytes);
+}
+
 int makeAll(const std::filesystem::path& folder) {
   for (const char* view :
        {"normal_view", "phone_view", "mulpages_view", "preview_view", "document_model", "convert", "flow"}) {
@@ -200,6 +225,7 @@ int makeAll(const std::filesystem::path& folder) {
   writeNumberFormats(folder / "number_format");
   writeHyperlinks(folder / "hyperlink");
   writeFiles(folder / "detect");
+  writeAllPictures(folder);
   return 0;
 }
 

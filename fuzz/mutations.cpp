@@ -163,6 +163,12 @@ void changeFib(Bytes& wordDocument, Random& random) {
 
 }  // namespace
 
+size_t copyOut(const Bytes& bytes, uint8_t* out, size_t maxSize) {
+  const size_t size = std::min(bytes.size(), maxSize);
+  std::copy_n(bytes.begin(), size, out);
+  return size;
+}
+
 void changeBytes(Bytes& bytes, size_t room) {
   const size_t size = bytes.size();
   bytes.resize(std::max<size_t>(size + room, 1));

@@ -12,6 +12,9 @@ namespace fuzz {
 
 using Random = std::minstd_rand;
 
+/// Into the place that libFuzzer gives; what came of it.
+size_t copyOut(const support::Bytes& bytes, uint8_t* out, size_t maxSize);
+
 /// The bytes may grow by `room`.
 void changeBytes(support::Bytes& bytes, size_t room);
 /// Changes at most `length` bytes from `offset` on; what lies behind keeps its place.

@@ -24,7 +24,7 @@ void EmfPlayer::CreatePen(ByteView record, int) {
   object.pen.style = record.u32(12);
   object.pen.width = record.i32(16);
   object.pen.isCosmetic = record.i32(16) == 0;
-  object.pen.brush.rgb = rgbOf(record.u32(24));
+  object.pen.brush.rgb = gdi_.rgbOf(record.u32(24));
   gdi_.Create(record.u32(8), std::move(object));
 }
 
@@ -37,7 +37,7 @@ void EmfPlayer::CreateExtendedPen(ByteView record, int) {
   pen.style = record.u32(28);
   pen.width = record.u32(32);
   pen.isCosmetic = (pen.style & kGeometric) == 0;
-  pen.brush.rgb = rgbOf(record.u32(40));
+  pen.brush.rgb = gdi_.rgbOf(record.u32(40));
   const uint32_t style = record.u32(36);
   if (style == kNull) pen.style = kPenNull;
   if (style == kHatched) {
@@ -60,7 +60,7 @@ void EmfPlayer::CreateBrush(ByteView record, int) {
   object.brush.kind = style == 1   ? Brush::Kind::kNull
                       : style == 2 ? Brush::Kind::kHatched
                                    : Brush::Kind::kSolid;
-  object.brush.rgb = rgbOf(record.u32(16));
+  object.brush.rgb = gdi_.rgbOf(record.u32(16));
   object.brush.hatch = record.u8(20);
   gdi_.Create(record.u32(8), std::move(object));
 }
@@ -204,7 +204,7 @@ void EmfPlayer::Blt(ByteView record, int form) {
   told.change.height = form == kBit ? record.i32(36) : record.i32(104);
   told.change.hasInks = true;
   told.change.inks[0] = gdi_.state().textColour;
-  told.change.inks[1] = rgbOf(record.u32(76));
+  told.change.inks[1] = gdi_.rgbOf(record.u32(76));
   if (form == kAlpha) {
     told.rop3 = 0xCC;
     told.alpha = record.u8(42);
@@ -213,7 +213,7 @@ void EmfPlayer::Blt(ByteView record, int form) {
   if (form == kTransparent) {
     told.rop3 = 0xCC;
     told.change.hasKey = true;
-    told.change.key = rgbOf(record.u32(40));
+    told.change.key = gdi_.rgbOf(record.u32(40));
   }
   gdi_.Bitmap(told);
 }

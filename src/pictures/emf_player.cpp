@@ -53,18 +53,19 @@ PictureResult playEmf(ByteView bytes, const PictureFrame& frame, PictureSink& si
   const bool isTold = frame.widthPoints > 0 && frame.heightPoints > 0;
   const Matrix device = beginCanvas(canvas, own.device, isTold ? frame.widthPoints : own.widthPoints,
                                     isTold ? frame.heightPoints : own.heightPoints);
-  EmfPlayer player(bytes, canvas, device, own.pixelsPerInchX, own.pixelsPerInchY);
+  EmfPlayer player(bytes, canvas, device, own.pixelsPerInchX, own.pixelsPerInchY, frame.isNested);
   const bool isWhole = player.Play();
   if (!canvas.End()) return canvas.isRefused() ? PictureResult::kRefused : PictureResult::kInPart;
   return isWhole ? PictureResult::kWhole : PictureResult::kInPart;
 }
 
 EmfPlayer::EmfPlayer(ByteView file, SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX,
-                     double pixelsPerInchY)
+                     double pixelsPerInchY, bool isNested)
     : file_(file),
       gdi_(canvas, device, pixelsPerInchX, pixelsPerInchY),
       device_(device),
-      pixelsPerInch_((pixelsPerInchX + pixelsPerInchY) / 2) {}
+      pixelsPerInch_((pixelsPerInchX + pixelsPerInchY) / 2),
+      isNested_(isNested) {}
 
 bool EmfPlayer::Play() {
   constexpr size_t kSmallest = 8;
@@ -98,7 +99,7 @@ void EmfPlayer::Comment(ByteView record, int) {
   const ByteView records = record.part(16, record.u32(8) - 4);
   if (!isPlusKnown_ && !EmfPlusPlayer::isDual(records)) {
     gdi_.Finish();
-    plus_ = std::make_unique<EmfPlusPlayer>(gdi_.canvas(), device_, pixelsPerInch_);
+    plus_ = std::make_unique<EmfPlusPlayer>(gdi_.canvas(), device_, pixelsPerInch_, isNested_);
   }
   isPlusKnown_ = true;
   if (!plus_) return;

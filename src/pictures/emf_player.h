@@ -14,7 +14,7 @@ class EmfPlayer {
  public:
   /// `file` is the whole metafile; `device` takes pixels of its device to the canvas.
   EmfPlayer(ByteView file, SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX,
-            double pixelsPerInchY);
+            double pixelsPerInchY, bool isNested);
   EmfPlayer(const EmfPlayer&) = delete;
   EmfPlayer& operator=(const EmfPlayer&) = delete;
 
@@ -67,6 +67,7 @@ class EmfPlayer {
   MetafileText texts_;
   const Matrix device_;
   const double pixelsPerInch_;
+  const bool isNested_;                  ///< part of a metafile
   std::unique_ptr<EmfPlusPlayer> plus_;  ///< where its records alone draw
   bool isPlusKnown_ = false;
   bool isWhole_ = true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 
 #include "pictures/emf_plus_image.h"
@@ -69,7 +70,7 @@ constexpr uint64_t kHatches[] = {
 };
 
 // Kinds of brushes.
-constexpr uint32_t kSolid = 0, kHatch = 1, kTexture = 2, kPathGradient = 3, kLinearGradient = 4;
+constexpr uint32_t kSolid = 0, kHatch = 1, kTexture = 2, kPathGradient = 3;
 
 // What else a brush has.
 constexpr uint32_t kHasPath = 1, kHasMatrix = 2, kHasColours = 4, kHasFactors = 8, kHasDownFactors = 0x10,
@@ -77,10 +78,6 @@ constexpr uint32_t kHasPath = 1, kHasMatrix = 2, kHasColours = 4, kHasFactors = 
 
 Paint colourOf(uint32_t argb) {
   return Paint::Colour(argb & 0xFFFFFF, static_cast<uint8_t>(argb >> 24));
-}
-
-GradientStop stopOf(double offset, uint32_t argb) {
-  return {static_cast<float>(offset), argb & 0xFFFFFF, static_cast<uint8_t>(argb >> 24)};
 }
 
 uint32_t mixed(uint32_t from, uint32_t to, double part) {
@@ -92,51 +89,32 @@ uint32_t mixed(uint32_t from, uint32_t to, double part) {
   return argb;
 }
 
-/// What stands behind a gradient's two colours: others, or how they mix on the way.
-std::vector<GradientStop> readStops(PlusReader& reader, uint32_t flags, uint32_t from, uint32_t to) {
-  std::vector<GradientStop> stops;
-  if (flags & kHasDownFactors) reader.Take(reader.Count(8) * size_t{8});
-  if (flags & (kHasColours | kHasFactors)) {
-    const size_t count = reader.Count(8);
-    PlusReader positions(reader.Take(count * 4));
-    for (size_t i = 0; i < count; ++i) {
-      const double at = positions.Real();
-      stops.push_back(stopOf(at, flags & kHasColours ? reader.U32() : mixed(from, to, reader.Real())));
-    }
-  }
-  if (stops.empty()) stops = {stopOf(0, from), stopOf(1, to)};
-  return stops;
-}
-
 Spread spreadOf(uint32_t wrapMode) {
-  constexpr Spread kSpreads[] = {Spread::kRepeat, Spread::kReflect, Spread::kRepeat, Spread::kReflect};
-  return wrapMode < std::size(kSpreads) ? kSpreads[wrapMode] : Spread::kPad;
+  return wrapMode > 3 ? Spread::kPad : wrapMode & 1 ? Spread::kReflect : Spread::kRepeat;
 }
 
 void appendPart(std::string& out, uint32_t argb, std::string_view path) {
   constexpr char kDigits[] = "0123456789abcdef";
   out += "<path fill=\"#";
   for (int shift = 20; shift >= 0; shift -= 4) out += kDigits[argb >> shift & 15];
-  if (argb >> 24 != 255) {
-    out += "\" fill-opacity=\"";
-    appendNumber(out, (argb >> 24) / 255.0);
-  }
+  out += "\" fill-opacity=\"";
+  appendNumber(out, (argb >> 24) / 255.0);
   out.append("\" d=\"").append(path).append("\"/>");
 }
 
 /// The pixels of a hatch, as runs.
 std::string hatchPath(uint64_t bits) {
   std::string path;
-  for (int y = 0; y < 8; ++y, bits <<= 8) {
-    for (int x = 0; x < 8;) {
-      int end = x;
-      while (end < 8 && (bits >> (63 - end) & 1)) ++end;
-      if (end > x) {
-        PathData run;
-        run.AddBox({static_cast<double>(x), static_cast<double>(y), static_cast<double>(end), y + 1.0});
-        path += run.view();
-      }
-      x = end + 1;
+  for (int y = 0; y < 8; ++y) {
+    for (int x = 0, end = 0; x < 8; x = ++end) {
+      for (end = x; end < 8 && (bits >> 63) != 0; ++end) bits <<= 1;
+      bits <<= end < 8 ? 1 : 0;
+      if (end == x) continue;
+      char run[] = "M0 0h0v1h-0z";
+      run[1] = static_cast<char>('0' + x);
+      run[3] = static_cast<char>('0' + y);
+      run[5] = run[10] = static_cast<char>('0' + end - x);
+      path += run;
     }
   }
   return path;
@@ -144,143 +122,142 @@ std::string hatchPath(uint64_t bits) {
 
 }  // namespace
 
-Paint PlusState::FillPaint(const Record& record, uint32_t brush) {
+Paint PlusState::FillPaint(const Record& record, uint32_t brush, bool isInk) {
   if (record.flags & kPlusColour) return colourOf(brush);
   const ByteView bytes = Find(brush, PlusType::kBrush);
-  return bytes.empty() ? Paint{} : KeptPaint(objects_[brush], bytes);
+  return bytes.empty() ? Paint{} : KeptPaint(brush, bytes, isInk);
 }
 
-/// A colour for text: that of a brush that has several is one of them.
-Paint PlusState::InkOf(const Record& record, uint32_t brush) {
-  if (record.flags & kPlusColour) return colourOf(brush);
-  const ByteView bytes = Find(brush, PlusType::kBrush);
-  constexpr uint8_t kColourAt[] = {8, 12, 0, 16, 32};
-  const uint32_t kind = bytes.u32(4);
-  if (bytes.empty() || kind >= std::size(kColourAt) || kind == kTexture)
-    return bytes.empty() ? Paint{} : Paint::Colour(0);
-  return colourOf(bytes.u32(kColourAt[kind]));
-}
-
-/// Where its units are the same, a paint is made once.
-Paint PlusState::KeptPaint(PlusObject& object, ByteView brush) {
-  const Matrix matrix = WorldToCanvas(), &kept = object.paintMatrix;
-  const bool isSame = object.hasPaint && kept.a == matrix.a && kept.b == matrix.b && kept.c == matrix.c &&
-                      kept.d == matrix.d && kept.e == matrix.e && kept.f == matrix.f;
-  if (!isSame) {
-    object.paint = MakePaint(brush, matrix);
+/// Where its units are the same, the paint of a brush or a pen is made once.
+Paint PlusState::KeptPaint(uint32_t id, ByteView brush, bool isInk) {
+  PlusObject& object = objects_[id];
+  const Matrix matrix = WorldToCanvas();
+  if (isInk) return MakePaint(brush, matrix, true);
+  if (!object.hasPaint || std::memcmp(&matrix, &object.paintMatrix, sizeof(matrix)) != 0) {
+    object.paint = MakePaint(brush, matrix, false);
     object.paintMatrix = matrix;
     object.hasPaint = true;
   }
   return object.paint;
 }
 
-Paint PlusState::MakePaint(ByteView brush, const Matrix& matrix) {
-  PlusReader reader(brush);
-  reader.U32();  // version
-  switch (reader.U32()) {
-    case kSolid:
-      return colourOf(reader.U32());
-    case kHatch:
-      return HatchPaint(reader);
-    case kTexture:
-      return TexturePaint(reader, matrix);
-    case kPathGradient:
-      return PathGradientPaint(reader, matrix);
-    case kLinearGradient:
-      return LinearPaint(reader, matrix);
-    default:
-      isWhole_ = false;
-      return {};
+/// As ink, for text, a brush of several colours is one of them.
+Paint PlusState::MakePaint(ByteView brush, const Matrix& matrix, bool isInk) {
+  constexpr uint8_t kColourAt[] = {8, 12, 0, 16, 32};
+  const uint32_t kind = brush.u32(4);
+  PlusReader reader(brush.part(8));
+  if (kind >= std::size(kColourAt)) {
+    isWhole_ = false;
+    return {};
   }
+  if (isInk && kind == kTexture) return Paint::Colour(0);
+  if (isInk || kind == kSolid) return colourOf(brush.u32(kColourAt[kind]));
+  if (kind == kHatch) return HatchPaint(reader);
+  if (kind == kTexture) return TexturePaint(reader, matrix);
+  return kind == kPathGradient ? PathGradientPaint(reader, matrix) : LinearPaint(reader, matrix);
 }
 
 /// Of pixels as they are shown, whatever the coordinates are.
-Paint PlusState::HatchPaint(PlusReader reader) {
+Paint PlusState::HatchPaint(PlusReader& reader) {
   const uint32_t style = reader.U32(), ink = reader.U32(), ground = reader.U32();
   if (style >= std::size(kHatches)) return colourOf(ink);
   std::string tile;
-  if (ground >> 24 != 0) appendPart(tile, ground, "M0 0h8v8h-8z");
+  appendPart(tile, ground, "M0 0h8v8h-8z");
   appendPart(tile, ink, hatchPath(kHatches[style]));
   const double pixel = canvas_.pixel();
   return Paint::Server(canvas_.AddTile({pixel, 0, 0, pixel, 0, 0}, 8, 8, tile));
 }
 
-Paint PlusState::TexturePaint(PlusReader reader, const Matrix& matrix) {
+Paint PlusState::TexturePaint(PlusReader& reader, const Matrix& matrix) {
   const uint32_t flags = reader.U32();
   reader.U32();  // how it repeats
   const Matrix own = flags & kHasMatrix ? reader.RealMatrix() : Matrix{};
   const PlusImage image(reader.rest());
   const bool isForTile = image.width > 0 && !image.isMetafile() && !image.mediaType.empty();
-  uint32_t server = 0;
-  if (isForTile && Afford(static_cast<size_t>(image.width) * static_cast<size_t>(image.rows))) {
-    const auto write = [&](PictureSink& sink) { return image.WriteAll(sink); };
-    server = canvas_.AddImageTile(own * matrix, image.width, image.height, write);
+  if (isForTile && Afford(image.pixels())) {
+    const auto write = [&image](PictureSink& sink) { return image.Write(sink); };
+    const uint32_t server =
+        canvas_.AddImageTile(own * matrix, image.width, image.height, write, image.mediaType);
+    if (server != 0) return Paint::Server(server);
   }
-  if (server != 0) return Paint::Server(server);
   isWhole_ = false;
   return {};
 }
 
+/// What stands behind a gradient's two colours: others, or how they mix on the way.
+void PlusState::ReadStops(PlusReader& reader, uint32_t flags, uint32_t from, uint32_t to) {
+  stops_.clear();
+  const auto add = [&](double offset, uint32_t argb) {
+    stops_.push_back({static_cast<float>(offset), argb & 0xFFFFFF, static_cast<uint8_t>(argb >> 24)});
+  };
+  if (flags & kHasDownFactors) reader.Take(reader.Count(8) * size_t{8});
+  if (flags & (kHasColours | kHasFactors)) {
+    const size_t count = reader.Count(8);
+    PlusReader positions(reader.Take(count * 4));
+    while (positions.left() > 0) {
+      const double at = positions.Real();
+      add(at, flags & kHasColours ? reader.U32() : mixed(from, to, reader.Real()));
+    }
+  } else {
+    add(0, from);
+    add(1, to);
+  }
+}
+
 /// The file has a box, through which the colours go from left to right.
-Paint PlusState::LinearPaint(PlusReader reader, const Matrix& matrix) {
+Paint PlusState::LinearPaint(PlusReader& reader, const Matrix& matrix) {
   const uint32_t flags = reader.U32(), wrapMode = reader.U32();
-  const Box box = reader.Rectangle(false);
+  const Box box = reader.Rectangle();
   const uint32_t from = reader.U32(), to = reader.U32();
   reader.Take(8);
   const Matrix all = flags & kHasMatrix ? reader.RealMatrix() * matrix : matrix;
-  const std::vector<GradientStop> stops = readStops(reader, flags, from, to);
+  ReadStops(reader, flags, from, to);
   // What is slanted has its lines of one colour along the slant, and its way across them.
-  const Point begin = all(box.left, box.top), end = all(box.right, box.top), down = all.Turn(0, 1);
-  const double length = std::hypot(down.x, down.y);
-  if (!(length > 0)) return colourOf(from);
-  const Point across{down.y / length, -down.x / length};
-  const double way = (end.x - begin.x) * across.x + (end.y - begin.y) * across.y;
-  return Paint::Server(canvas_.AddLinearGradient(
-      {}, begin, {begin.x + across.x * way, begin.y + across.y * way}, stops, spreadOf(wrapMode)));
+  const Point begin = all(box.left, box.top);
+  const double square = all.c * all.c + all.d * all.d;
+  if (!(square > 0)) return colourOf(from);
+  const double way = (all.a * all.d - all.b * all.c) * box.width() / square;
+  return Paint::Server(canvas_.AddLinearGradient({}, begin, {begin.x + all.d * way, begin.y - all.c * way},
+                                                 stops_, spreadOf(wrapMode)));
 }
 
 /// Goes from the outline to the centre, as through an ellipse that is as large as the outline.
-Paint PlusState::PathGradientPaint(PlusReader reader, const Matrix& matrix) {
+Paint PlusState::PathGradientPaint(PlusReader& reader, const Matrix& matrix) {
   const uint32_t flags = reader.U32();
   reader.U32();  // how it repeats
   const uint32_t inner = reader.U32();
-  const Point centre = reader.RealPoint();
-  uint32_t outer = inner;
-  const uint32_t colours = reader.Count(4);
-  for (uint32_t i = 0; i < colours; ++i) outer = mixed(outer, reader.U32(), 1.0 / (i + 1));
+  const Point told = reader.RealPoint();
+  uint32_t outer = inner, colours = 0;
+  for (const uint32_t count = reader.Count(4); colours < count;)
+    outer = mixed(outer, reader.U32(), 1.0 / ++colours);
   PlusOutline outline;
   if (flags & kHasPath) {
-    outline.AddPath(reader.Take(reader.Count(1)));
+    outline.AddPath(reader.TakeCounted());
   } else {
-    reader.Points(reader.U32(), PlusReader::PointForm::kReal, outline.points);
+    reader.Points(reader.U32(), 0, outline, PlusOutline::kLine);
   }
-  if (outline.points.empty()) return colourOf(inner);
   const Matrix all = flags & kHasMatrix ? reader.RealMatrix() * matrix : matrix;
-  std::vector<GradientStop> stops = readStops(reader, flags, outer, inner);
+  ReadStops(reader, flags, outer, inner);
   double focus = 0;
   if (flags & kHasFocus) {
     reader.U32();  // two of them
-    const Point scales = reader.RealPoint();
-    focus = std::clamp((scales.x + scales.y) / 2, 0.0, 1.0);
+    focus = std::clamp(reader.Real(), 0.0, 1.0);
   }
-  std::reverse(stops.begin(), stops.end());
-  for (GradientStop& stop : stops) stop.offset = static_cast<float>(focus + (1 - focus) * (1 - stop.offset));
+  std::reverse(stops_.begin(), stops_.end());
+  for (GradientStop& stop : stops_) stop.offset = static_cast<float>(1 - (1 - focus) * stop.offset);
 
-  Box box{outline.points[0].x, outline.points[0].y, outline.points[0].x, outline.points[0].y};
-  for (const Point p : outline.points) {
-    box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x),
-           std::max(box.bottom, p.y)};
-  }
-  const double radiusX = box.width() / 2, radiusY = box.height() / 2;
-  const Matrix ellipse = Matrix{radiusX, 0, 0, radiusY, box.left + radiusX, box.top + radiusY} * all;
-  const double radius = ellipse.Scale();
-  if (!(radius > 0)) return colourOf(inner);
-  Point lit{(centre.x - box.left) / radiusX - 1, (centre.y - box.top) / radiusY - 1};
-  const double away = std::hypot(lit.x, lit.y);
-  const double nearer = radius * (away > 0.95 ? 0.95 / away : 1);
-  return Paint::Server(canvas_.AddRadialGradient(Matrix{1 / radius, 0, 0, 1 / radius, 0, 0} * ellipse, {0, 0},
-                                                 radius, {lit.x * nearer, lit.y * nearer}, stops,
-                                                 Spread::kPad));
+  outline.Move(all);
+  path_.clear();
+  outline.Put(path_);
+  const Box& box = path_.bounds();
+  const double radius = box.width() / 2, flat = box.height() / box.width();
+  if (!(radius > 0) || !(flat > 0)) return colourOf(inner);
+  const Point centre = all(told);
+  Point lit{centre.x - box.left - radius, (centre.y - box.top) / flat - radius};
+  const double away = std::hypot(lit.x, lit.y), nearer = away > radius * 0.95 ? radius * 0.95 / away : 1;
+  lit = {lit.x * nearer, lit.y * nearer};
+  return Paint::Server(canvas_.AddRadialGradient(
+      {1, 0, 0, flat, box.left + radius, box.top + box.height() / 2}, {}, radius, lit, stops_, Spread::kPad));
 }
 
 }  // namespace pagerex

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 #include "pictures/emf_plus_state.h"
 #include "pictures/web_picture.h"
@@ -10,86 +11,69 @@
 namespace pagerex {
 namespace {
 
+// A form of pixels is a count, above it the bits of a pixel, above these flags.
 constexpr uint32_t kHasAlpha = 0x40000, kIsPremultiplied = 0x80000;
 
-/// Numbers of forms of pixels are made of flags, the bits of a pixel, and a count.
-uint32_t bitsOf(uint32_t format) {
+/// Where red, green, blue and alpha begin in a pixel, and how many bits each has.
+struct Channels {
+  uint8_t begins[4], bits[4];
+};
+constexpr Channels kGrey16 = {{0, 0, 0, 0}, {16, 16, 16, 0}};
+constexpr Channels kRgb555 = {{10, 5, 0, 15}, {5, 5, 5, 1}};
+constexpr Channels kRgb565 = {{11, 5, 0, 0}, {5, 6, 5, 0}};
+constexpr Channels kRgb8 = {{16, 8, 0, 24}, {8, 8, 8, 8}};
+constexpr Channels kRgb16 = {{32, 16, 0, 48}, {16, 16, 16, 16}};
+
+uint32_t depthOf(uint32_t format) {
   return format >> 8 & 0xFF;
 }
 
-uint8_t widened(uint32_t value, unsigned bits) {
-  const uint32_t most = (1U << bits) - 1;
-  return static_cast<uint8_t>(((value & most) * 255 + most / 2) / most);
-}
-
-/// Channels of 16 bits are light, not what is seen of it, and 2^13 is all of it.
-uint8_t seenOf(uint16_t light, bool isAlpha) {
-  const double part = std::min(light / 8192.0, 1.0);
-  return static_cast<uint8_t>(255 * (isAlpha ? part : std::pow(part, 1 / 2.2)) + 0.5);
-}
-
-void putArgb(uint32_t argb, uint8_t* rgba) {
-  rgba[0] = static_cast<uint8_t>(argb >> 16);
-  rgba[1] = static_cast<uint8_t>(argb >> 8);
-  rgba[2] = static_cast<uint8_t>(argb);
-  rgba[3] = static_cast<uint8_t>(argb >> 24);
-}
-
-/// A pixel as straight red, green, blue, alpha.
-void readPixel(const PlusImage& image, ByteView row, size_t x, uint8_t* rgba) {
-  const uint32_t bits = bitsOf(image.format);
-  rgba[3] = 255;
-  if (bits <= 8) {
-    const size_t at = x * bits;
-    const uint32_t index = row.u8(at / 8) >> (8 - bits - at % 8) & ((1U << bits) - 1);
-    return putArgb(image.palette.u32(index * 4), rgba);
-  }
-  const size_t at = x * bits / 8;
-  if (bits == 16) {
-    const uint16_t value = row.u16(at);
-    switch (image.format & 0xFF) {
-      case 4:  // grey
-        rgba[0] = rgba[1] = rgba[2] = static_cast<uint8_t>(value >> 8);
-        return;
-      case 6:
-        rgba[0] = widened(value >> 11, 5);
-        rgba[1] = widened(value >> 5, 6);
-        break;
-      default:
-        rgba[0] = widened(value >> 10, 5);
-        rgba[1] = widened(value >> 5, 5);
-        if ((image.format & kHasAlpha) && value < 0x8000) rgba[3] = 0;
-    }
-    rgba[2] = widened(value, 5);
-    return;
-  }
-  for (size_t i = 0; i < 3; ++i)
-    rgba[i] = bits >= 48 ? seenOf(row.u16(at + 4 - 2 * i), false) : row.u8(at + 2 - i);
-  if ((image.format & kHasAlpha) == 0) return;
-  rgba[3] = bits >= 48 ? seenOf(row.u16(at + 6), true) : row.u8(at + 3);
-  if ((image.format & kIsPremultiplied) == 0 || rgba[3] == 0) return;
-  for (size_t i = 0; i < 3; ++i)
-    rgba[i] = static_cast<uint8_t>(std::min((rgba[i] * 255 + rgba[3] / 2) / rgba[3], 255));
+const Channels& channelsOf(uint32_t format) {
+  if (depthOf(format) == 16) return (format & 0xFF) == 4 ? kGrey16 : (format & 0xFF) == 6 ? kRgb565 : kRgb555;
+  return depthOf(format) > 32 ? kRgb16 : kRgb8;
 }
 
 class PlusRows final : public PixelRows {
  public:
-  PlusRows(const PlusImage& image, int32_t left, int32_t top, int32_t width)
-      : image_(image), left_(left), row_(top), width_(width) {}
+  explicit PlusRows(const PlusImage& image)
+      : image_(image), depth_(depthOf(image.format)), channels_(channelsOf(image.format)) {}
 
   bool Next(uint8_t* rgba) override {
     if (row_ >= image_.rows) return false;
-    const ByteView row = image_.bytes.part(static_cast<size_t>(row_++) * image_.stride, image_.stride);
-    for (int32_t x = 0; x < width_; ++x, rgba += 4)
-      readPixel(image_, row, static_cast<size_t>(left_ + x), rgba);
+    row_bytes_ = image_.bytes.part(static_cast<size_t>(row_++) * image_.stride, image_.stride);
+    for (size_t x = 0; x < static_cast<size_t>(image_.width); ++x, rgba += 4) PutPixel(PixelAt(x), rgba);
     return true;
   }
 
  private:
+  uint64_t PixelAt(size_t x) const {
+    const size_t at = x * depth_ / 8;
+    if (depth_ > 8) return row_bytes_.copyOf<uint64_t>(at);
+    const auto shift = static_cast<uint32_t>(8 - depth_ - x * depth_ % 8);
+    return image_.palette.u32((row_bytes_.u8(at) >> shift & ((1U << depth_) - 1)) * size_t{4});
+  }
+
+  void PutPixel(uint64_t pixel, uint8_t* rgba) const {
+    const bool hasAlpha = (image_.format & kHasAlpha) || depth_ <= 8;
+    rgba[3] = 255;
+    for (size_t i = 0; i < (hasAlpha ? 4 : 3); ++i) {
+      const uint32_t most = (1U << channels_.bits[i]) - 1;
+      const uint32_t value = pixel >> channels_.begins[i] & most;
+      rgba[i] = static_cast<uint8_t>((value * 255 + most / 2) / most);
+      // Three or four channels of 16 bits are light, not what is seen of it, and 2^13 is all of it.
+      if (depth_ < 48) continue;
+      const double light = std::min(value / 8192.0, 1.0);
+      rgba[i] = static_cast<uint8_t>(255 * (i == 3 ? light : std::pow(light, 1 / 2.2)) + 0.5);
+    }
+    if ((image_.format & kIsPremultiplied) == 0 || rgba[3] == 0) return;
+    for (size_t i = 0; i < 3; ++i) rgba[i] = static_cast<uint8_t>(std::min(rgba[i] * 255 / rgba[3], 255));
+  }
+
   const PlusImage& image_;
-  const int32_t left_;
-  int32_t row_;
-  const int32_t width_;
+  const uint32_t depth_;
+  const Channels& channels_;
+  ByteView row_bytes_;
+  int32_t row_ = 0;
 };
 
 bool isOpaque(const PlusImage& image) {
@@ -99,32 +83,29 @@ bool isOpaque(const PlusImage& image) {
   return true;
 }
 
-uint32_t highFirst(ByteView bytes, size_t at, size_t count) {
-  uint32_t value = 0;
-  for (size_t i = 0; i < count; ++i) value = value << 8 | bytes.u8(at + i);
-  return value;
+uint32_t highFirst(ByteView bytes, size_t at) {
+  return bytes.u8(at) << 8 | bytes.u8(at + 1);
 }
 
 /// The size of a picture that browsers read, from its header.
 void findSize(PictureKind kind, ByteView file, int32_t& width, int32_t& height) {
   uint32_t x = 0, y = 0;
   if (kind == PictureKind::kPng) {
-    x = highFirst(file, 16, 4);
-    y = highFirst(file, 20, 4);
+    x = highFirst(file, 16) << 16 | highFirst(file, 18);
+    y = highFirst(file, 20) << 16 | highFirst(file, 22);
   } else if (kind == PictureKind::kGif) {
     x = file.u16(6);
     y = file.u16(8);
   } else if (kind == PictureKind::kBmp) {
-    const BitmapSize size = sizeOf(packedDib(file.part(14)));
-    x = static_cast<uint32_t>(size.width);
-    y = static_cast<uint32_t>(std::abs(size.height));
+    x = file.u32(18);
+    y = static_cast<uint32_t>(std::abs(static_cast<int64_t>(file.i32(22))));
   } else if (kind == PictureKind::kJpeg) {
     // Segments, up to the one that begins a frame: C0 to CF but tables.
-    for (size_t at = 2; file.u8(at) == 0xFF; at += 2 + std::max(highFirst(file, at + 2, 2), 2U)) {
+    for (size_t at = 2; file.u8(at) == 0xFF; at += 2 + std::max(highFirst(file, at + 2), 2U)) {
       const uint8_t marker = file.u8(at + 1);
       if ((marker & 0xF0) != 0xC0 || marker == 0xC4 || marker == 0xC8 || marker == 0xCC) continue;
-      y = highFirst(file, at + 5, 2);
-      x = highFirst(file, at + 7, 2);
+      y = highFirst(file, at + 5);
+      x = highFirst(file, at + 7);
       break;
     }
   }
@@ -137,121 +118,88 @@ void findSize(PictureKind kind, ByteView file, int32_t& width, int32_t& height) 
 
 PlusImage::PlusImage(ByteView object) {
   constexpr uint32_t kBitmap = 1, kMetafileImage = 2;
-  PlusReader reader(object);
-  reader.U32();  // version
-  const uint32_t type = reader.U32();
-  bool isFile = type == kMetafileImage;
-  int32_t toldWidth = 0, toldHeight = 0;
-  if (isFile) {
-    reader.Take(8);  // kind and size of the metafile
-  } else if (type == kBitmap) {
-    toldWidth = static_cast<int32_t>(reader.U32());
-    toldHeight = static_cast<int32_t>(reader.U32());
-    stride = reader.U32();
-    format = reader.U32();
-    isFile = reader.U32() != 0;
-  }
-  if (isFile) {
-    bytes = reader.rest();
+  const uint32_t type = object.u32(4);
+  const bool isBitmap = type == kBitmap;
+  if (!isBitmap && type != kMetafileImage) return;
+  if (!isBitmap || object.u32(24) != 0) {
+    bytes = object.part(isBitmap ? 28 : 16);
     const PictureKind found = kindOfPicture(bytes);
     mediaType = webKindOf(found).mediaType;
     findSize(found, bytes, width, height);
     return;
   }
-  const uint32_t bits = bitsOf(format);
-  if (bits <= 8) {
+  stride = object.u32(16);
+  format = object.u32(20);
+  const uint32_t depth = depthOf(format);
+  PlusReader reader(object.part(28));
+  if (depth <= 8) {
     reader.U32();  // what its colours are
     palette = reader.Take(reader.Count(4) * size_t{4});
   }
   bytes = reader.rest();
-  if (bits == 0 || bits > 64 || toldWidth <= 0 || toldHeight <= 0 || stride > bytes.size()) return;
-  if (stride < (static_cast<uint64_t>(toldWidth) * bits + 7) / 8) return;
+  const uint32_t told = object.u32(8), high = object.u32(12);
+  constexpr uint64_t kDepths = 1 << 1 | 1 << 4 | 1 << 8 | 1 << 16 | 1 << 24 | uint64_t{1} << 32;
+  if ((depth > 32 ? depth != 48 && depth != 64 : (kDepths >> depth & 1) == 0) || stride == 0) return;
+  if (told == 0 || told > 0xFFFFF || high == 0 || high > 0xFFFFF) return;
+  if (stride < (static_cast<uint64_t>(told) * depth + 7) / 8 || stride > bytes.size()) return;
   hasPixels = true;
   mediaType = "image/png";
-  width = toldWidth;
-  height = toldHeight;
-  rows = static_cast<int32_t>(std::min<size_t>(static_cast<size_t>(height), bytes.size() / stride));
+  width = static_cast<int32_t>(told);
+  height = static_cast<int32_t>(high);
+  rows = static_cast<int32_t>(std::min<size_t>(high, bytes.size() / stride));
 }
 
-bool PlusImage::Write(int32_t left, int32_t top, int32_t partWidth, int32_t partHeight,
-                      PictureSink& sink) const {
+bool PlusImage::Write(PictureSink& sink) const {
   if (hasPixels) {
-    PlusRows pixels(*this, left, top, partWidth);
-    return writePng(pixels, partWidth, partHeight, isOpaque(*this), sink);
+    PlusRows pixels(*this);
+    return writePng(pixels, width, rows, isOpaque(*this), sink);
   }
-  const PictureResult result = writeWebPicture(bytes, {0, 0, true}, sink);
-  return result == PictureResult::kWhole || result == PictureResult::kInPart;
+  return writeWebPicture(bytes, {0, 0, true}, sink) <= PictureResult::kInPart;
 }
 
-// Records
-
+/// At a box, or at a parallelogram of which there are three corners.
 void PlusState::DrawImage(Record& record) {
-  record.data.Take(8);  // attributes, unit of the source
-  const Box source = record.data.Rectangle(false);
-  const Box to = record.data.Rectangle(record.isCompressed());
-  PutImage(record.id(), source, {to.width(), 0, 0, to.height(), to.left, to.top});
-}
-
-void PlusState::DrawImagePoints(Record& record) {
-  if (record.flags & kPlusOption) isWhole_ = false;  // an effect
-  record.data.Take(8);
-  const Box source = record.data.Rectangle(false);
-  Read(record, record.data.U32());
-  if (points_.size() < 3) return;
-  const Point corner = points_[0], right = points_[1], below = points_[2];
-  PutImage(
-      record.id(), source,
-      {right.x - corner.x, right.y - corner.y, below.x - corner.x, below.y - corner.y, corner.x, corner.y});
-}
-
-/// The part `source` of an image at a parallelogram, of whose side one is the unit.
-void PlusState::PutImage(uint32_t id, const Box& source, const Matrix& place) {
-  const PlusImage image(Find(id, PlusType::kImage));
-  const bool isMetafile = image.isMetafile();
-  const size_t pixels = static_cast<size_t>(image.width) * static_cast<size_t>(image.rows);
-  if (image.mediaType.empty() || (isMetafile && isNested_) || !Afford(pixels)) {
-    isWhole_ = false;
-    return;
+  constexpr uint16_t kAtBox = 0x401A;
+  PlusReader& data = record.data;
+  data.Take(8);  // attributes, unit of the source
+  const Box source = data.Rectangle();
+  if (record.type == kAtBox) {
+    const Box box = data.Rectangle(record.flags);
+    outline_.Add({box.left, box.top}, PlusOutline::kStart);
+    outline_.Add({box.right, box.top}, PlusOutline::kLine);
+    outline_.Add({box.left, box.bottom}, PlusOutline::kLine);
+  } else {
+    data.Points(data.U32(), record.flags, outline_, PlusOutline::kLine);
+    if (record.hasOption()) isWhole_ = false;  // an effect
   }
-  Matrix whole = place * WorldToCanvas();
-  uint32_t clip = graphics_.clip;
-  Box part{0, 0, static_cast<double>(image.width), static_cast<double>(image.height)};
+  const PlusImage image(Find(record.id(), PlusType::kImage));
+  const bool isBad = image.mediaType.empty() || (image.isMetafile() && isNested_);
+  if (isBad || outline_.points.size() < 3 || !Afford(image.pixels())) return Miss(record);
+
+  outline_.Move(WorldToCanvas());
+  outline_.points.resize(3);
+  const Point corner = outline_.points[0].at, right = outline_.points[1].at, below = outline_.points[2].at;
+  Matrix place{right.x - corner.x, right.y - corner.y, below.x - corner.x,
+               below.y - corner.y, corner.x,           corner.y};
+  CanvasPath();  // sets the clip
+  const double width = image.width, height = image.height;
   // What differs by less than a pixel is a matter of where in it its point is.
-  const bool isWhole =
-      isMetafile || image.width == 0 || source.width() <= 0 || source.height() <= 0 ||
-      (std::fabs(source.left) < 1 && std::fabs(source.top) < 1 && std::fabs(source.right - part.right) < 1 &&
-       std::fabs(source.bottom - part.bottom) < 1);
-  if (!isWhole) {
-    const Point corners[] = {whole(0, 0), whole(1, 0), whole(1, 1), whole(0, 1)};
-    PlusOutline bounds;
-    bounds.AddLines(corners, true);
-    clip = canvas_.AddClip(bounds.Data().view(), FillRule::kNonZero, clip);
-    if (image.hasPixels) {
-      part = {std::max(std::floor(source.left), 0.0), std::max(std::floor(source.top), 0.0),
-              std::min(std::ceil(source.right), part.right), std::min(std::ceil(source.bottom), part.bottom)};
-    }
-    // From the part's unit to the source's.
-    whole = Matrix{part.width() / source.width(),
-                   0,
-                   0,
-                   part.height() / source.height(),
-                   (part.left - source.left) / source.width(),
-                   (part.top - source.top) / source.height()} *
-            whole;
+  const auto differs = [](double a, double b) { return std::fabs(a - b) >= 1; };
+  if (width > 0 && source.width() > 0 && source.height() > 0 &&
+      (differs(source.left, 0) || differs(source.top, 0) || differs(source.right, width) ||
+       differs(source.bottom, height))) {
+    outline_.points.insert(outline_.points.begin() + 2,
+                           {{right.x + place.c, right.y + place.d}, PlusOutline::kLine});
+    canvas_.SetClip(canvas_.AddClip(CanvasPath().view(), FillRule::kNonZero, graphics_.clip));
+    const double x = source.width(), y = source.height();
+    place = Matrix{width / x, 0, 0, height / y, -source.left / x, -source.top / y} * place;
   }
   if (image.hasPixels && image.rows < image.height) {
     isWhole_ = false;
-    const double there = std::min(part.bottom, static_cast<double>(image.rows));
-    whole = Matrix{1, 0, 0, (there - part.top) / part.height(), 0, 0} * whole;
-    part.bottom = there;
+    place = Matrix{1, 0, 0, image.rows / height, 0, 0} * place;
   }
-  if (!isMetafile && image.width > 0 && (part.right <= part.left || part.bottom <= part.top)) return;
-  canvas_.SetClip(clip);
-  const auto write = [&](PictureSink& sink) {
-    return image.Write(static_cast<int32_t>(part.left), static_cast<int32_t>(part.top),
-                       static_cast<int32_t>(part.width()), static_cast<int32_t>(part.height()), sink);
-  };
-  if (!canvas_.Image(whole, image.mediaType, write, Blend::kNormal, 255, graphics_.isSharp)) isWhole_ = false;
+  const auto write = [&image](PictureSink& sink) { return image.Write(sink); };
+  if (!canvas_.Image(place, image.mediaType, write, Blend::kNormal, 255, graphics_.isSharp)) isWhole_ = false;
 }
 
 }  // namespace pagerex

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "pictures/bitmap.h"
-#include "pictures/picture_sink.h"
 
 namespace pagerex {
 
@@ -12,7 +12,7 @@ struct PlusImage {
   bool hasPixels = false;
   ByteView bytes;                 ///< pixels, or a file
   int32_t width = 0, height = 0;  ///< 0 for not known
-  int32_t rows = 0;               ///< that are there
+  int32_t rows = 0;               ///< of pixels, that are there
   size_t stride = 0;
   uint32_t format = 0;
   ByteView palette;
@@ -21,10 +21,10 @@ struct PlusImage {
   explicit PlusImage(ByteView object);
 
   bool isMetafile() const { return mediaType == "image/svg+xml"; }
+  size_t pixels() const { return static_cast<size_t>(width) * static_cast<size_t>(rows); }
 
-  /// Writes it for browsers. Of pixels only the part from `left`, `top` on, so wide and so high.
-  bool Write(int32_t left, int32_t top, int32_t partWidth, int32_t partHeight, PictureSink& sink) const;
-  bool WriteAll(PictureSink& sink) const { return Write(0, 0, width, rows, sink); }
+  /// Writes it for browsers.
+  bool Write(PictureSink& sink) const;
 };
 
 }  // namespace pagerex

@@ -8,60 +8,58 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 
+/// The angle on the circle that an ellipse is made of, from that of a ray through its centre.
+double angleOn(double degrees, double radiusX, double radiusY) {
+  const double angle = degrees * kPi / 180;
+  const double on = std::atan2(std::sin(angle) * radiusX, std::cos(angle) * radiusY);
+  return on + 2 * kPi * std::round((angle - on) / (2 * kPi));
+}
+
 }  // namespace
 
 void PlusOutline::clear() {
   points.clear();
-  types.clear();
   rule = FillRule::kEvenOdd;
 }
 
-void PlusOutline::Add(Point p, uint8_t type) {
-  points.push_back(p);
-  types.push_back(type);
+void PlusOutline::Add(Point at, uint8_t type) {
+  points.push_back({at, type});
 }
 
 void PlusOutline::Close() {
-  if (!types.empty()) types.back() |= kClose;
+  if (!points.empty()) points.back().type |= kClose;
 }
 
-void PlusOutline::AddLines(std::span<const Point> through, bool isClosed) {
-  for (size_t i = 0; i < through.size(); ++i) Add(through[i], i == 0 ? kStart : kLine);
-  if (isClosed) Close();
-}
-
-void PlusOutline::AddBeziers(std::span<const Point> all) {
-  for (size_t i = 0; i < all.size(); ++i) Add(all[i], i == 0 ? kStart : kCurve);
-}
-
-void PlusOutline::AddCurve(std::span<const Point> through, double tension, bool isClosed, size_t first,
+void PlusOutline::AddCurve(const PlusOutline& through, double tension, bool isClosed, size_t first,
                            size_t count) {
-  const size_t n = through.size();
+  const size_t n = through.points.size();
   if (n < 2 || first >= n - 1) return;
-  const size_t pieces = isClosed ? n : n - 1;
-  count = std::min(count, pieces - first);
-  // A third of the way that the curve has at a point.
-  const auto slope = [&](size_t i) {
-    const Point before = i > 0 ? through[i - 1] : isClosed ? through[n - 1] : through[0];
-    const Point behind = i + 1 < n ? through[i + 1] : isClosed ? through[0] : through[n - 1];
-    return Point{(behind.x - before.x) * tension / 3, (behind.y - before.y) * tension / 3};
+  // Those beyond the ends are the ends, or those of the other end.
+  const auto point = [&](size_t i) {
+    if (i >= n) i = isClosed ? (i + n) % n : i == n ? n - 1 : 0;
+    return through.points[i].at;
   };
-  Add(through[first], kStart);
-  for (size_t i = first; i < first + count; ++i) {
-    const size_t next = (i + 1) % n;
-    const Point from = through[i], to = through[next], out = slope(i), in = slope(next);
-    Add({from.x + out.x, from.y + out.y}, kCurve);
-    Add({to.x - in.x, to.y - in.y}, kCurve);
-    Add(to, kCurve);
+  const auto add = [&](size_t i, double part, uint8_t type) {
+    const Point at = point(i), before = point(i - 1), behind = point(i + 1);
+    part *= tension / 3;
+    Add({at.x + (behind.x - before.x) * part, at.y + (behind.y - before.y) * part}, type);
+  };
+  const size_t end = first + std::min(count, (isClosed ? n : n - 1) - first);
+  add(first, 0, kStart);
+  for (size_t i = first; i < end; ++i) {
+    add(i, 1, kCurve);
+    add(i + 1 == n ? 0 : i + 1, -1, kCurve);
+    add(i + 1 == n ? 0 : i + 1, 0, kCurve);
   }
   if (isClosed) Close();
 }
 
 void PlusOutline::AddBox(const Box& box) {
   if (box.right < box.left || box.bottom < box.top) return;
-  const Point corners[] = {
-      {box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}};
-  AddLines(corners, true);
+  Add({box.left, box.top}, kStart);
+  Add({box.right, box.top}, kLine);
+  Add({box.right, box.bottom}, kLine);
+  Add({box.left, box.bottom}, kLine | kClose);
 }
 
 void PlusOutline::AddEllipse(const Box& box) {
@@ -73,28 +71,23 @@ void PlusOutline::AddArc(const Box& box, double start, double sweep, bool isPie)
   const double x = (box.left + box.right) / 2, y = (box.top + box.bottom) / 2;
   const double radiusX = box.width() / 2, radiusY = box.height() / 2;
   if (!(radiusX > 0) || !(radiusY > 0)) return;
-  // Angles are those of a ray from the centre, not those of the circle that the ellipse is made of.
-  const auto turned = [&](double degrees) {
-    const double angle = degrees * kPi / 180;
-    const double on = std::atan2(std::sin(angle) * radiusX, std::cos(angle) * radiusY);
-    return on + 2 * kPi * std::round((angle - on) / (2 * kPi));
-  };
   start = std::fmod(start, 360);
   sweep = std::clamp(sweep, -360.0, 360.0);
-  const double from = turned(start), all = turned(start + sweep) - from;
-  const int parts = std::max(static_cast<int>(std::ceil(std::fabs(all) / (kPi / 2) - 1e-6)), 1);
+  double angle = angleOn(start, radiusX, radiusY);
+  const double all = angleOn(start + sweep, radiusX, radiusY) - angle;
+  const double parts = std::max(std::ceil(std::fabs(all) / (kPi / 2) - 1e-6), 1.0);
   const double step = all / parts, reach = 4.0 / 3 * std::tan(step / 4);
-  const auto on = [&](double angle, double along) {
+  const auto add = [&](double along, uint8_t type) {
     const double cosine = std::cos(angle), sine = std::sin(angle);
-    return Point{x + radiusX * (cosine - along * sine), y + radiusY * (sine + along * cosine)};
+    Add({x + radiusX * (cosine - along * sine), y + radiusY * (sine + along * cosine)}, type);
   };
   if (isPie) Add({x, y}, kStart);
-  Add(on(from, 0), isPie ? kLine : kStart);
-  for (int i = 0; i < parts; ++i) {
-    const double angle = from + step * i;
-    Add(on(angle, reach), kCurve);
-    Add(on(angle + step, -reach), kCurve);
-    Add(on(angle + step, 0), kCurve);
+  add(0, isPie ? kLine : kStart);
+  for (int left = static_cast<int>(parts); left > 0; --left) {
+    add(reach, kCurve);
+    angle += step;
+    add(-reach, kCurve);
+    add(0, kCurve);
   }
   if (isPie) Close();
 }
@@ -103,47 +96,38 @@ void PlusOutline::AddPath(ByteView path) {
   PlusReader reader(path);
   reader.U32();  // version
   const uint32_t count = reader.U32(), flags = reader.U32();
-  const size_t before = points.size();
-  reader.Points(count, pointForm(flags), points);
-  const size_t end = points.size();
   if (flags & kPlusOption) rule = FillRule::kNonZero;
+  size_t at = points.size();
+  reader.Points(count, flags, *this, kLine);
   // Types in runs have a bit that no type has.
   const bool isInRuns = (flags & 0x1000) || ((flags & kPlusRelative) && (reader.rest().u8(0) & 0x40));
-  types.reserve(end);
-  while (types.size() < end && reader.left() > 0) {
-    size_t run = 1;
-    if (isInRuns) run = reader.U8() & 0x3F;
-    const uint8_t type = reader.U8();
-    types.insert(types.end(), std::min(run, end - types.size()), type);
+  for (bool isFirst = true; at < points.size() && reader.left() > 0;) {
+    unsigned run = isInRuns ? reader.Take(1).u8(0) & 0x3F : 1;
+    const uint8_t type = reader.Take(1).u8(0);
+    for (; run > 0 && at < points.size(); --run, isFirst = false) points[at++].type = isFirst ? kStart : type;
   }
-  types.resize(end, kLine);
-  if (end > before) types[before] &= static_cast<uint8_t>(~kKind);
 }
 
-void PlusOutline::Move(const Matrix& matrix) {
-  for (Point& p : points) p = matrix(p);
+void PlusOutline::Move(const Matrix& matrix, size_t from) {
+  for (; from < points.size(); ++from) points[from].at = matrix(points[from].at);
 }
 
-PathData PlusOutline::Data() const {
-  PathData data;
-  const size_t n = points.size();
-  for (size_t i = 0; i < n; ++i) {
-    const uint8_t kind = types[i] & kKind;
-    if (kind == kStart) {
+void PlusOutline::Put(PathData& data) const {
+  const Corner* const end = points.data() + points.size();
+  for (const Corner* p = points.data(); p < end; ++p) {
+    if (p->kind() == kStart) {
       // A figure of a point alone shows nothing.
-      if (i + 1 < n && (types[i + 1] & kKind) != kStart) data.MoveTo(points[i]);
+      if (p + 1 < end && p[1].kind() != kStart) data.MoveTo(p->at);
       continue;
     }
-    if (kind == kCurve && i + 2 < n && (types[i + 1] & kKind) == kCurve && (types[i + 2] & kKind) == kCurve) {
-      data.CurveTo(points[i], points[i + 1], points[i + 2]);
-      i += 2;
+    if (p->kind() == kCurve && end - p > 2 && p[1].kind() == kCurve && p[2].kind() == kCurve) {
+      data.CurveTo(p->at, p[1].at, p[2].at);
+      p += 2;
     } else {
-      data.LineTo(points[i]);
+      data.LineTo(p->at);
     }
-    // Closed, and not followed by a start, it goes on from where it began.
-    if (types[i] & kClose) data.Close();
+    if (p->type & kClose) data.Close();
   }
-  return data;
 }
 
 }  // namespace pagerex

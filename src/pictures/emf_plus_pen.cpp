@@ -17,7 +17,7 @@ constexpr uint32_t kHasMatrix = 1, kHasStartCap = 2, kHasEndCap = 4, kHasJoin = 
 
 // Caps.
 constexpr uint32_t kSquare = 1, kRound = 2, kTriangle = 3, kSquareAnchor = 0x11, kRoundAnchor = 0x12,
-                   kDiamondAnchor = 0x13, kArrowAnchor = 0x14;
+                   kArrowAnchor = 0x14;
 
 /// Dashes and gaps in widths of the line, by style; 0 ends them.
 constexpr uint8_t kDashes[][7] = {
@@ -32,68 +32,46 @@ Stroke::Cap capOf(uint32_t cap) {
   return cap == kRound || cap == kTriangle ? Stroke::Cap::kRound : Stroke::Cap::kButt;
 }
 
-bool isAnchor(const PlusPen::End& end) {
-  return (end.cap >= kSquareAnchor && end.cap <= kArrowAnchor) || !end.custom.empty();
-}
-
-/// A shape at the end of a line, as wide as its points tell in widths of the line: x goes out of the line.
+/// Shapes at the ends of lines, whose x goes out of the line: from a square on. A width of the line is 1.
 struct Anchor {
-  PlusOutline shape;
-  bool isFilled = true;
-  double inset = 0;  ///< how much the line is shorter
+  uint8_t count;
+  float x[4], y[4];
+};
+constexpr Anchor kAnchors[] = {
+    {4, {-0.75F, 0.75F, 0.75F, -0.75F}, {-0.75F, -0.75F, 0.75F, 0.75F}},
+    {0, {}, {}},  // round
+    {4, {-1, 0, 1, 0}, {0, -1, 0, 1}},
+    {3, {-1.732F, 0, -1.732F}, {-1, 0, 1}},
 };
 
-/// An arrow whose size is set.
-void makeArrow(PlusReader& reader, Anchor& anchor) {
-  const double width = reader.Real(), height = reader.Real(), inset = reader.Real();
-  anchor.isFilled = reader.U32() != 0;
-  reader.Take(16);  // caps and joins of its own
-  const double scale = reader.Real();
-  const double size = scale > 0 ? scale : 1;
-  const Point corners[] = {{-height * size, -width / 2 * size},
-                           {0, 0},
-                           {-height * size, width / 2 * size},
-                           {(inset - height) * size, 0}};
-  anchor.shape.AddLines(std::span(corners, anchor.isFilled ? 4 : 3), anchor.isFilled);
-  if (anchor.isFilled && width > 0) anchor.inset = std::min(height / width, (height - inset) * size);
-}
-
-/// A path of the file's own, which has y out of the line.
-void makeCustom(PlusReader& reader, Anchor& anchor) {
-  constexpr uint32_t kHasFill = 1, kHasLine = 2;
+/// The shape of a cap that is an object. True for one that is filled; `inset` becomes what the line is
+/// shorter by.
+bool addCustom(ByteView custom, PlusOutline& shape, double& inset) {
+  constexpr uint32_t kFillPath = 1, kLinePath = 2, kArrow = 1;
+  PlusReader reader(custom.part(8));
+  if (custom.u32(4) == kArrow) {
+    const double width = reader.Real(), height = reader.Real(), notch = reader.Real() - height;
+    const bool isFilled = reader.U32() != 0;
+    shape.Add({-height, -width / 2}, PlusOutline::kStart);
+    shape.Add({}, PlusOutline::kLine);
+    shape.Add({-height, width / 2}, PlusOutline::kLine);
+    if (!isFilled) return false;
+    shape.Add({notch, 0}, PlusOutline::kLine | PlusOutline::kClose);
+    if (width > 0) inset = std::min(height / width, -notch);
+    return true;
+  }
   const uint32_t flags = reader.U32();
   reader.U32();  // cap below it
-  anchor.inset = reader.Real();
-  reader.Take(16);  // caps and joins of its own
-  const double scale = reader.Real(), size = scale > 0 ? scale : 1;
+  inset = reader.Real();
+  reader.Take(16);  // caps and joins
+  const double told = reader.Real(), scale = told > 0 ? told : 1;
+  inset *= scale;
   reader.Take(16);  // where it is hot
-  anchor.isFilled = flags & kHasFill;
-  anchor.inset *= size;
-  if (flags & (kHasFill | kHasLine)) anchor.shape.AddPath(reader.Take(reader.Count(1)));
-  anchor.shape.Move({0, size, size, 0, 0, 0});
-}
-
-Anchor makeAnchor(const PlusPen::End& end) {
-  Anchor anchor;
-  PlusOutline& shape = anchor.shape;
-  constexpr double kSide = 0.75, kReach = 1, kArrow = 1.732;
-  if (!end.custom.empty()) {
-    PlusReader reader(end.custom);
-    reader.U32();  // version
-    reader.U32() == 1 ? makeArrow(reader, anchor) : makeCustom(reader, anchor);
-  } else if (end.cap == kSquareAnchor) {
-    shape.AddBox({-kSide, -kSide, kSide, kSide});
-  } else if (end.cap == kRoundAnchor) {
-    shape.AddEllipse({-kReach, -kReach, kReach, kReach});
-  } else if (end.cap == kDiamondAnchor) {
-    const Point corners[] = {{-kReach, 0}, {0, -kReach}, {kReach, 0}, {0, kReach}};
-    shape.AddLines(corners, true);
-  } else {
-    const Point corners[] = {{-kArrow, -kReach}, {0, 0}, {-kArrow, kReach}};
-    shape.AddLines(corners, true);
-    anchor.inset = kArrow / 2;
-  }
-  return anchor;
+  const size_t before = shape.points.size();
+  if (flags & (kFillPath | kLinePath)) shape.AddPath(reader.TakeCounted());
+  // It has y out of the line.
+  shape.Move({0, scale, scale, 0, 0, 0}, before);
+  return flags & kFillPath;
 }
 
 }  // namespace
@@ -112,8 +90,8 @@ bool PlusState::MakePen(uint32_t id, PlusPen& pen) {
   if (flags & kHasMatrix) width *= reader.RealMatrix().Scale();
   // What is thinner than a pixel is a pixel wide.
   stroke.width = width = std::max(width, canvas_.pixel());
-  pen.start.cap = field(kHasStartCap);
-  pen.end.cap = field(kHasEndCap);
+  pen.ends[0].cap = field(kHasStartCap);
+  pen.ends[1].cap = field(kHasEndCap);
   stroke.join = kJoins[std::min<size_t>(field(kHasJoin), std::size(kJoins) - 1)];
   if (flags & kHasMiterLimit) stroke.miterLimit = static_cast<float>(reader.Real());
   const uint32_t style = field(kHasStyle), dashCap = field(kHasDashCap);
@@ -130,57 +108,70 @@ bool PlusState::MakePen(uint32_t id, PlusPen& pen) {
   }
   field(kHasAlignment);
   if (flags & kHasCompound) reader.Take(reader.Count(4) * size_t{4});
-  if (flags & kHasCustomStart) pen.start.custom = reader.Take(reader.Count(1));
-  if (flags & kHasCustomEnd) pen.end.custom = reader.Take(reader.Count(1));
-  stroke.cap = capOf(stroke.dashCount > 0 ? dashCap : pen.start.cap);
-  if (stroke.dashCount == 0 && stroke.cap == Stroke::Cap::kButt) stroke.cap = capOf(pen.end.cap);
-  stroke.paint = KeptPaint(objects_[id], reader.rest());
+  if (flags & kHasCustomStart) pen.ends[0].custom = reader.TakeCounted();
+  if (flags & kHasCustomEnd) pen.ends[1].custom = reader.TakeCounted();
+  stroke.cap = capOf(stroke.dashCount > 0 ? dashCap : pen.ends[0].cap);
+  if (stroke.dashCount == 0 && stroke.cap == Stroke::Cap::kButt) stroke.cap = capOf(pen.ends[1].cap);
+  stroke.paint = KeptPaint(id, reader.rest());
   return true;
 }
 
 /// Draws the outline, and shapes at the ends of its open figures.
-void PlusState::DrawWithEnds(const PlusPen& pen) {
-  if (!isAnchor(pen.start) && !isAnchor(pen.end)) {
-    canvas_.Draw(outline_.Data(), {}, FillRule::kNonZero, pen.stroke);
-    return;
+void PlusState::DrawOutline(uint32_t penId) {
+  PlusPen pen;
+  if (!MakePen(penId, pen)) return;
+  outline_.Move(WorldToCanvas());
+  other_.clear();
+  bool isFilled = false;
+  const auto& points = outline_.points;
+  const bool hasShapes = pen.ends[0].isShape() || pen.ends[1].isShape();
+  for (size_t begin = 0, end = 0; hasShapes && begin < points.size(); begin = end) {
+    bool isOpen = true;
+    for (end = begin + 1; end < points.size() && points[end].kind() != PlusOutline::kStart; ++end)
+      isOpen &= (points[end].type & PlusOutline::kClose) == 0;
+    if (!isOpen) continue;
+    isFilled |= PutEnd(pen, 0, begin, end - 1);
+    isFilled |= PutEnd(pen, 1, end - 1, begin);
   }
-  const Anchor anchors[] = {makeAnchor(pen.start), makeAnchor(pen.end)};
-  const bool isThere[] = {isAnchor(pen.start), isAnchor(pen.end)};
-  PathData shapes[2];  // drawn and filled ones
-  auto& points = outline_.points;
-  const auto put = [&](size_t which, size_t at, size_t towards, size_t last) {
-    // The line's way at its end is that from the nearest point which is elsewhere.
-    const Point end = points[at];
-    const size_t step = towards > at ? 1 : SIZE_MAX;
-    while (towards != last && points[towards].x == end.x && points[towards].y == end.y) towards += step;
-    const double x = end.x - points[towards].x, y = end.y - points[towards].y, length = std::hypot(x, y);
-    if (!isThere[which] || !(length > 0)) return;
-    const double width = pen.stroke.width, alongX = x / length, alongY = y / length;
-    const Anchor& anchor = anchors[which];
-    PlusOutline shape = anchor.shape;
-    shape.Move({alongX * width, alongY * width, -alongY * width, alongX * width, end.x, end.y});
-    shapes[anchor.isFilled].Append(shape.Data());
-    const double inset = anchor.inset * width;
-    if (inset < length) points[at] = {end.x - alongX * inset, end.y - alongY * inset};
-  };
-  const auto& types = outline_.types;
-  for (size_t begin = 0; begin < points.size();) {
-    size_t end = begin + 1;
-    bool isClosed = false;
-    while (end < points.size() && (types[end] & PlusOutline::kKind) != PlusOutline::kStart) {
-      isClosed |= (types[end++] & PlusOutline::kClose) != 0;
-    }
-    if (!isClosed && end - begin > 1) {
-      put(0, begin, begin + 1, end - 1);
-      put(1, end - 1, end - 2, begin);
-    }
-    begin = end;
+  canvas_.Draw(CanvasPath(), {}, FillRule::kNonZero, pen.stroke);
+  if (other_.points.empty()) return;
+  path_.clear();
+  other_.Put(path_);
+  pen.stroke.dashCount = 0;
+  if (isFilled) return canvas_.Fill(path_, pen.stroke.paint);
+  canvas_.Draw(path_, {}, FillRule::kNonZero, pen.stroke);
+}
+
+/// What stands where a figure begins or ends. True for what is filled.
+bool PlusState::PutEnd(const PlusPen& pen, size_t which, size_t at, size_t other) {
+  const PlusPen::End& cap = pen.ends[which];
+  Point& end = outline_.points[at].at;
+  // The line's way at its end is that from the nearest point which is elsewhere.
+  Point way;
+  for (size_t i = at; i != other && way.x == 0 && way.y == 0;) {
+    i += at < other ? 1 : SIZE_MAX;
+    way = {end.x - outline_.points[i].at.x, end.y - outline_.points[i].at.y};
   }
-  canvas_.Draw(outline_.Data(), {}, FillRule::kNonZero, pen.stroke);
-  Stroke line = pen.stroke;
-  line.dashCount = 0;
-  canvas_.Draw(shapes[0], {}, FillRule::kNonZero, line);
-  canvas_.Fill(shapes[1], pen.stroke.paint);
+  const double length = std::hypot(way.x, way.y);
+  if (!cap.isShape() || !(length > 0) || !Afford(cap.custom.size())) return false;
+  const size_t before = other_.points.size(), number = cap.cap - kSquareAnchor;
+  double inset = 0;
+  bool isFilled = true;
+  if (!cap.custom.empty()) {
+    isFilled = addCustom(cap.custom, other_, inset);
+  } else if (cap.cap == kRoundAnchor) {
+    other_.AddEllipse({-1, -1, 1, 1});
+  } else if (number < std::size(kAnchors)) {
+    const Anchor& anchor = kAnchors[number];
+    for (size_t i = 0; i < anchor.count; ++i)
+      other_.Add({anchor.x[i], anchor.y[i]}, i == 0 ? PlusOutline::kStart : PlusOutline::kLine);
+    if (cap.cap == kArrowAnchor) inset = 1;
+  }
+  const double width = pen.stroke.width, x = way.x / length, y = way.y / length;
+  other_.Move({x * width, y * width, -y * width, x * width, end.x, end.y}, before);
+  inset *= width;
+  if (inset < length) end = {end.x - x * inset, end.y - y * inset};
+  return isFilled;
 }
 
 }  // namespace pagerex

@@ -1,6 +1,6 @@
-#include "pictures/emf_plus_reader.h"
-
 #include <algorithm>
+
+#include "pictures/emf_plus_outline.h"
 
 namespace pagerex {
 
@@ -8,6 +8,14 @@ ByteView PlusReader::Take(size_t size) {
   const ByteView taken = rest_.part(0, size);
   rest_ = rest_.part(taken.size());
   return taken;
+}
+
+uint16_t PlusReader::U16() {
+  return Take(2).u16(0);
+}
+
+uint32_t PlusReader::U32() {
+  return Take(4).u32(0);
 }
 
 double PlusReader::Real() {
@@ -26,10 +34,14 @@ Matrix PlusReader::RealMatrix() {
   return {n[0], n[1], n[2], n[3], n[4], n[5]};
 }
 
-Box PlusReader::Rectangle(bool isCompressed) {
+Box PlusReader::Rectangle(uint32_t flags) {
   double n[4];
-  for (double& each : n) each = isCompressed ? static_cast<int16_t>(U16()) : Real();
+  for (double& each : n) each = flags & kPlusCompressed ? static_cast<int16_t>(U16()) : Real();
   return {n[0], n[1], n[0] + n[2], n[1] + n[3]};
+}
+
+ByteView PlusReader::TakeCounted() {
+  return Take(U32());
 }
 
 uint32_t PlusReader::Count(size_t size) {
@@ -38,31 +50,26 @@ uint32_t PlusReader::Count(size_t size) {
 
 /// 7 bits with a sign in a byte, or 15 in two, which have the highest bit set and the high byte first.
 int32_t PlusReader::RelativeNumber() {
-  const int32_t first = U8();
+  const int32_t first = Take(1).u8(0);
   if ((first & 0x80) == 0) return (first ^ 0x40) - 0x40;
-  return (((first & 0x7F) << 8 | U8()) ^ 0x4000) - 0x4000;
+  return (((first & 0x7F) << 8 | Take(1).u8(0)) ^ 0x4000) - 0x4000;
 }
 
-void PlusReader::Points(uint32_t count, PointForm form, std::vector<Point>& out) {
-  constexpr uint8_t kLeast[] = {8, 4, 2};
-  const size_t there = std::min<size_t>(count, left() / kLeast[static_cast<size_t>(form)]);
-  out.reserve(out.size() + there);
+void PlusReader::Points(uint32_t count, uint32_t flags, PlusOutline& out, uint8_t type) {
   Point at;
-  for (size_t i = 0; i < there; ++i) {
-    switch (form) {
-      case PointForm::kReal:
-        at = RealPoint();
-        break;
-      case PointForm::kCompressed:
-        at.x = static_cast<int16_t>(U16());
-        at.y = static_cast<int16_t>(U16());
-        break;
-      case PointForm::kRelative:
-        at.x += RelativeNumber();
-        at.y += RelativeNumber();
-        break;
+  uint8_t next = PlusOutline::kStart;
+  for (; count > 0 && left() > 0; --count) {
+    if (flags & kPlusRelative) {
+      at.x += RelativeNumber();
+      at.y += RelativeNumber();
+    } else if (flags & kPlusCompressed) {
+      at.x = static_cast<int16_t>(U16());
+      at.y = static_cast<int16_t>(U16());
+    } else {
+      at = RealPoint();
     }
-    out.push_back(at);
+    out.Add(at, next);
+    next = type;
   }
 }
 

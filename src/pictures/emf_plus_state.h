@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "base/symbol_characters.h"
 #include "pictures/emf_plus_outline.h"
-#include "pictures/emf_plus_reader.h"
 #include "pictures/svg_canvas.h"
 
 namespace pagerex {
@@ -44,8 +44,8 @@ struct PlusGraphics {
   uint32_t outerClip = 0;  ///< of the container
   uint32_t clip = 0;
   bool isClipBox = false;  ///< `clip` is the part of `outerClip` in `clipBox`, which has units of the canvas
+  bool isSharp = false;    ///< images have pixels that are seen
   Box clipBox;
-  bool isSharp = false;  ///< images have pixels that are seen
 };
 
 /// A pen for one outline, in units of the canvas.
@@ -53,20 +53,11 @@ struct PlusPen {
   struct End {
     uint32_t cap = 0;
     ByteView custom;
+    bool isShape() const { return (cap & 0xF0) == 0x10 || !custom.empty(); }
   };
   Stroke stroke;
-  End start, end;
+  End ends[2];  ///< where lines begin and end
 };
-
-/// A shape that clips.
-struct PlusClipShape {
-  PathData path;
-  FillRule rule = FillRule::kEvenOdd;
-  ByteView region;           ///< instead of a path
-  const Box* box = nullptr;  ///< that the path is
-};
-
-struct PlusImage;
 
 /// What EMF+ records change and draw with.
 class PlusState {
@@ -76,13 +67,23 @@ class PlusState {
   bool Play(ByteView records);
   bool isDeviceLent() const { return isDeviceLent_; }
 
+ private:
   struct Record {
-    uint16_t flags;
+    uint16_t type, flags;
     PlusReader data;
 
     uint8_t id() const { return flags & 0xFF; }
-    bool isCompressed() const { return flags & kPlusCompressed; }
+    bool hasOption() const { return flags & kPlusOption; }
   };
+  using Step = void (PlusState::*)(Record&);
+  static const Step kSteps[];
+
+  void PlayRecord(Record& record);
+  ByteView Find(uint32_t id, PlusType type);
+  bool Afford(size_t work);
+  Matrix WorldToPixels() const;
+  Matrix WorldToCanvas() const { return WorldToPixels() * device_; }
+  double PixelsOf(uint32_t unit) const;
 
   // Shapes of records, in world units.
   void Rectangles(Record& record);
@@ -90,7 +91,6 @@ class PlusState {
   void Lines(Record& record);
   void Ellipse(Record& record);
   void Pie(Record& record);
-  void Arc(Record& record);
   void ClosedCurve(Record& record);
   void Curve(Record& record);
   void Beziers(Record& record);
@@ -104,79 +104,49 @@ class PlusState {
   void FillPath(Record& record);
   void DrawPath(Record& record);
   void DrawImage(Record& record);
-  void DrawImagePoints(Record& record);
   void DrawString(Record& record);
   void DrawDriverString(Record& record);
   void SetInterpolation(Record& record);
   void Save(Record& record);
   void Restore(Record& record);
   void BeginContainer(Record& record);
-  void BeginBareContainer(Record& record);
   void SetWorld(Record& record);
-  void ResetWorld(Record& record);
-  void MultiplyWorld(Record& record);
-  void TranslateWorld(Record& record);
-  void ScaleWorld(Record& record);
-  void RotateWorld(Record& record);
+  void ChangeWorld(Record& record);
   void SetPage(Record& record);
   void ResetClip(Record& record);
   void ClipBox(Record& record);
-  void ClipPath(Record& record);
-  void ClipRegion(Record& record);
+  void ClipShape(Record& record);
   void OffsetClip(Record& record);
-  void SetServerGraphics(Record& record);
-  void SetServerClip(Record& record);
   void Skip(Record&) {}
   void Miss(Record&) { isWhole_ = false; }
 
- private:
-  struct Step;
-  static const Step kSteps[];
-
-  void PlayRecord(uint16_t type, Record record);
-  void PutObject(uint8_t id, PlusType type, ByteView bytes);
-  /// The object's bytes, which none has that is of another type, or was used too often already.
-  ByteView Find(uint32_t id, PlusType type);
-  bool Afford(size_t work);
-
-  Matrix WorldToPixels() const;  ///< of the device
-  Matrix WorldToCanvas() const { return WorldToPixels() * device_; }
-  double PixelsOf(uint32_t unit) const;
-  void ChangeWorld(const Record& record, const Matrix& change);
-  void Push(uint32_t index);
-  void Enter(uint32_t index, const Matrix& inner);
-
-  void Read(Record& record, uint32_t count);
+  /// The outline as a path on the canvas, which takes the clip that is set.
+  const PathData& CanvasPath();
   void FillOutline(const Paint& paint);
+  void FillAll(const Paint& paint);
   void DrawOutline(uint32_t penId);
 
   // Brushes and pens.
-  Paint FillPaint(const Record& record, uint32_t brush);
-  Paint InkOf(const Record& record, uint32_t brush);
-  Paint MakePaint(ByteView brush, const Matrix& matrix);
-  Paint KeptPaint(PlusObject& object, ByteView brush);
-  Paint HatchPaint(PlusReader reader);
-  Paint TexturePaint(PlusReader reader, const Matrix& matrix);
-  Paint LinearPaint(PlusReader reader, const Matrix& matrix);
-  Paint PathGradientPaint(PlusReader reader, const Matrix& matrix);
+  Paint FillPaint(const Record& record, uint32_t brush, bool isInk = false);
+  Paint KeptPaint(uint32_t id, ByteView brush, bool isInk = false);
+  Paint MakePaint(ByteView brush, const Matrix& matrix, bool isInk);
+  Paint HatchPaint(PlusReader& reader);
+  Paint TexturePaint(PlusReader& reader, const Matrix& matrix);
+  Paint LinearPaint(PlusReader& reader, const Matrix& matrix);
+  Paint PathGradientPaint(PlusReader& reader, const Matrix& matrix);
+  void ReadStops(PlusReader& reader, uint32_t flags, uint32_t from, uint32_t to);
   bool MakePen(uint32_t id, PlusPen& pen);
-  void DrawWithEnds(const PlusPen& pen);
-
-  // Clips.
-  uint32_t Part(const PlusClipShape& shape, uint32_t within, bool isOutside);
-  uint32_t RegionPart(PlusReader& reader, uint32_t within, bool isOutside, int depth);
-  uint32_t LeafPart(PlusReader& reader, uint32_t type, uint32_t within, bool isOutside);
-  void CombineClip(uint32_t mode, const PlusClipShape& shape);
-  PathData Everything() const;
-
-  // Images.
-  void PutImage(uint32_t id, const Box& source, const Matrix& place);
+  bool PutEnd(const PlusPen& pen, size_t which, size_t at, size_t other);
 
   // Text.
-  struct Font;
-  struct Layout;
-  bool MakeFont(uint32_t id, Font& font);
-  void PutLines(const Font& font, const Layout& layout, std::u16string_view text);
+  SymbolFont ReadFont(uint32_t id, TextLook& look);
+  void ReadText(PlusReader& reader, uint32_t count, bool hasHotkeys, SymbolFont symbols);
+
+  // Clips.
+  uint32_t Part(ByteView region, uint32_t within, bool isOutside);
+  uint32_t RegionPart(PlusReader& reader, uint32_t within, bool isOutside, int depth);
+  bool TakeLeaves(PlusReader& reader);
+  void CombineClip(uint32_t mode, ByteView region);
 
   SvgCanvas& canvas_;
   const Matrix device_;
@@ -197,9 +167,16 @@ class PlusState {
     PlusGraphics graphics;
   };
   std::vector<Saved> saved_;
-  std::vector<Point> points_;
-  PlusOutline outline_;
   uint32_t regionNodes_ = 0;  ///< that may still be visited
+
+  // Of the record that is played.
+  PlusOutline outline_, other_;
+  bool isBox_ = false;  ///< the outline that clips
+  PathData path_;
+  std::vector<GradientStop> stops_;
+  std::string family_;
+  std::u16string text_;
+  std::vector<double> advances_;
 };
 
 }  // namespace pagerex

@@ -50,7 +50,7 @@ void EmfPlayer::Line(ByteView record, int form) {
   const Point at = pointAt(record, 8);
   if (form == kMove) return gdi_.MoveTo(at);
   if (form == kLine) return gdi_.LineTo(at);
-  gdi_.Pixel(at, rgbOf(record.u32(16)));
+  gdi_.Pixel(at, gdi_.rgbOf(record.u32(16)));
 }
 
 void EmfPlayer::Shape(ByteView record, int form) {
@@ -169,10 +169,10 @@ void EmfPlayer::Value(ByteView record, int form) {
       state.textAlign = value;
       break;
     case kTextColour:
-      state.textColour = rgbOf(value);
+      state.textColour = gdi_.rgbOf(value);
       break;
     case kGroundColour:
-      state.groundColour = rgbOf(value);
+      state.groundColour = gdi_.rgbOf(value);
       break;
     case kArcDirection:
       state.isArcClockwise = value == 2;

@@ -7,6 +7,7 @@ constexpr size_t kMostObjects = 0x10000, kDeepestSave = 256;
 
 /// Units of an inch in the map modes from 2 on, whose y points up.
 constexpr double kUnitsPerInch[] = {254, 2540, 100, 1000, 1440};
+constexpr uint32_t kCopyRegion = 5;
 constexpr uint32_t kLowMetric = 2, kTwips = 6, kIsotropic = 7;
 
 struct StockRow {
@@ -90,6 +91,7 @@ void Gdi::SelectObject(const GdiObject& object) {
   if (object.kind == GdiObject::Kind::kBrush) state.brush = object.brush;
   if (object.kind == GdiObject::Kind::kFont) state.font = object.font;
   if (object.kind == GdiObject::Kind::kPalette) state.palette = object.bytes;
+  if (object.kind == GdiObject::Kind::kRegion) ClipRegion(object.region, FillRule::kNonZero, kCopyRegion);
 }
 
 void Gdi::SelectStock(uint32_t number) {

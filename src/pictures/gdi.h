@@ -96,6 +96,11 @@ class Gdi {
 
   SvgCanvas& canvas() { return canvas_; }
   const GdiState& state() const { return state_; }
+  /// 0xRRGGBB of a file's colour, which may be an entry of the palette.
+  uint32_t rgbOf(uint32_t colourRef) const {
+    const bool isIndex = colourRef >> 24 == 1;
+    return pagerex::rgbOf(isIndex ? state_.palette.u32(size_t{colourRef & 0xFFFF} * 4) : colourRef);
+  }
   /// To set what neither moves nor clips.
   GdiState& change() {
     FlushLines();

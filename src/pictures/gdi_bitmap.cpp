@@ -21,7 +21,7 @@ Matrix Gdi::PlaceOf(const BitmapRecord& record) {
 
 void Gdi::Bitmap(const BitmapRecord& record) {
   FlushLines();
-  if (!needsSource(record.rop3)) {
+  if (!needsSource(record.rop3) && !record.change.mask) {
     FlushMask();
     return Pattern(record.to, record.rop3);
   }

@@ -259,8 +259,9 @@ void Gdi::Arc(const Box& box, Point start, Point end, ArcKind kind) {
   const double first = degreesOf(start);
   double sweep = degreesOf(end) - first;
   const Matrix& to = map();
-  // Clockwise is as one sees it: the other way round where the map turns the picture over.
-  const bool isRising = state_.isArcClockwise != (to.a * to.d - to.b * to.c < 0);
+  // Clockwise is as one sees it before the world turns it over, but after the page does.
+  const auto isTurnedOver = [](const Matrix& m) { return m.a * m.d - m.b * m.c < 0; };
+  const bool isRising = state_.isArcClockwise != (isTurnedOver(to) != isTurnedOver(state_.world));
   while (sweep <= 0) sweep += 360;
   if (!isRising) sweep -= 360;
   if (sweep == 0) sweep = -360;
@@ -282,6 +283,7 @@ void Gdi::Arc(const Box& box, Point start, Point end, ArcKind kind) {
 }
 
 void Gdi::AngleArc(Point centre, double radius, double startDegrees, double sweepDegrees) {
+  if (!std::isfinite(startDegrees) || !std::isfinite(sweepDegrees)) return;
   figure_.clear();
   PathData& path = isInPath_ ? path_ : figure_;
   GoFromCurrent(path);
@@ -311,8 +313,14 @@ void Gdi::FrameRegion(const PathData& region, const Brush& brush, double width) 
   FlushLines();
   Stroke stroke;
   stroke.paint = FillOf(brush, binaryStep(state_.rop2).function);
-  stroke.width = std::max(std::fabs(width) * map().Scale(), canvas_.pixel());
+  // The half of it that lies in the region.
+  stroke.width = 2 * std::max(std::fabs(width) * map().Scale(), canvas_.pixel());
+  stroke.join = Stroke::Join::kMiter;
+  const ClipArea before = state_.clip;
+  constexpr uint32_t kAnd = 1;
+  ClipRegion(region, FillRule::kNonZero, kAnd);
   Draw(region, {}, FillRule::kNonZero, stroke);
+  state_.clip = before;
 }
 
 void Gdi::InvertRegion(const PathData& region) {

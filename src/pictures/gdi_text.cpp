@@ -60,11 +60,15 @@ void Gdi::Text(const TextRecord& record) {
     if (font.width != 0)
       widen = std::clamp(std::fabs(font.width) * squeeze / (measures.mean * em), 0.1, 10.0);
     across = estimatedWidth(shown, measures) * em;
-    if (state_.characterExtra != 0 && !shown.empty()) {
+    if (state_.characterExtra != 0 || state_.breakExtra != 0) {
       // What is set apart has a width of its own.
-      const double each = across / static_cast<double>(shown.size()) + state_.characterExtra * squeeze;
-      advances.assign(shown.size(), std::max(each, 0.0));
-      across = each * static_cast<double>(shown.size());
+      across = 0;
+      for (const char16_t& c : shown) {
+        const double extra = state_.characterExtra + (c == ' ' ? state_.breakExtra : 0);
+        advances.push_back(std::max(estimatedWidth({&c, 1}, measures) * em * widen + extra * squeeze, 0.0));
+        across += advances.back();
+      }
+      widen = 1;
     }
   }
 

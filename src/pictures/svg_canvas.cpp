@@ -256,7 +256,8 @@ uint32_t SvgCanvas::AddTile(const Matrix& matrix, double width, double height, s
   return servers_;
 }
 
-uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image) {
+uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image,
+                                 std::string_view mediaType) {
   const size_t begin = out_.size();
   AddTile(matrix, width, height, {});
   out_.resize(out_.size() - std::string_view("</pattern>").size());
@@ -265,7 +266,7 @@ uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double heig
   PutAttribute("height", height);
   out_ += " preserveAspectRatio=\"none\"";
   isInTile_ = true;
-  const bool isThere = PutImage("image/png", image);
+  const bool isThere = PutImage(mediaType, image);
   isInTile_ = false;
   if (!isThere) {
     out_.resize(begin);

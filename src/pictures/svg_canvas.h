@@ -86,7 +86,8 @@ class SvgCanvas {
   /// A tile of `width` x `height` units that repeats from `matrix`'s origin on, and turns with it.
   uint32_t AddTile(const Matrix& matrix, double width, double height, std::string_view content);
   /// As above, with an image in the tile.
-  uint32_t AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image);
+  uint32_t AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image,
+                        std::string_view mediaType = "image/png");
   uint32_t AddLinearGradient(const Matrix& matrix, Point from, Point to, std::span<const GradientStop> stops,
                              Spread spread);
   uint32_t AddRadialGradient(const Matrix& matrix, Point centre, double radius, Point focus,

@@ -107,7 +107,12 @@ void SvgCanvas::PutWords(std::u16string_view text, std::span<const double> advan
   while (at < text.size()) {
     size_t end = at;
     while (end < text.size() && text[end] != ' ') ++end;
-    const double length = sumOf(advances.subspan(at, end - at)) * scale;
+    double length = sumOf(advances.subspan(at, end - at)) * scale;
+    // What is set far apart is set letter by letter, each at its own distance.
+    if (length > static_cast<double>(end - at) * size * 1.1) {
+      end = at + (end - at > 1 && (text[at] & 0xFC00) == 0xD800 ? 2 : 1);
+      length = sumOf(advances.subspan(at, end - at)) * scale;
+    }
     if (end > at) {
       out_ += "<tspan";
       PutAttribute("x", std::round(left));

@@ -29,7 +29,7 @@ void WmfPlayer::CreatePen(ByteView record, int) {
   object.pen.style = record.u16(6);
   object.pen.width = record.i16(8);
   object.pen.isCosmetic = record.i16(8) == 0;
-  object.pen.brush.rgb = rgbOf(record.u32(12));
+  object.pen.brush.rgb = gdi_.rgbOf(record.u32(12));
   Create(std::move(object));
 }
 
@@ -40,7 +40,7 @@ void WmfPlayer::CreateBrush(ByteView record, int) {
   object.brush.kind = style == 1   ? Brush::Kind::kNull
                       : style == 2 ? Brush::Kind::kHatched
                                    : Brush::Kind::kSolid;
-  object.brush.rgb = rgbOf(record.u32(8));
+  object.brush.rgb = gdi_.rgbOf(record.u32(8));
   object.brush.hatch = record.u8(12);
   Create(std::move(object));
 }
@@ -162,7 +162,7 @@ Dib WmfPlayer::DeviceBitmap(ByteView bytes, size_t bits) {
   if (width <= 0 || height <= 0 || stride == 0 || !bytes.contains(bits, 1)) return {};
   const size_t padded = (stride + 3) & ~size_t{3};
   const size_t rows = std::min<size_t>(static_cast<size_t>(height), (bytes.size() - bits) / stride);
-  std::vector<uint8_t>& made = made_.emplace_back(kHeader + 8 + rows * padded);
+  std::vector<uint8_t>& made = made_.emplace_back(kHeader + rows * padded);
   const auto put = [&made](size_t at, uint32_t value) {
     for (int i = 0; i < 4; ++i) made[at + static_cast<size_t>(i)] = static_cast<uint8_t>(value >> 8 * i);
   };
@@ -170,14 +170,13 @@ Dib WmfPlayer::DeviceBitmap(ByteView bytes, size_t bits) {
   put(4, static_cast<uint32_t>(width));
   put(8, static_cast<uint32_t>(-static_cast<int32_t>(rows)));
   put(12, 1U | uint32_t{depth} << 16);
-  put(kHeader + 4, 0xFFFFFF);
   for (size_t row = 0; row < rows; ++row) {
     const ByteView line = bytes.part(bits + row * stride, stride);
     std::copy(line.data(), line.data() + line.size(),
-              made.begin() + static_cast<long>(kHeader + 8 + row * padded));
+              made.begin() + static_cast<long>(kHeader + row * padded));
   }
   const ByteView all(made.data(), made.size());
-  return {all.part(0, kHeader + (depth == 1 ? 8 : 0)), all.part(kHeader + 8), false, {}};
+  return {all.part(0, kHeader), all.part(kHeader), false, {}};
 }
 
 void WmfPlayer::PatternBlt(ByteView record, int) {

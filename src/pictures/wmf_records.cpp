@@ -28,10 +28,10 @@ void WmfPlayer::Value(ByteView record, int form) {
       state.textAlign = value;
       break;
     case kGroundColour:
-      state.groundColour = rgbOf(record.u32(6));
+      state.groundColour = gdi_.rgbOf(record.u32(6));
       break;
     case kTextColour:
-      state.textColour = rgbOf(record.u32(6));
+      state.textColour = gdi_.rgbOf(record.u32(6));
       break;
     default:
       state.breakExtra = value == 0 ? 0 : double(record.i16(8)) / value;
@@ -95,7 +95,7 @@ void WmfPlayer::SaveOrRestore(ByteView record, int form) {
 // Lines and areas
 
 void WmfPlayer::Line(ByteView record, int form) {
-  if (form == kPixel) return gdi_.Pixel(pointAt(record, 10), rgbOf(record.u32(6)));
+  if (form == kPixel) return gdi_.Pixel(pointAt(record, 10), gdi_.rgbOf(record.u32(6)));
   const Point to = pointAt(record, 6);
   if (form == kMove) return gdi_.MoveTo(to);
   gdi_.LineTo(to);
