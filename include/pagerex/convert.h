@@ -254,9 +254,8 @@ typedef struct pagerex_input {
 typedef struct pagerex_limits {
   size_t size;
   /* Bytes that what is read of a document may take from the heap: its text, tables, properties and pictures.
-   * What writes it takes up to 1 MB more, whatever the document, and embedded pictures some times the size of
-   * the input.
-   */
+   * What writes it takes up to 1 MB more, whatever the document, embedded pictures some times the size of
+   * the input, and a metafile while it is converted what it is inflated. */
   uint64_t memory;
   uint64_t input_bytes;  /* of the input */
   uint64_t output_bytes; /* of all files together */

@@ -107,8 +107,8 @@ void PictureFiles::WriteForWeb(const StoredImage& image, std::string& name, cons
   constexpr double kEmuOfPoint = 12700;
   constexpr size_t kWidth = 20, kHeight = 24;  // in the header of a metafile, in EMU
   const pagerex::DocumentPicture picture{image.data, image.compressed, image.rawSize,
-                                       image.metafileHeader.u32(kWidth) / kEmuOfPoint,
-                                       image.metafileHeader.u32(kHeight) / kEmuOfPoint};
+                                         image.metafileHeader.u32(kWidth) / kEmuOfPoint,
+                                         image.metafileHeader.u32(kHeight) / kEmuOfPoint};
   const size_t folder = path.size() - name.size();
   std::string webPath = path.substr(0, path.rfind('.') + 1);
   if (!conversion.webPictures->Write(picture, conversion.files, webPath)) return;

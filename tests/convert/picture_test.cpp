@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "convert/host.h"
+#include "convert/memory_faults.h"
 #include "support/small_pictures.h"
 #include "support/temp_folder.h"
 
@@ -199,6 +200,30 @@ TEST(Pictures, EndWithAFunctionThatFailsOrThrows) {
     host.onCall = [call](Call made) { return made == call ? throw 1 : true; };
     EXPECT_EQ(convertPicture(host.functions(), host.sink()).code, PAGEREX_RESULT_CANCELED);
     EXPECT_EQ(host.complaints(), "");
+  }
+}
+
+TEST(Pictures, AreWholeOrToldWhereMemoryRunsOut) {
+  for (const Sample& sample : samples()) {
+    Host host(sample.bytes);
+    const pagerex_input input = host.functions();
+    const pagerex_output output = host.sink();
+    convertPicture(input, output);
+    const Files whole = host.files();
+    bool hasFailed = true;
+    for (int64_t failing = 1; hasFailed; ++failing) {
+      host.forget();
+      Result result;
+      {
+        const MemoryFaults faults(failing);
+        pagerex_convert_picture(&input, nullptr, nullptr, &output, &result);
+        hasFailed = faults.haveFailed();
+      }
+      const bool isTold = result.code == PAGEREX_RESULT_OUT_OF_MEMORY;
+      const bool isWhole = result.code == PAGEREX_RESULT_OK && host.files() == whole;
+      ASSERT_TRUE(isTold || isWhole) << sample.kind << ", request " << failing << ": " << result.sentence;
+      ASSERT_TRUE(arePartOf(host.completeFiles(), whole)) << sample.kind << ", request " << failing;
+    }
   }
 }
 

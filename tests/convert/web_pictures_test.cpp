@@ -72,6 +72,22 @@ TEST(WebPictures, StandBesideThoseOfTheDocument) {
   EXPECT_EQ(host.complaints(), "");
 }
 
+TEST(WebPictures, OfTiffAreOfTheNewFormatsAlone) {
+  using namespace support::drawing;
+  constexpr uint8_t kStoredTiff = 17;
+  support::WordDocument document;
+  const uint32_t stored = document.storePicture(Blip{.type = kStoredTiff, .data = support::tiff()}.entry());
+  addShape(document.paragraph(), Shape(75, 1025).props(Props().number(0x4104, stored)));
+  Host host(document.build());
+  const Result page = writeView(host, PAGEREX_PICTURES_EMBEDDED, "html");
+  EXPECT_EQ(page.complete, 1);
+  EXPECT_THAT(allPages(host), HasSubstr("src=\"data:image/png;base64,"));
+  host.forget();
+  const Result view = writeView(host, PAGEREX_PICTURES_WEB);
+  EXPECT_TRUE(view.warns(PAGEREX_WARNING_PICTURE));
+  EXPECT_EQ(view.counts.pictures, 0u);
+}
+
 TEST(WebPictures, AreMissingWhereNothingCanBeMade) {
   Host host(documentWith({{.type = 3, .data = Bytes(100, 7)}}));
   const Result result = writeView(host, PAGEREX_PICTURES_WEB);

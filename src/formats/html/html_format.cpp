@@ -16,7 +16,8 @@ std::string folderOf(const FormatJob& job) {
 
 std::unique_ptr<PictureOutput> picturesFor(FormatJob& job) {
   const uint64_t mostBytes = 32 * job.inputBytes + (64 << 20);
-  const uint64_t mostEmbedded = 16 * job.inputBytes + (1 << 20);
+  // Metafiles, which lie deflated in a document, become some eight times as long.
+  const uint64_t mostEmbedded = 32 * job.inputBytes + (1 << 20);
   if (job.pictures == PAGEREX_PICTURES_NONE) return makeNoPictures(&job.warnings);
   if (job.pictures == PAGEREX_PICTURES_FILES)
     return makePictureFiles(job.files, folderOf(job), &job.warnings, mostBytes);
