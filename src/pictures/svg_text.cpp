@@ -169,15 +169,18 @@ void SvgCanvas::Text(const TextLook& look, const TextPlace& place, std::u16strin
   const bool isWhole = look.isUnderlined || look.isStruckOut || place.isRightToLeft;
   if (!hasAdvances) {
     PutAttribute("x", std::round(isPlain ? at.x : 0));
-    out_ += kAnchors[static_cast<size_t>(place.anchor)];
+    // What runs from the right begins at its right end.
+    const auto anchor = static_cast<size_t>(place.anchor);
+    out_ += kAnchors[place.isRightToLeft ? 2 - anchor : anchor];
   } else if (isWhole) {
     PutAttribute("x", std::round(left));
     if (text.size() > 1 && across > 0) {
       PutAttribute("textLength", std::round(across * scale));
       out_ += " lengthAdjust=\"spacingAndGlyphs\"";
     }
+    if (place.isRightToLeft) out_ += kAnchors[2];
   }
-  if (place.isRightToLeft) out_ += " direction=\"rtl\" text-anchor=\"end\"";
+  if (place.isRightToLeft) out_ += " direction=\"rtl\"";
   PutFont(look, size);
   PutPaint("fill", look.paint);
   PutBlend(blend);

@@ -172,8 +172,6 @@ PENS = [
     case("pen_grows_with_the_world", lined(pen(2, RED), set_world_transform(8, 0, 0, 8, 0, 0), draw_lines(2, (3, 6),
         (20, 6))), box(24, 40, 160, 56)),
     case("pen_of_no_width_is_a_pixel", lined(pen(0, RED)), box(50, 95, 140, 98)),
-    case("inset", lined(pen(20, RED, alignment=1), draw_rects(2, (40, 40, 100, 100))), box(40, 40, 140, 140),
-         look("50,96 red; 96,96 white")),
     case("arrow", lined(pen(4, RED, end_cap=0x14), draw_lines(2, (30, 96), (150, 96))), look("90,96 red"),
          column(90, 1, 80, 112),
          share((130, 85, 152, 107), 0.15, 0.9)),
