@@ -1,7 +1,7 @@
 #include "base/symbol_characters.h"
 
 #include "base/code_page_1252.h"
-#include "flow/utf16.h"
+#include "base/utf16.h"
 
 namespace pagerex {
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "flow/utf16.h"
+#include "base/utf16.h"
 
 namespace pagerex {
 namespace {

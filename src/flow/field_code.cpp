@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "base/code_page_1252.h"
-#include "flow/utf16.h"
+#include "base/utf16.h"
 
 namespace pagerex {
 namespace {

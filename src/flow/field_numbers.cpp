@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/utf16.h"
 #include "flow/number_text.h"
-#include "flow/utf16.h"
 
 namespace pagerex {
 namespace {

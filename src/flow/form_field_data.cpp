@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "flow/utf16.h"
+#include "base/utf16.h"
 
 namespace pagerex {
 namespace {

@@ -79,9 +79,13 @@ void Gdi::ShowBitmap(const BitmapRecord& record, const Matrix& place) {
   // Few pixels on much room are squares, not a mist.
   constexpr double kLarge = 8;
   const bool isSharp = width > 0 && std::hypot(place.a, place.b) > kLarge * width * canvas_.pixel();
-  canvas_.Image(
-      place, "image/png", [&](PictureSink& sink) { return writePng(record.dib, change, sink); }, step.blend,
-      record.alpha, isSharp);
+  // One that is packed as another kind of image goes on as it is.
+  const ByteView packed = compressedImage(record.dib);
+  const auto write = [&](PictureSink& sink) {
+    return packed.empty() ? writePng(record.dib, change, sink) : sink.Put(packed);
+  };
+  canvas_.Image(place, packed.u8(0) == 0xFF ? "image/jpeg" : "image/png", write, step.blend, record.alpha,
+                isSharp);
 }
 
 }  // namespace pagerex

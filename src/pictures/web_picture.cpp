@@ -115,9 +115,11 @@ class WatchedSink final : public PictureSink {
   bool hasPut_ = false;
 };
 
-PictureResult writeDib(ByteView bytes, PictureSink& sink) {
+PictureResult writeDib(const Dib& dib, PictureSink& sink) {
   WatchedSink watched(sink);
-  if (writePng(packedDib(bytes), {}, watched)) return PictureResult::kWhole;
+  PixelChange change;
+  if (hasAlphaMask(dib)) change.alpha = PixelChange::Alpha::kStraight;
+  if (writePng(dib, change, watched)) return PictureResult::kWhole;
   return watched.hasPut() ? PictureResult::kRefused : PictureResult::kNothing;
 }
 
@@ -151,9 +153,9 @@ PictureResult writeWebPicture(ByteView bytes, const PictureFrame& frame, Picture
     case PictureKind::kTiff:
       return writeTiffAsPng(bytes, sink);
     case PictureKind::kDib:
-      return writeDib(bytes, sink);
+      return writeDib(packedDib(bytes), sink);
     case PictureKind::kBmp:
-      return writeDib(bytes.part(kBmpHeader), sink);
+      return writeDib(dibOfFile(bytes), sink);
     default:
       break;
   }
