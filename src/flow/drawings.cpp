@@ -75,6 +75,17 @@ class InlinePicture final : public PictureSource {
   uint32_t index_;
 };
 
+/// The metafile that an object keeps of itself, behind what says how it is mapped.
+class ObjectPicture final : public PictureSource {
+ public:
+  explicit ObjectPicture(ByteView metafile) : metafile_(metafile) {}
+
+  PictureData Read() override { return {PictureType::kWmf, metafile_, false, 0}; }
+
+ private:
+  ByteView metafile_;
+};
+
 /// A length that a damaged group has made may be any number.
 int32_t roundedDown(double length) {
   constexpr double kMost = 1 << 30;
@@ -403,6 +414,34 @@ bool Drawings::Inline(uint32_t offset, FoundShape& out) try {
     out.place.identity = offset | 0x80000000;
   }
   AddInlineFacts(shape, out);
+  return true;
+} catch (int) {
+  return false;
+}
+
+bool Drawings::Object(uint32_t number, FoundShape& out) try {
+  constexpr size_t kMapping = 8, kGoalWidth = 20, kGoalHeight = 24, kScaleX = 44, kScaleY = 48, kSize = 100;
+  constexpr uint32_t kObjectIdentity = 0x40000000;
+  const auto [place, isNew] = objects_.try_emplace(number);
+  ObjectFace& face = place->second;
+  if (isNew) {
+    const ByteView size = file_.ObjectStream(number, L"\x03PIC", kSize);
+    face.metafile = file_.ObjectStream(number, L"\x03META", objectBytesLeft_).part(kMapping);
+    objectBytesLeft_ -= static_cast<uint32_t>(face.metafile.size());
+    face.identity = kObjectIdentity | static_cast<uint32_t>(objects_.size());
+    const auto scaled = [&size](size_t goal, size_t scale) {
+      const uint32_t percent = size.u32(scale), most = 31680;  // the longest side that Word knows
+      return static_cast<int32_t>(
+          std::min<uint64_t>(uint64_t{size.u32(goal)} * (percent ? percent : 1000) / 1000, most));
+    };
+    face.width = scaled(kGoalWidth, kScaleX);
+    face.height = scaled(kGoalHeight, kScaleY);
+  }
+  if (face.metafile.empty() || face.width == 0 || face.height == 0) return false;
+  out.place.width = face.width;
+  out.place.height = face.height;
+  out.place.identity = face.identity;
+  out.source = std::make_unique<ObjectPicture>(face.metafile);
   return true;
 } catch (int) {
   return false;

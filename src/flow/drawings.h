@@ -45,6 +45,8 @@ class Drawings {
   std::vector<FoundShape> At(bool isInHeaders, uint32_t position);
   /// The inline picture at `offset` of "Data"; false for none.
   bool Inline(uint32_t offset, FoundShape& out);
+  /// What an embedded object shows of itself, by its number; false where it keeps no picture.
+  bool Object(uint32_t number, FoundShape& out);
 
   /// Where the text of box `number` lies in its story; empty for none.
   KDWRange BoxText(bool isInHeaders, uint32_t number);
@@ -93,6 +95,13 @@ class Drawings {
   DsMemReadArchive text_, data_;
   std::optional<StreamPieces> dataPieces_;
   std::unordered_map<uint32_t, std::optional<KDREmbedShape>> inline_;  ///< by offset
+  struct ObjectFace {
+    ByteView metafile;
+    int32_t width = 0, height = 0;  ///< twips
+    uint32_t identity = 0;
+  };
+  std::unordered_map<uint32_t, ObjectFace> objects_;  ///< by number
+  uint32_t objectBytesLeft_ = 64U << 20;              ///< that may still be kept of them
 };
 
 }  // namespace pagerex

@@ -474,7 +474,11 @@ size_t InlineWalker::TellOwnMark(std::u16string_view text, const TextRun& run) {
 void InlineWalker::TellInlinePicture(const TextRun& run) {
   if (!run.specials.hasPicture || !IsShown(run)) return;
   FoundShape shape;
-  if (!document_.drawings.Inline(run.specials.pictureOffset, shape)) {
+  const uint32_t place = run.specials.pictureOffset;
+  // Of an object it may be the number.
+  const bool isThere = document_.drawings.Inline(place, shape) ||
+                       (run.specials.isOle && document_.drawings.Object(place, shape));
+  if (!isThere) {
     if (!run.specials.isOle) warn(document_.file.warnings(), WarningCode::kPicture);
     return;
   }

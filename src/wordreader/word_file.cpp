@@ -1,6 +1,7 @@
 #include "wordreader/word_file.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 #include "storage/com_interfaces.h"
@@ -144,7 +145,24 @@ void WordFile::ShareData(DsMemReadArchive& archive) {
 }
 
 ByteView WordFile::WholeStream(const wchar_t* name, uint32_t most) {
-  IStream* const stream = OpenStream(name);
+  return KeepAll(OpenStream(name), most);
+}
+
+ByteView WordFile::ObjectStream(uint32_t number, const wchar_t* name, uint32_t most) {
+  std::wstring object = L"_";
+  for (const char digit : std::to_string(number)) object += static_cast<wchar_t>(digit);
+  IStorage *pool = nullptr, *storage = nullptr;
+  IStream* stream = nullptr;
+  if (storage_->OpenStorage(L"ObjectPool", nullptr, 0, nullptr, 0, &pool) != Status::kOk) return {};
+  if (pool->OpenStorage(object.c_str(), nullptr, 0, nullptr, 0, &storage) != Status::kOk) storage = nullptr;
+  if (storage && storage->OpenStream(name, nullptr, 0, 0, &stream) != Status::kOk) stream = nullptr;
+  const ByteView bytes = KeepAll(stream, most);
+  if (storage) storage->Release();
+  pool->Release();
+  return bytes;
+}
+
+ByteView WordFile::KeepAll(IStream* stream, uint32_t most) {
   if (!stream) return {};
   StreamReader reader;
   reader.Attach(stream, 0, allocator_);

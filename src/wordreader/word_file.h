@@ -55,6 +55,8 @@ class WordFile {
   void ShareData(DsMemReadArchive& archive);
   /// All bytes of a stream, `most` at most; empty without.
   ByteView WholeStream(const wchar_t* name, uint32_t most);
+  /// The same of an embedded object, whose storage "_NUMBER" stands in "ObjectPool".
+  ByteView ObjectStream(uint32_t number, const wchar_t* name, uint32_t most);
   /// What the streams of its summary say; read when first asked for.
   const DocumentSummary& Summary();
 
@@ -69,6 +71,7 @@ class WordFile {
  private:
   Status OpenTables(uint16_t flags);
   IStream* OpenStream(const wchar_t* name);
+  ByteView KeepAll(IStream* stream, uint32_t most);
   IStream* DataStream();
   void ReadFib(ByteView fib);
   ByteView ReadTable(mso_word::FIBFCLCB index);
