@@ -145,7 +145,7 @@ void WordFile::ShareData(DsMemReadArchive& archive) {
 }
 
 ByteView WordFile::WholeStream(const wchar_t* name, uint32_t most) {
-  return KeepAll(OpenStream(name), most);
+  return KeepAll(OpenStream(name), most, false);
 }
 
 ByteView WordFile::ObjectStream(uint32_t number, const wchar_t* name, uint32_t most) {
@@ -156,17 +156,18 @@ ByteView WordFile::ObjectStream(uint32_t number, const wchar_t* name, uint32_t m
   if (storage_->OpenStorage(L"ObjectPool", nullptr, 0, nullptr, 0, &pool) != Status::kOk) return {};
   if (pool->OpenStorage(object.c_str(), nullptr, 0, nullptr, 0, &storage) != Status::kOk) storage = nullptr;
   if (storage && storage->OpenStream(name, nullptr, 0, 0, &stream) != Status::kOk) stream = nullptr;
-  const ByteView bytes = KeepAll(stream, most);
+  const ByteView bytes = KeepAll(stream, most, true);
   if (storage) storage->Release();
   pool->Release();
   return bytes;
 }
 
-ByteView WordFile::KeepAll(IStream* stream, uint32_t most) {
+ByteView WordFile::KeepAll(IStream* stream, uint32_t most, bool asClaimed) {
   if (!stream) return {};
   StreamReader reader;
   reader.Attach(stream, 0, allocator_);
   stream->Release();
+  if (asClaimed) most = static_cast<uint32_t>(std::min<uint64_t>(most, reader.claimed()));
   return reader.Keep(0, std::min(most, reader.size()));
 }
 

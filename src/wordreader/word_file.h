@@ -71,7 +71,8 @@ class WordFile {
  private:
   Status OpenTables(uint16_t flags);
   IStream* OpenStream(const wchar_t* name);
-  ByteView KeepAll(IStream* stream, uint32_t most);
+  /// With `asClaimed` no further than the stream says that it reaches, though its last sector may.
+  ByteView KeepAll(IStream* stream, uint32_t most, bool asClaimed);
   IStream* DataStream();
   void ReadFib(ByteView fib);
   ByteView ReadTable(mso_word::FIBFCLCB index);

@@ -125,6 +125,40 @@ TEST(WalkDrawings, PicturesOfRareKindsAreTold) {
   }
 }
 
+namespace {
+
+/// A document with an object whose storage keeps a metafile of 10 bytes, to be shown 700 x 250 twips large.
+void addObject(WordDocument& doc) {
+  ByteWriter size;
+  size.zeros(20).u32(1400).u32(500).zeros(16).u32(500).u32(500);
+  doc.stream(u"ObjectPool/_1234567/\x03PIC", size.take());
+  doc.stream(u"ObjectPool/_1234567/\x03META", ByteWriter().zeros(8).bytes(Bytes(10, 7)).take());
+}
+
+}  // namespace
+
+TEST(WalkDrawings, ObjectsShowTheMetafileThatTheyKeep) {
+  WordDocument doc;
+  addObject(doc);
+  doc.paragraph("a").special(1, {sprm(0x6A03, 1234567), sprm(0x080A, 1)}).run("b");
+  EXPECT_EQ(transcriptOf(doc), R"(
+paragraph
+  text "a"
+  picture 700x250 inline type=3 bytes=10
+  text "b"
+)");
+}
+
+TEST(WalkDrawings, NumbersOfObjectsAreNoneOfOtherPictures) {
+  WordDocument doc;
+  addObject(doc);
+  doc.paragraph("a").special(1, {sprm(0x6A03, 1234567)}).run("b");
+  doc.paragraph("c").special(1, {sprm(0x6A03, 7654321), sprm(0x080A, 1)}).run("d");
+  Walked walked(doc);
+  EXPECT_EQ(walked.characters(), u"ab\ncd\n");
+  EXPECT_TRUE(walked.warnsOf(pagerex::WarningCode::kPicture)) << "of the first, which is no object";
+}
+
 TEST(WalkDrawings, InlinePicturesOfTwoIdentitiesHaveTheirOwnBytes) {
   WordDocument doc;
   constexpr size_t kInstance = 44, kBytes = 28, kIdentity = 52;
