@@ -42,7 +42,7 @@ bool isAsciiPunctuation(char16_t unit) {
 /// A text, and what is asked of the places in it. Outside of it is 0.
 class Line {
  public:
-  Line(std::u16string_view text, const TextPlace& place) : text_(text), place_(place) {}
+  Line(std::u16string_view text, const MarkdownPlace& place) : text_(text), place_(place) {}
 
   /// Whether the special character at `i` gets a backslash.
   bool IsEscaped(size_t i) const;
@@ -58,7 +58,7 @@ class Line {
   bool KeepsAddressWhole(size_t i) const;
 
   const std::u16string_view text_;
-  const TextPlace& place_;
+  const MarkdownPlace& place_;
 };
 
 bool Line::IsEscaped(size_t i) const {
@@ -257,7 +257,7 @@ Flank lastFlank(std::u16string_view text) {
   return flankOf(text.back());
 }
 
-void appendEscaped(std::string& out, std::u16string_view text, const TextPlace& place) {
+void appendEscaped(std::string& out, std::u16string_view text, const MarkdownPlace& place) {
   if (text.empty()) return;
   const Line line(text, place);
   size_t firstEscape = place.isLineStart ? line.BlockEscape() : std::u16string_view::npos;

@@ -17,7 +17,7 @@ Flank firstFlank(std::u16string_view text);
 Flank lastFlank(std::u16string_view text);
 
 /// Where a text stands that is to be escaped.
-struct TextPlace {
+struct MarkdownPlace {
   bool isInCell = false;      ///< of a pipe table
   bool isInBrackets = false;  ///< of a link or a picture
   bool isLineStart = false;
@@ -28,7 +28,7 @@ struct TextPlace {
 
 /// Appends a text so that Markdown shows it as it is; tabs become spaces. Escaped is only what would mean
 /// something in its place.
-void appendEscaped(std::string& out, std::u16string_view text, const TextPlace& place);
+void appendEscaped(std::string& out, std::u16string_view text, const MarkdownPlace& place);
 
 /// Appends a text between tags or in an attribute.
 void appendHtml(std::string& out, std::u16string_view text);

@@ -239,7 +239,7 @@ void InlineWriter::WriteText(std::u16string_view text, bool isLast) {
   if (IsHtml()) {
     appendHtml(out_, text);
   } else {
-    TextPlace place;
+    MarkdownPlace place;
     place.isInCell = form_.kind == InlineForm::kCell;
     place.isInBrackets = isInLink_;
     place.isLineStart = isAtLineStart_ && form_.kind == InlineForm::kParagraph;
@@ -263,7 +263,7 @@ void InlineWriter::WriteCode(std::u16string_view code) {
     if (IsHtml()) {
       appendHtml(out_, code);
     } else {
-      TextPlace place;
+      MarkdownPlace place;
       place.isInCell = true;
       place.isInBrackets = isInLink_;
       appendEscaped(out_, code, place);

@@ -359,7 +359,7 @@ void MarkdownWriter::Picture(const PictureFacts& picture) {
     appendHtml(markup, description);
     markup += "\">";
   } else {
-    TextPlace place;
+    MarkdownPlace place;
     place.isInBrackets = true;
     place.isInCell = place_ == Place::kPipeTable;
     markup = "![";
@@ -462,7 +462,7 @@ void MarkdownWriter::AddReference(const std::string& id, std::u16string_view lab
     appendHtml(markup, label);
     markup += "</a></sup>";
   } else {
-    TextPlace place;
+    MarkdownPlace place;
     place.isInBrackets = true;
     markup = "<sup>[";
     const std::u16string line = onOneLine(label);
