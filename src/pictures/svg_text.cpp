@@ -164,7 +164,8 @@ void SvgCanvas::Text(const TextLook& look, const TextPlace& place, std::u16strin
   const bool isWhole = look.isUnderlined || look.isStruckOut || place.isRightToLeft;
   if (!hasAdvances) {
     PutAttribute("x", std::round(isPlain ? at.x : 0));
-    out_ += kAnchors[static_cast<size_t>(place.anchor)];
+    const auto anchor = static_cast<size_t>(place.anchor);
+    out_ += kAnchors[place.isRightToLeft ? 2 - anchor : anchor];
   } else if (isWhole) {
     PutAttribute("x", std::round(left));
     if (text.size() > 1 && across > 0) {
@@ -172,7 +173,8 @@ void SvgCanvas::Text(const TextLook& look, const TextPlace& place, std::u16strin
       out_ += " lengthAdjust=\"spacingAndGlyphs\"";
     }
   }
-  if (place.isRightToLeft) out_ += " direction=\"rtl\" text-anchor=\"end\"";
+  // From right to left, the start is on the right.
+  if (place.isRightToLeft) out_.append(" direction=\"rtl\"").append(hasAdvances ? kAnchors[2] : "");
   PutFont(look, size);
   PutPaint("fill", look.paint);
   PutBlend(blend);
