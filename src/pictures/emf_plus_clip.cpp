@@ -30,7 +30,7 @@ uint32_t PlusState::Part(ByteView region, uint32_t within, bool isOutside) {
   }
   PlusReader reader(region.part(8));
   // Some trees are walked along twice at each node.
-  regionNodes_ = 256 + static_cast<uint32_t>(region.size() / 4);
+  regionNodes_ = 4096 + region.size();
   return RegionPart(reader, within, isOutside, 0);
 }
 
@@ -42,6 +42,8 @@ bool PlusState::TakeLeaves(PlusReader& reader) {
   const bool hasMany = operation == kOr || operation == kXor;
   outline_.clear();
   for (size_t open = 1; open > 0;) {
+    if (regionNodes_ == 0) return false;
+    --regionNodes_;
     const uint32_t type = ahead.U32();
     if (hasMany && type == operation && ahead.left() > 0) {
       ++open;
@@ -66,17 +68,14 @@ bool PlusState::TakeLeaves(PlusReader& reader) {
 }
 
 uint32_t PlusState::RegionPart(PlusReader& reader, uint32_t within, bool isOutside, int depth) {
-  if (regionNodes_ > 0 && TakeLeaves(reader)) {
-    --regionNodes_;
+  if (TakeLeaves(reader))
     return canvas_.AddClip(CanvasPath().view(), outline_.rule, within, isOutside);
-  }
   const uint32_t type = reader.U32();
   if (regionNodes_ == 0 || depth > kDeepest || type < kAnd || type > kComplement) {
     isWhole_ = false;
     reader = PlusReader({});
     return within;
   }
-  --regionNodes_;
   const auto part = [&](uint32_t in, bool outside) { return RegionPart(reader, in, outside, depth + 1); };
   if (type == kXor) {
     PlusReader again = reader;

@@ -190,6 +190,7 @@ void PlusState::DrawImage(Record& record) {
        differs(source.bottom, height))) {
     outline_.points.insert(outline_.points.begin() + 2,
                            {{right.x + place.c, right.y + place.d}, PlusOutline::kLine});
+    outline_.Close();
     canvas_.SetClip(canvas_.AddClip(CanvasPath().view(), FillRule::kNonZero, graphics_.clip));
     const double x = source.width(), y = source.height();
     place = Matrix{width / x, 0, 0, height / y, -source.left / x, -source.top / y} * place;

@@ -167,7 +167,7 @@ class PlusState {
     PlusGraphics graphics;
   };
   std::vector<Saved> saved_;
-  uint32_t regionNodes_ = 0;  ///< that may still be visited
+  size_t regionNodes_ = 0;  ///< that may still be visited
 
   // Of the record that is played.
   PlusOutline outline_, other_;

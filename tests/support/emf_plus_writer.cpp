@@ -192,8 +192,12 @@ Drawn draw(const std::vector<Bytes>& comments, bool isNested, size_t mostBytes) 
   return drawn;
 }
 
+Drawn draw(const Bytes& comment) {
+  return draw(std::vector<Bytes>{comment});
+}
+
 Drawn draw(const Records& records) {
-  return draw(std::vector<Bytes>{records.bytes});
+  return draw(records.bytes);
 }
 
 }  // namespace support::emf_plus

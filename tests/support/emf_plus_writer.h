@@ -86,6 +86,7 @@ struct Drawn {
 
 /// Plays comments one after another. Throws std::runtime_error for a picture whose tags don't match.
 Drawn draw(const std::vector<Bytes>& comments, bool isNested = false, size_t mostBytes = SIZE_MAX);
+Drawn draw(const Bytes& comment);
 Drawn draw(const Records& records);
 
 }  // namespace support::emf_plus
