@@ -156,7 +156,7 @@ void DibRows::FindRuns() {
   // One that was not ended has no more than what was told of it.
   const uint32_t reached = goesOn ? place.row + (place.x > 0 ? 1 : 0) : height;
   rows_ = static_cast<int32_t>(std::min(reached, height));
-  line_ = std::make_unique<uint8_t[]>(width);
+  if (rows_ > 0) line_ = std::make_unique<uint8_t[]>(width);
 }
 
 /// The runs of one row; goes on to the place where the next one begins. False at the end of the bitmap.
