@@ -174,7 +174,7 @@ Paint PlusState::TexturePaint(PlusReader& reader, const Matrix& matrix) {
   const Matrix own = flags & kHasMatrix ? reader.RealMatrix() : Matrix{};
   const PlusImage image(reader.rest());
   const bool isForTile = image.width > 0 && !image.isMetafile() && !image.mediaType.empty();
-  if (isForTile && Afford(image.pixels())) {
+  if (isForTile && Afford(image.work())) {
     const auto write = [&image](PictureSink& sink) { return image.Write(sink); };
     const uint32_t server =
         canvas_.AddImageTile(own * matrix, image.width, image.height, write, image.mediaType);

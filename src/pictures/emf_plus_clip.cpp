@@ -68,8 +68,7 @@ bool PlusState::TakeLeaves(PlusReader& reader) {
 }
 
 uint32_t PlusState::RegionPart(PlusReader& reader, uint32_t within, bool isOutside, int depth) {
-  if (TakeLeaves(reader))
-    return canvas_.AddClip(CanvasPath().view(), outline_.rule, within, isOutside);
+  if (TakeLeaves(reader)) return canvas_.AddClip(CanvasPath().view(), outline_.rule, within, isOutside);
   const uint32_t type = reader.U32();
   if (regionNodes_ == 0 || depth > kDeepest || type < kAnd || type > kComplement) {
     isWhole_ = false;

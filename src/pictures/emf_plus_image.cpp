@@ -174,7 +174,7 @@ void PlusState::DrawImage(Record& record) {
   }
   const PlusImage image(Find(record.id(), PlusType::kImage));
   const bool isBad = image.mediaType.empty() || (image.isMetafile() && isNested_);
-  if (isBad || outline_.points.size() < 3 || !Afford(image.pixels())) return Miss(record);
+  if (isBad || outline_.points.size() < 3 || !Afford(image.work())) return Miss(record);
 
   outline_.Move(WorldToCanvas());
   outline_.points.resize(3);

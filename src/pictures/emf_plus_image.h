@@ -21,7 +21,8 @@ struct PlusImage {
   explicit PlusImage(ByteView object);
 
   bool isMetafile() const { return mediaType == "image/svg+xml"; }
-  size_t pixels() const { return static_cast<size_t>(width) * static_cast<size_t>(rows); }
+  /// What it takes to write, in bytes that are read: a pixel is several.
+  size_t work() const { return static_cast<size_t>(width) * static_cast<size_t>(rows) * 4; }
 
   /// Writes it for browsers.
   bool Write(PictureSink& sink) const;

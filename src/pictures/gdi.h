@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -19,10 +20,11 @@ class PointList {
       : bytes_(bytes), isShort_(isShort), count_(std::min(count, bytes.size() / size())) {}
 
   size_t count() const { return count_; }
+  /// `i` is below the count.
   Point operator[](size_t i) const {
-    const size_t at = i * size();
-    if (isShort_) return {double(bytes_.i16(at)), double(bytes_.i16(at + 2))};
-    return {double(bytes_.i32(at)), double(bytes_.i32(at + 4))};
+    const uint8_t* const at = bytes_.data() + i * size();
+    if (isShort_) return pointOf<int16_t>(at);
+    return pointOf<int32_t>(at);
   }
   PointList from(size_t first, size_t count) const {
     return {bytes_.part(std::min(first, count_) * size()), count, isShort_};
@@ -30,6 +32,12 @@ class PointList {
 
  private:
   size_t size() const { return isShort_ ? 4 : 8; }
+  template <class Integer>
+  static Point pointOf(const uint8_t* at) {
+    Integer pair[2];
+    std::memcpy(pair, at, sizeof(pair));
+    return {double(pair[0]), double(pair[1])};
+  }
 
   ByteView bytes_;
   bool isShort_;
@@ -220,6 +228,7 @@ class Gdi {
   void Draw(const PathData& path, const Paint& fill, FillRule rule, const Stroke& stroke);
   void Draw(const PathData& path, const Paint& fill, FillRule rule, const Stroke& stroke,
             const RasterStep& step);
+  void AddLines(PathData& path, const PointList& points, size_t first);
   void AddPoints(PathData& path, const PointList& points);
   void AddArc(PathData& path, Point centre, double radiusX, double radiusY, double start, double sweep);
   void AddBox(PathData& path, const Box& box);

@@ -71,24 +71,13 @@ void Gdi::LineTo(Point to) {
   state_.current = to;
 }
 
-void Gdi::AddPoints(PathData& path, const PointList& points) {
-  const Matrix& to = map();
-  for (size_t i = 0; i < points.count(); ++i) {
-    if (i == 0) {
-      path.MoveTo(to(points[i]));
-    } else {
-      path.LineTo(to(points[i]));
-    }
-  }
-}
-
 void Gdi::Polyline(const PointList& points, bool isFromCurrent) {
   if (points.count() == 0) return;
   figure_.clear();
   if (isFromCurrent) {
     PathData& path = isInPath_ ? path_ : figure_;
     GoFromCurrent(path);
-    for (size_t i = 0; i < points.count(); ++i) path.LineTo(map()(points[i]));
+    AddLines(path, points, 0);
     state_.current = points[points.count() - 1];
     if (isInPath_) return;
   } else {

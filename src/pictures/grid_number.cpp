@@ -7,13 +7,6 @@
 
 namespace pagerex {
 
-int64_t wholeNumber(double value) {
-  constexpr double kFar = 4e6;
-  if (!(value > -kFar)) return value <= -kFar ? static_cast<int64_t>(-kFar) : 0;
-  if (value > kFar) return static_cast<int64_t>(kFar);
-  return static_cast<int64_t>(std::floor(value + 0.5));
-}
-
 void appendWhole(std::string& out, int64_t value) {
   char digits[24];
   out.append(digits, std::to_chars(digits, digits + sizeof(digits), value).ptr);

@@ -1,7 +1,8 @@
 #include "pictures/path_data.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cstring>
+#include <utility>
 
 #include "pictures/grid_number.h"
 
@@ -11,13 +12,49 @@ namespace {
 /// How far the controls of a quarter of a circle are from its ends, in radii.
 constexpr double kQuarter = 0.5522847498;
 
+constexpr char kPairs[] =
+    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    "8081828384858687888990919293949596979899";
+
+/// Digits of one from 10,000 on.
+int longNumber(uint32_t value) {
+  int count = 5;
+  for (uint32_t next = 100000; value >= next && count < 9; next *= 10) ++count;
+  return count;
+}
+
+/// A number, behind a space where it needs one.
+inline char* putNumber(char* at, int32_t value, bool needsSpace) {
+  auto rest = static_cast<uint32_t>(value);
+  if (value < 0) {
+    *at++ = '-';
+    rest = 0 - rest;
+  } else if (needsSpace) {
+    *at++ = ' ';
+  }
+  char* const end = at + (rest < 10      ? 1
+                          : rest < 100   ? 2
+                          : rest < 1000  ? 3
+                          : rest < 10000 ? 4
+                                         : longNumber(rest));
+  at = end;
+  for (; rest >= 100; rest /= 100) {
+    at -= 2;
+    std::memcpy(at, kPairs + rest % 100 * 2, 2);
+  }
+  *--at = kPairs[rest * 2 + 1];
+  if (rest >= 10) *--at = kPairs[rest * 2];
+  return end;
+}
+
 }  // namespace
 
 void PathData::clear() {
-  data_.clear();
-  last_ = 0;
-  x_ = y_ = startX_ = startY_ = 0;
-  bounds_ = {1, 1, 0, 0};
+  std::string room = std::move(data_);
+  room.clear();
+  *this = {};
+  data_ = std::move(room);
 }
 
 /// A command that is the same as the one before needs no letter, but something between two numbers.
@@ -31,31 +68,13 @@ void PathData::Begin(char command) {
   needsSpace_ = false;
 }
 
-void PathData::PutNumber(int64_t value) {
-  char digits[24];
-  char* at = digits;
-  if (needsSpace_ && value >= 0) *at++ = ' ';
-  at = std::to_chars(at, digits + sizeof(digits), value).ptr;
-  data_.append(digits, at);
-  needsSpace_ = true;
-}
-
-void PathData::Cover(int64_t x, int64_t y) {
-  const auto left = static_cast<double>(x), top = static_cast<double>(y);
-  if (bounds_.right < bounds_.left) {
-    bounds_ = {left, top, left, top};
-    return;
-  }
-  bounds_.left = std::min(bounds_.left, left);
-  bounds_.top = std::min(bounds_.top, top);
-  bounds_.right = std::max(bounds_.right, left);
-  bounds_.bottom = std::max(bounds_.bottom, top);
-}
-
 void PathData::PutPoint(Point p, bool isLast) {
-  const int64_t x = wholeNumber(p.x), y = wholeNumber(p.y);
-  PutNumber(x - x_);
-  PutNumber(y - y_);
+  char text[2 * 12];
+  const int32_t x = wholeNumber(p.x), y = wholeNumber(p.y);
+  char* at = putNumber(text, x - x_, needsSpace_);
+  at = putNumber(at, y - y_, true);
+  data_.append(text, static_cast<size_t>(at - text));
+  needsSpace_ = true;
   Cover(x, y);
   if (!isLast) return;
   x_ = x;
@@ -89,11 +108,13 @@ void PathData::ArcTo(double radiusX, double radiusY, double degrees, bool isLarg
   const Point from{static_cast<double>(x_), static_cast<double>(y_)};
   const double reach = std::max(radiusX, radiusY);
   Begin('a');
-  PutNumber(wholeNumber(radiusX));
-  PutNumber(wholeNumber(radiusY));
+  appendWhole(data_, wholeNumber(radiusX));
+  data_ += ' ';
+  appendWhole(data_, wholeNumber(radiusY));
   data_ += ' ';
   appendNumber(data_, degrees);
   data_.append(isLarge ? " 1" : " 0").append(isClockwise ? " 1" : " 0");
+  needsSpace_ = true;
   PutPoint(to, true);
   for (const Point p : {from, to}) {
     Cover(wholeNumber(p.x - reach), wholeNumber(p.y - reach));
@@ -111,7 +132,7 @@ void PathData::Close() {
 
 void PathData::AddBox(const Box& box) {
   MoveTo({box.left, box.top});
-  const int64_t left = x_, top = y_, right = wholeNumber(box.right), bottom = wholeNumber(box.bottom);
+  const int32_t left = x_, top = y_, right = wholeNumber(box.right), bottom = wholeNumber(box.bottom);
   Cover(right, bottom);
   data_ += 'h';
   appendWhole(data_, right - left);
@@ -153,9 +174,8 @@ void PathData::Append(const PathData& other) {
   startX_ = other.startX_;
   startY_ = other.startY_;
   last_ = 0;
-  if (other.bounds_.right < other.bounds_.left) return;
-  Cover(wholeNumber(other.bounds_.left), wholeNumber(other.bounds_.top));
-  Cover(wholeNumber(other.bounds_.right), wholeNumber(other.bounds_.bottom));
+  Cover(other.left_, other.top_);
+  Cover(other.right_, other.bottom_);
 }
 
 }  // namespace pagerex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -34,20 +35,26 @@ class PathData {
   void Append(const PathData& other);
 
   /// Of all points and controls, in units; right below left for nothing.
-  const Box& bounds() const { return bounds_; }
+  Box bounds() const { return {double(left_), double(top_), double(right_), double(bottom_)}; }
 
  private:
   void Begin(char command);
-  void PutNumber(int64_t value);
   void PutPoint(Point p, bool isLast);
-  void Cover(int64_t x, int64_t y);
+  void Cover(int32_t x, int32_t y) {
+    left_ = std::min(left_, x);
+    top_ = std::min(top_, y);
+    right_ = std::max(right_, x);
+    bottom_ = std::max(bottom_, y);
+  }
+
+  static constexpr int32_t kNowhere = 1 << 30;
 
   std::string data_;
-  int64_t x_ = 0, y_ = 0;            ///< where it stands
-  int64_t startX_ = 0, startY_ = 0;  ///< of the figure
-  char last_ = 0;                    ///< command, which need not be repeated
+  int32_t x_ = 0, y_ = 0;            ///< where it stands
+  int32_t startX_ = 0, startY_ = 0;  ///< of the figure
+  int32_t left_ = kNowhere, top_ = kNowhere, right_ = -kNowhere, bottom_ = -kNowhere;
+  char last_ = 0;  ///< command, which need not be repeated
   bool needsSpace_ = false;
-  Box bounds_{1, 1, 0, 0};
 };
 
 }  // namespace pagerex
