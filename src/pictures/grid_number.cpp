@@ -16,7 +16,7 @@ void appendNumber(std::string& out, double value) {
   constexpr double kMost = 1e12;
   constexpr int kDecimals = 4;
   if (!(value > -kMost && value < kMost)) value = 0;
-  uint64_t scaled = static_cast<uint64_t>(std::fabs(value) * 10000 + 0.5);
+  uint64_t scaled = static_cast<uint64_t>(std::llround(std::fabs(value) * 10000));
   if (value < 0 && scaled != 0) out += '-';
   int decimals = kDecimals;
   while (decimals > 0 && scaled % 10 == 0) {

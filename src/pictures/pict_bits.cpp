@@ -138,7 +138,8 @@ void PictBits::PutRow(const uint8_t* row, uint32_t first, uint32_t count, uint8_
       continue;
     }
     if (depth_ == 16) {
-      const unsigned value = row[2 * x] * 256u + row[2 * x + 1];
+      const uint8_t* const pair = row + size_t{2} * x;
+      const unsigned value = pair[0] * 256u + pair[1];
       for (int shift = 10; shift >= 0; shift -= 5) {
         *pixels++ = static_cast<uint8_t>((value >> shift & 31) * 255 / 31);
       }

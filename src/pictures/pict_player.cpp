@@ -156,7 +156,7 @@ bool PictPlayer::Do(uint32_t opcode, PictBytes& in) {
     const ByteView data = in.Take(in.U32());
     if (opcode == kQuickTime) DrawQuickTime(data);
   } else if (opcode > kEnd && opcode < 0x8000) {
-    in.Skip(opcode / 0x100 * 2);
+    in.Skip(size_t{opcode} / 0x100 * 2);
   }
   return true;
 }

@@ -77,7 +77,7 @@ void PngWriter::PutHeader(const PngForm& form) {
       content[3 * i + part] = static_cast<uint8_t>(form.palette[i] >> (16 - 8 * part));
     if (form.palette[i] >> 24 != 255) notOpaque = i + 1;
   }
-  PutChunk("PLTE", 3 * form.colours);
+  PutChunk("PLTE", size_t{3} * form.colours);
   if (notOpaque == 0) return;
   for (size_t i = 0; i < notOpaque; ++i) content[i] = static_cast<uint8_t>(form.palette[i] >> 24);
   PutChunk("tRNS", notOpaque);
