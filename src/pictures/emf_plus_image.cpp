@@ -63,7 +63,7 @@ class PlusRows final : public PixelRows {
       // Three or four channels of 16 bits are light, not what is seen of it, and 2^13 is all of it.
       if (depth_ < 48) continue;
       const double light = std::min(value / 8192.0, 1.0);
-      rgba[i] = static_cast<uint8_t>(255 * (i == 3 ? light : std::pow(light, 1 / 2.2)) + 0.5);
+      rgba[i] = static_cast<uint8_t>(std::lround(255 * (i == 3 ? light : std::pow(light, 1 / 2.2))));
     }
     if ((image_.format & kIsPremultiplied) == 0 || rgba[3] == 0) return;
     for (size_t i = 0; i < 3; ++i) rgba[i] = static_cast<uint8_t>(std::min(rgba[i] * 255 / rgba[3], 255));
