@@ -7,7 +7,7 @@
 namespace pagerex {
 namespace {
 
-constexpr uint32_t kHeader = 1, kEnd = 14, kCommentRecord = 70;
+constexpr uint32_t kHeader = 1, kEnd = 14;
 
 /// What the header says of the device and of the picture's frame.
 struct EmfFrame {

@@ -39,8 +39,14 @@ void appendFamily(std::string& out, std::string_view family) {
   };
   const bool isWord = std::all_of(family.begin(), family.end(), isPart);
   if (!isWord) out += '\'';
-  for (const char c : family) {
+  for (size_t i = 0; i < family.size(); ++i) {
+    const char c = family[i];
     const auto byte = static_cast<unsigned char>(c);
+    // U+FFFE and U+FFFF, which no XML has.
+    if (family.substr(i, 2) == "\xEF\xBF" && i + 2 < family.size() && (family[i + 2] & 0xFE) == 0xBE) {
+      i += 2;
+      continue;
+    }
     const bool isOther =
         (byte >= '0' && byte <= '9') || byte == ' ' || byte == '-' || byte == '_' || byte >= 0x80;
     if (isPart(c) || isOther) out += c;

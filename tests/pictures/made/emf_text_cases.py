@@ -88,6 +88,7 @@ TEXTS = [
     case("symbol", written(ext_text_out(20, 20, "\uf070\uf070"), face="Symbol", charset=2), row(50, (3, 5))),
     case("double_bytes", written(ext_text_out(20, 20, "川".encode("cp932"), wide=False), charset=128), row(44, 3)),
     case("chinese", written(ext_text_out(20, 20, "田田"), face="SimSun"), box(21, 20, 99, 65, 7)),
+    case("name_of_a_font_that_is_none", written(ext_text_out(20, 20, "HHH"), face="\uffff\ufffeA'\"<&\x01"), THREE),
     case("markup_is_text", written(ext_text_out(20, 20, "<&>\"'")), share((20, 20, 150, 70), 0.03, 0.5)),
     case("control_characters", written(ext_text_out(20, 20, "H\0\1H\ufffe")), share((20, 20, 60, 60), 0.05)),
     case("glyph_numbers_are_no_text", written(ext_text_out(20, 20, "\3\4", GLYPHS), ext_text_out(20, 100, "H")),
