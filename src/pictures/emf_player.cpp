@@ -7,6 +7,7 @@
 namespace pagerex {
 namespace {
 
+constexpr size_t kSmallest = 8;  // bytes of a record
 constexpr uint32_t kHeader = 1, kEnd = 14;
 
 /// What the header says of the device and of the picture's frame.
@@ -62,13 +63,12 @@ PictureResult playEmf(ByteView bytes, const PictureFrame& frame, PictureSink& si
 EmfPlayer::EmfPlayer(ByteView file, SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX,
                      double pixelsPerInchY, bool isNested)
     : file_(file),
-      gdi_(canvas, device, pixelsPerInchX, pixelsPerInchY),
+      gdi_(canvas, device, pixelsPerInchX, pixelsPerInchY, file.size() / kSmallest),
       device_(device),
       pixelsPerInch_((pixelsPerInchX + pixelsPerInchY) / 2),
       isNested_(isNested) {}
 
 bool EmfPlayer::Play() {
-  constexpr size_t kSmallest = 8;
   size_t at = 0;
   bool isEnded = false;
   while (!isEnded && file_.contains(at, kSmallest) && gdi_.canvas().goesOn()) {

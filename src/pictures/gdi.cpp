@@ -38,8 +38,13 @@ Box sorted(Point a, Point b) {
 
 }  // namespace
 
-Gdi::Gdi(SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX, double pixelsPerInchY)
-    : canvas_(canvas), device_(device), pixelsPerInchX_(pixelsPerInchX), pixelsPerInchY_(pixelsPerInchY) {}
+Gdi::Gdi(SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX, double pixelsPerInchY,
+         size_t handles)
+    : canvas_(canvas),
+      device_(device),
+      pixelsPerInchX_(pixelsPerInchX),
+      pixelsPerInchY_(pixelsPerInchY),
+      handles_(std::min(handles, kMostObjects)) {}
 
 void Gdi::Finish() {
   FlushLines();
@@ -61,7 +66,7 @@ void Gdi::Restore(int32_t which) {
 // Objects
 
 void Gdi::Create(uint32_t handle, GdiObject object) {
-  if (handle >= kMostObjects) return;
+  if (handle >= handles_) return;
   if (handle >= objects_.size()) objects_.resize(handle + 1);
   objects_[handle] = std::move(object);
 }

@@ -98,7 +98,8 @@ struct BitmapRecord {
 class Gdi {
  public:
   /// `device` takes pixels of the device to the canvas, which is not owned. `pixelsPerInch` is of the device.
-  Gdi(SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX, double pixelsPerInchY);
+  /// Handles of objects are below `handles`.
+  Gdi(SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX, double pixelsPerInchY, size_t handles);
   Gdi(const Gdi&) = delete;
   Gdi& operator=(const Gdi&) = delete;
 
@@ -244,6 +245,7 @@ class Gdi {
   SvgCanvas& canvas_;
   const Matrix device_;
   const double pixelsPerInchX_, pixelsPerInchY_;
+  const size_t handles_;
   GdiState state_;
   std::vector<GdiState> saved_;
   std::vector<GdiObject> objects_;

@@ -114,7 +114,7 @@ PictureResult playWmf(ByteView bytes, const PictureFrame& frame, PictureSink& si
 }
 
 WmfPlayer::WmfPlayer(ByteView records, SvgCanvas& canvas, const Matrix& device, double unitsPerInch)
-    : records_(records), gdi_(canvas, device, unitsPerInch, unitsPerInch) {}
+    : records_(records), gdi_(canvas, device, unitsPerInch, unitsPerInch, records.size() / kRecord) {}
 
 bool WmfPlayer::Play() {
   size_t at = 0;
