@@ -84,7 +84,7 @@ uint32_t mixed(uint32_t from, uint32_t to, double part) {
   uint32_t argb = 0;
   for (int shift = 24; shift >= 0; shift -= 8) {
     const double a = from >> shift & 0xFF, b = to >> shift & 0xFF;
-    argb |= static_cast<uint32_t>(std::clamp(a + (b - a) * part, 0.0, 255.0) + 0.5) << shift;
+    argb |= static_cast<uint32_t>(std::lround(std::clamp(a + (b - a) * part, 0.0, 255.0))) << shift;
   }
   return argb;
 }
@@ -133,7 +133,7 @@ Paint PlusState::KeptPaint(uint32_t id, ByteView brush, bool isInk) {
   PlusObject& object = objects_[id];
   const Matrix matrix = WorldToCanvas();
   if (isInk) return MakePaint(brush, matrix, true);
-  if (!object.hasPaint || std::memcmp(&matrix, &object.paintMatrix, sizeof(matrix)) != 0) {
+  if (!object.hasPaint || matrix != object.paintMatrix) {
     object.paint = MakePaint(brush, matrix, false);
     object.paintMatrix = matrix;
     object.hasPaint = true;

@@ -7,10 +7,6 @@ namespace {
 
 constexpr uint8_t kCopy = 0xCC, kAnd = 0x88, kOr = 0xEE, kXor = 0x66;
 
-bool isSame(const Matrix& a, const Matrix& b) {
-  return a.a == b.a && a.b == b.b && a.c == b.c && a.d == b.d && a.e == b.e && a.f == b.f;
-}
-
 }  // namespace
 
 Matrix Gdi::PlaceOf(const BitmapRecord& record) {
@@ -27,8 +23,7 @@ void Gdi::Bitmap(const BitmapRecord& record) {
   }
   const Matrix place = PlaceOf(record);
   const uint32_t clip = ClipNow();
-  if (hasMask_ && (record.rop3 == kOr || record.rop3 == kXor) && clip == maskClip_ &&
-      isSame(place, maskPlace_)) {
+  if (hasMask_ && (record.rop3 == kOr || record.rop3 == kXor) && clip == maskClip_ && place == maskPlace_) {
     // One that cuts a hole, and one that is put into it: what lies around it stays.
     hasMask_ = false;
     BitmapRecord whole = record;

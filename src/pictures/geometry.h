@@ -27,6 +27,7 @@ struct Matrix {
   /// What a length becomes, as a mean of all directions.
   double Scale() const { return std::sqrt(std::fabs(a * d - b * c)); }
   bool isUpright() const { return b == 0 && c == 0; }
+  bool operator==(const Matrix&) const = default;
 };
 
 /// Applies `first`, then `second`.

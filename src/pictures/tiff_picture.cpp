@@ -319,7 +319,7 @@ void TiffImage::ReadSegments(uint32_t y) {
     TiffSegment& segment = *segments_[plane];
     for (uint32_t tile = 0; tile < across_; ++tile) {
       if (y % segmentRows_ == 0) OpenSegment(segment, (plane * down_ + y / segmentRows_) * across_ + tile);
-      uint8_t* row = band_.get() + plane * bandRows_ * rowBytes_ + tile * segmentRowBytes_;
+      uint8_t* row = band_.get() + size_t{plane} * bandRows_ * rowBytes_ + size_t{tile} * segmentRowBytes_;
       for (uint32_t i = 0; i < bandRows_; ++i, row += rowBytes_) {
         if (!segment.Read(row, segmentRowBytes_)) isWhole_ = false;
         AddUp(row);
