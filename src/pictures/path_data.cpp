@@ -41,10 +41,10 @@ inline char* putNumber(char* at, int32_t value, bool needsSpace) {
   at = end;
   for (; rest >= 100; rest /= 100) {
     at -= 2;
-    std::memcpy(at, kPairs + rest % 100 * 2, 2);
+    std::memcpy(at, kPairs + size_t{rest % 100} * 2, 2);
   }
-  *--at = kPairs[rest * 2 + 1];
-  if (rest >= 10) *--at = kPairs[rest * 2];
+  *--at = kPairs[size_t{rest} * 2 + 1];
+  if (rest >= 10) *--at = kPairs[size_t{rest} * 2];
   return end;
 }
 
