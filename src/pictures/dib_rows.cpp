@@ -109,7 +109,7 @@ void DibRows::PrepareColours() {
   channels_ = std::make_unique<Channel[]>(masks.size());
   for (size_t i = 0; i < masks.size(); ++i) {
     Channel& channel = channels_[i];
-    const int end = std::bit_width(masks[i]);
+    const auto end = static_cast<int>(std::bit_width(masks[i]));
     const int bits = std::min(end ? end - std::countr_zero(masks[i]) : 0, 8);
     channel.shift = static_cast<uint8_t>(end - bits);
     channel.mask = static_cast<uint8_t>(bits ? masks[i] >> channel.shift : 0);
