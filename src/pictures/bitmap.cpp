@@ -44,7 +44,8 @@ class PixelChanger {
   }
 
   void ChangeRow(uint8_t* pixels, int32_t count) const {
-    for (uint8_t* const end = pixels + size_t{4} * static_cast<uint32_t>(count); pixels < end; pixels += 4) {
+    const uint8_t* const end = pixels + size_t{4} * static_cast<uint32_t>(count);
+    for (; pixels < end; pixels += 4) {
       Put(pixels, (*this)(static_cast<uint32_t>(pixels[3]) << 24 | static_cast<uint32_t>(pixels[0]) << 16 |
                           static_cast<uint32_t>(pixels[1]) << 8 | pixels[2]));
     }
