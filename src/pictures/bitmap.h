@@ -63,6 +63,11 @@ struct PixelChange {
   bool isMaskInverse = false;  ///< 0 is shown
 };
 
+/// That are made of so many bytes, whatever runs say.
+constexpr uint64_t mostPixels(size_t bytes) {
+  return uint64_t{bytes} * 256 + 65536;
+}
+
 /// Writes a bitmap as PNG, row by row. False when there is nothing of it, or the sink ended it.
 /// Time and output go with the bytes that are there, memory with those of a row: of runs no more than 256
 /// pixels a byte, and 65,536, are made, and rows beyond are not there.

@@ -142,9 +142,8 @@ bool DibRows::hasNoColours(const Dib& dib) const {
 
 /// Goes over all runs once to learn where rows begin.
 void DibRows::FindRuns() {
-  constexpr uint64_t kPixelsOfByte = 256, kLeastPixels = 65536;
   const auto width = static_cast<uint32_t>(header_.width);
-  const uint64_t most = (kPixelsOfByte * bits_.size() + kLeastPixels) / width;
+  const uint64_t most = mostPixels(bits_.size()) / width;
   const auto height = static_cast<uint32_t>(std::min<uint64_t>(most, static_cast<uint32_t>(header_.height)));
   bits_ = bits_.part(0, INT32_MAX);
   RunPlace place;

@@ -104,9 +104,14 @@ void EmfPlayer::CreatePalette(ByteView record, int) {
 
 void EmfPlayer::Text(ByteView record, int form) {
   constexpr size_t kOne = 36, kSeveral = 40, kText = 40;
-  if (form == kAnsi || form == kWide) return PlayText(record, kOne, form == kWide);
+  if (form == kAnsi || form == kWide) {
+    PlayText(record, kOne, form == kWide, record.size());
+    return;
+  }
   const size_t count = std::min<size_t>(record.u32(36), record.size() / kText);
-  for (size_t i = 0; i < count; ++i) PlayText(record, kSeveral + i * kText, form == kPolyWide);
+  // They may lie on each other: of all together no more than the record has room for is read.
+  size_t left = record.size();
+  for (size_t i = 0; i < count; ++i) left -= PlayText(record, kSeveral + i * kText, form == kPolyWide, left);
 }
 
 /// Options of text: what its box is for, and what its codes are.
@@ -127,11 +132,12 @@ void readGlyphs(std::u16string& text) {
     if (c >= kFirst && c <= kLast) c = static_cast<char16_t>(c + kWay);
 }
 
-void EmfPlayer::PlayText(ByteView record, size_t at, bool isWide) {
+/// Of `most` characters at most. Their count.
+size_t EmfPlayer::PlayText(ByteView record, size_t at, bool isWide, size_t most) {
   const uint32_t options = record.u32(at + 16);
   const size_t unit = isWide ? 2 : 1;
   const ByteView bytes = record.part(record.u32(at + 12));
-  const size_t count = std::min<size_t>(record.u32(at + 8), bytes.size() / unit);
+  const size_t count = std::min<size_t>({record.u32(at + 8), bytes.size() / unit, most});
   const size_t stride = options & kPairs ? 8 : 4;
   const ByteView ways = record.part(record.u32(at + 36));
   std::vector<double> advances;
@@ -154,6 +160,7 @@ void EmfPlayer::PlayText(ByteView record, size_t at, bool isWide) {
   told.box = boxAt(record, at + 20);
   told.advances = advances;
   gdi_.Text(told);
+  return count;
 }
 
 void EmfPlayer::SmallText(ByteView record, int) {

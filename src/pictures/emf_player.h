@@ -58,7 +58,7 @@ class EmfPlayer {
   void Comment(ByteView record, int form);
 
   void PlayOne(uint32_t type, ByteView record);
-  void PlayText(ByteView record, size_t at, bool isWide);
+  size_t PlayText(ByteView record, size_t at, bool isWide, size_t most);
   Dib DibOf(ByteView record, size_t at, uint32_t usage) const;
   PathData RegionData(ByteView data, Box* only);
 

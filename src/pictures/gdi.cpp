@@ -4,6 +4,7 @@ namespace pagerex {
 namespace {
 
 constexpr size_t kMostObjects = 0x10000, kDeepestSave = 256;
+constexpr uint64_t kFreePixels = 32 << 20, kPixelsOfHandle = 512;  // of patterns
 
 /// Units of an inch in the map modes from 2 on, whose y points up.
 constexpr double kUnitsPerInch[] = {254, 2540, 100, 1000, 1440};
@@ -44,7 +45,8 @@ Gdi::Gdi(SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX, double 
       device_(device),
       pixelsPerInchX_(pixelsPerInchX),
       pixelsPerInchY_(pixelsPerInchY),
-      handles_(std::min(handles, kMostObjects)) {}
+      handles_(std::min(handles, kMostObjects)),
+      tilePixelsLeft_(kFreePixels + kPixelsOfHandle * handles) {}
 
 void Gdi::Finish() {
   FlushLines();

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "pictures/font_measures.h"
 #include "pictures/gdi_objects.h"
 #include "pictures/raster_operation.h"
 #include "pictures/svg_canvas.h"
@@ -207,9 +208,21 @@ class Gdi {
  private:
   struct Tile {
     const uint8_t* bytes;
+    Matrix matrix;
     uint32_t look[5];
     uint32_t server;
   };
+
+  /// What a text's own coordinates are made of: units of the canvas for a logical one down the page, how much
+  /// shorter those across are, and the em square.
+  struct TextScale {
+    double down = 1, squeeze = 1, em = 1;
+  };
+  double EmOf(const FontMeasures& measures);
+  std::vector<double> AdvancesOf(const TextRecord& record, std::u16string_view shown, const TextScale& scale,
+                                 double& across, double& widen);
+  Matrix TextMatrix(const TextScale& scale, double widen);
+  void ShowGround(const TextRecord& record, const TextPlace& place, double em, double across);
 
   // What waits for more of its kind is shown before anything else is.
   void FlushLines() {
@@ -257,6 +270,7 @@ class Gdi {
   Paint fill_;
   std::vector<Tile> tiles_;  ///< the last ones
   size_t nextTile_ = 0;
+  uint64_t tilePixelsLeft_;  ///< that may still be written as patterns
 
   Box clipBox_;  ///< that the canvas was told of last, what it lies in, and its number
   uint32_t clipWithin_ = 0, clip_ = 0;

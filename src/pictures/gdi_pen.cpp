@@ -51,15 +51,19 @@ constexpr size_t kMostTiles = 16;
 /// A pattern counts in pixels, and begins where the device does.
 uint32_t Gdi::TileOf(const Brush& brush) {
   const bool isHatch = brush.kind == Brush::Kind::kHatched;
-  const Tile key{isHatch ? nullptr : brush.pattern.bits.data(),
-                 {isHatch ? brush.hatch : 0xFFU, isHatch ? brush.rgb : 0, state_.groundColour,
-                  state_.textColour, state_.isOpaque ? 1U : 0U},
-                 0};
-  for (const Tile& tile : tiles_)
-    if (tile.bytes == key.bytes && std::equal(key.look, std::end(key.look), tile.look)) return tile.server;
   const double pixel = canvas_.pixel();
   const Point origin = device_.Turn(state_.brushOrigin.x, state_.brushOrigin.y);
   const Matrix matrix{pixel, 0, 0, pixel, origin.x, origin.y};
+  const bool hasGround = isHatch ? state_.isOpaque : brush.hasInks;
+  const Tile key{isHatch ? nullptr : brush.pattern.bits.data(),
+                 matrix,
+                 {isHatch ? brush.hatch : 0xFFU, isHatch ? brush.rgb : 0, hasGround ? state_.groundColour : 0,
+                  brush.hasInks ? state_.textColour : 0, hasGround ? 1U : 0U},
+                 0};
+  for (const Tile& tile : tiles_)
+    if (tile.bytes == key.bytes && tile.matrix == matrix &&
+        std::equal(key.look, std::end(key.look), tile.look))
+      return tile.server;
   Tile tile = key;
   if (isHatch) {
     tile.server = canvas_.AddTile(matrix, 8, 8,
@@ -70,6 +74,11 @@ uint32_t Gdi::TileOf(const Brush& brush) {
     change.inks[0] = state_.textColour;
     change.inks[1] = state_.groundColour;
     const BitmapSize size = sizeOf(brush.pattern);
+    // Drawn in other colours again and again, one bitmap would cost more than its file.
+    const uint64_t told = uint64_t{static_cast<uint32_t>(size.width)} * static_cast<uint32_t>(size.height);
+    const uint64_t pixels = std::min(told, mostPixels(brush.pattern.bits.size()));
+    if (pixels > tilePixelsLeft_) return 0;
+    tilePixelsLeft_ -= pixels;
     tile.server = canvas_.AddImageTile(matrix, size.width, size.height, [&](PictureSink& sink) {
       return writePng(brush.pattern, change, sink);
     });

@@ -191,6 +191,10 @@ uint32_t SvgCanvas::BeginClip(uint32_t within) {
 
 uint32_t SvgCanvas::AddClip(std::string_view path, FillRule rule, uint32_t within, bool isOutside) {
   const uint32_t number = BeginClip(within);
+  if (!sink_) {
+    out_.clear();
+    return number;
+  }
   out_ += "<path d=\"";
   if (isOutside) appendEverything(out_);
   out_.append(path).append(1, '"');
@@ -222,10 +226,11 @@ void SvgCanvas::PutClipPart(uint32_t clip) {
 
 uint32_t SvgCanvas::AddUnion(std::string_view path, FillRule rule, uint32_t first) {
   const uint32_t number = BeginUnion(first, 0);
-  if (number == 0) return 0;
+  if (number == 0 || !sink_) return number;
   out_.append("<path d=\"").append(path).append(1, '"');
   if (rule == FillRule::kEvenOdd) out_ += " clip-rule=\"evenodd\"";
   out_ += "/></clipPath>";
+  if (out_.size() > kPart) Flush();
   return number;
 }
 
@@ -258,6 +263,7 @@ uint32_t SvgCanvas::AddTile(const Matrix& matrix, double width, double height, s
 
 uint32_t SvgCanvas::AddImageTile(const Matrix& matrix, double width, double height, const WriteImage& image,
                                  std::string_view mediaType) {
+  if (!sink_) return ++servers_;
   const size_t begin = out_.size();
   AddTile(matrix, width, height, {});
   out_.resize(out_.size() - std::string_view("</pattern>").size());
