@@ -174,6 +174,7 @@ void changeEmf(Bytes& bytes, size_t room, Random& random) {
     Bytes record(&bytes[place.first], &bytes[place.first] + (place.second - place.first));
     if (!hasEmfPlus(record) || record.size() < kEmfPlusRecords) continue;
     changeRecordList(record, kEmfPlusRecords, kEmfPlusForm, room, random);
+    if (record.size() < kEmfPlusRecords) record.resize(kEmfPlusRecords);
     setSize(record, kEmfForm);
     support::patchInteger(record, 8, static_cast<uint32_t>(record.size() - 12));
     return replace(bytes, place, record);
