@@ -283,7 +283,7 @@ void EmfPlayer::DibBlt(ByteView record, int form) {
   // The source counts its rows from below, unless the bitmap is one from the top.
   const BitmapSize whole = sizeOf(told.dib);
   const bool isTopDown = told.dib.header.i32(8) < 0;
-  int32_t top = record.i32(36);
+  int64_t top = record.i32(36);
   Point size{double(record.i32(40)), double(record.i32(44))};
   if (form == kToDevice) {
     // Some rows may be there alone.
@@ -294,7 +294,7 @@ void EmfPlayer::DibBlt(ByteView record, int form) {
     told.rop3 = record.u8(70);
     if (!isTopDown) top = whole.height - top - record.i32(44);
   }
-  told.change.top = std::max(top, 0);
+  told.change.top = static_cast<int32_t>(std::clamp<int64_t>(top, 0, INT32_MAX));
   told.to = {to.x, to.y, to.x + size.x, to.y + size.y};
   gdi_.Bitmap(told);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -8,13 +9,11 @@ namespace pagerex {
 /// A coordinate as a whole number. What is no number is 0; what is far away stays at +-4,000,000, where no
 /// browser's arithmetic ends.
 inline int32_t wholeNumber(double value) {
-  constexpr double kFar = 4e6;
-  if (!(value > -kFar)) return value <= -kFar ? static_cast<int32_t>(-kFar) : 0;
-  if (value > kFar) return static_cast<int32_t>(kFar);
-  // Halves go up, below zero too.
-  const double raised = value + 0.5;
-  const auto whole = static_cast<int32_t>(raised);
-  return whole - (whole > raised ? 1 : 0);
+  constexpr int32_t kFar = 4'000'000;
+  if (value != value) return 0;
+  // Above zero, where what is cut off is what rounds down. Halves go up, those below zero too.
+  const double raised = std::min(std::max(value + (kFar + 0.5), 0.0), 2.0 * kFar);
+  return static_cast<int32_t>(raised) - kFar;
 }
 
 /// In decimal digits.

@@ -1,6 +1,8 @@
 #include "pictures/path_data.h"
 
 #include <algorithm>
+#include <bit>
+#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -12,40 +14,28 @@ namespace {
 /// How far the controls of a quarter of a circle are from its ends, in radii.
 constexpr double kQuarter = 0.5522847498;
 
-constexpr char kPairs[] =
-    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
-    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
-    "8081828384858687888990919293949596979899";
-
-/// Digits of one from 10,000 on.
-int longNumber(uint32_t value) {
-  int count = 5;
-  for (uint32_t next = 100000; value >= next && count < 9; next *= 10) ++count;
-  return count;
+/// Eight decimal digits of a number below 10^8, the first of them in the lowest byte, each 0 to 9.
+inline uint64_t digitsOf(uint32_t value) {
+  uint64_t digits = value / 10000 | uint64_t{value % 10000} << 32;
+  const uint64_t hundreds = (digits * 10486 >> 20) & 0x7F0000007FULL;
+  digits = hundreds | (digits - hundreds * 100) << 16;
+  const uint64_t tens = (digits * 103 >> 10) & 0x000F000F000F000FULL;
+  return tens | (digits - tens * 10) << 8;
 }
 
-/// A number, behind a space where it needs one.
+/// What putNumber may write to, of which it keeps less.
+constexpr size_t kNumberRoom = 9;
+
+/// A number below 10^8, behind a space where it needs one. Without a branch: its length is not to be guessed.
 inline char* putNumber(char* at, int32_t value, bool needsSpace) {
-  auto rest = static_cast<uint32_t>(value);
-  if (value < 0) {
-    *at++ = '-';
-    rest = 0 - rest;
-  } else if (needsSpace) {
-    *at++ = ' ';
-  }
-  char* const end = at + (rest < 10      ? 1
-                          : rest < 100   ? 2
-                          : rest < 1000  ? 3
-                          : rest < 10000 ? 4
-                                         : longNumber(rest));
-  at = end;
-  for (; rest >= 100; rest /= 100) {
-    at -= 2;
-    std::memcpy(at, kPairs + size_t{rest % 100} * 2, 2);
-  }
-  *--at = kPairs[size_t{rest} * 2 + 1];
-  if (rest >= 10) *--at = kPairs[size_t{rest} * 2];
-  return end;
+  *at = value < 0 ? '-' : ' ';
+  at += value < 0 || needsSpace ? 1 : 0;
+  const uint64_t digits = digitsOf(static_cast<uint32_t>(value < 0 ? -value : value));
+  const int zeros = std::countr_zero(digits | 1ULL << 56) & ~7;
+  uint64_t text = (digits | 0x3030303030303030ULL) >> zeros;
+  if constexpr (std::endian::native == std::endian::big) text = __builtin_bswap64(text);
+  std::memcpy(at, &text, sizeof(text));
+  return at + 8 - zeros / 8;
 }
 
 }  // namespace
@@ -68,17 +58,23 @@ void PathData::Begin(char command) {
   needsSpace_ = false;
 }
 
-void PathData::PutPoint(Point p, bool isLast) {
-  char text[2 * 12];
+char* PathData::SpellPoint(char* at, Point p, bool isLast) {
   const int32_t x = wholeNumber(p.x), y = wholeNumber(p.y);
-  char* at = putNumber(text, x - x_, needsSpace_);
+  at = putNumber(at, x - x_, needsSpace_);
   at = putNumber(at, y - y_, true);
-  data_.append(text, static_cast<size_t>(at - text));
   needsSpace_ = true;
   Cover(x, y);
-  if (!isLast) return;
-  x_ = x;
-  y_ = y;
+  if (isLast) {
+    x_ = x;
+    y_ = y;
+  }
+  return at;
+}
+
+void PathData::PutPoint(Point p, bool isLast) {
+  char text[2 * kNumberRoom];
+  const char* const end = SpellPoint(text, p, isLast);
+  data_.append(text, static_cast<size_t>(end - text));
 }
 
 void PathData::MoveTo(Point to) {
@@ -94,6 +90,20 @@ void PathData::MoveTo(Point to) {
 void PathData::LineTo(Point to) {
   Begin('l');
   PutPoint(to, true);
+}
+
+void PathData::LinesTo(const Point* points, size_t count) {
+  constexpr size_t kAtOnce = 64;
+  char text[kAtOnce * 2 * kNumberRoom];
+  while (count > 0) {
+    Begin('l');
+    char* at = text;
+    const size_t now = std::min(count, kAtOnce);
+    for (size_t i = 0; i < now; ++i) at = SpellPoint(at, points[i], true);
+    data_.append(text, static_cast<size_t>(at - text));
+    points += now;
+    count -= now;
+  }
 }
 
 void PathData::CurveTo(Point control1, Point control2, Point to) {

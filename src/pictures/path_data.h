@@ -16,6 +16,8 @@ class PathData {
  public:
   void MoveTo(Point to);
   void LineTo(Point to);
+  /// Lines from each to the next.
+  void LinesTo(const Point* points, size_t count);
   void CurveTo(Point control1, Point control2, Point to);
   /// A part of an ellipse up to `to`, whose axes lie along those of the canvas before it is turned by
   /// `degrees`.
@@ -40,6 +42,7 @@ class PathData {
  private:
   void Begin(char command);
   void PutPoint(Point p, bool isLast);
+  char* SpellPoint(char* at, Point p, bool isLast);
   void Cover(int32_t x, int32_t y) {
     left_ = std::min(left_, x);
     top_ = std::min(top_, y);
