@@ -94,10 +94,13 @@ void EmfPlayer::CreateFont(ByteView record, int) {
 }
 
 void EmfPlayer::CreatePalette(ByteView record, int) {
-  GdiObject object;
-  object.kind = GdiObject::Kind::kPalette;
-  object.bytes = record.part(16, size_t{record.u16(14)} * 4);
-  gdi_.Create(record.u32(8), std::move(object));
+  gdi_.CreatePalette(record.u32(8), record.part(16, size_t{record.u16(14)} * 4));
+}
+
+void EmfPlayer::PaletteEntries(ByteView record, int) {
+  const GdiObject* const object = gdi_.ObjectAt(record.u32(8));
+  if (object && object->kind == GdiObject::Kind::kPalette)
+    Gdi::SetEntries(object->bytes, record.u32(12), record.part(20, size_t{record.u32(16)} * 4));
 }
 
 // Text
@@ -141,8 +144,13 @@ size_t EmfPlayer::PlayText(ByteView record, size_t at, bool isWide, size_t most)
   const size_t stride = options & kPairs ? 8 : 4;
   const ByteView ways = record.part(record.u32(at + 36));
   std::vector<double> advances;
-  if (record.u32(at + 36) != 0 && ways.size() / stride >= count)
-    for (size_t i = 0; i < count; ++i) advances.push_back(ways.i32(i * stride));
+  bool isLevel = true;
+  if (record.u32(at + 36) != 0 && ways.size() / stride >= count) {
+    for (size_t i = 0; i < count; ++i) {
+      advances.push_back(ways.i32(i * stride));
+      isLevel = isLevel && (stride == 4 || ways.i32(i * stride + 4) == 0);
+    }
+  }
   std::u16string text;
   if (isWide) {
     for (size_t i = 0; i < count; ++i) text += static_cast<char16_t>(bytes.u16(i * 2));
@@ -159,8 +167,27 @@ size_t EmfPlayer::PlayText(ByteView record, size_t at, bool isWide, size_t most)
   told.isRightToLeft = (options & kReading) != 0;
   told.box = boxAt(record, at + 20);
   told.advances = advances;
-  gdi_.Text(told);
+  if (isLevel || text.size() != count) {
+    gdi_.Text(told);
+  } else {
+    PlayClimbingText(told, ways);
+  }
   return count;
+}
+
+/// Each character as much above the one before as the pairs of ways say.
+void EmfPlayer::PlayClimbingText(TextRecord told, ByteView ways) {
+  const std::u16string_view text = told.text;
+  const std::span<const double> advances = told.advances;
+  for (size_t i = 0; i < text.size(); ++i) {
+    told.text = text.substr(i, 1);
+    told.advances = advances.subspan(i, 1);
+    gdi_.Text(told);
+    told.at.x += advances[i];
+    told.at.y -= ways.i32(i * 8 + 4);
+    told.hasBox = told.hasBox && told.isClipped;
+    told.isOpaque = false;
+  }
 }
 
 void EmfPlayer::SmallText(ByteView record, int) {

@@ -43,6 +43,7 @@ class EmfPlayer {
   void CreatePattern(ByteView record, int form);
   void CreateFont(ByteView record, int form);
   void CreatePalette(ByteView record, int form);
+  void PaletteEntries(ByteView record, int form);
   void Shape(ByteView record, int form);
   void Line(ByteView record, int form);
   void AngleArc(ByteView record, int form);
@@ -58,6 +59,7 @@ class EmfPlayer {
   void Comment(ByteView record, int form);
 
   void PlayOne(uint32_t type, ByteView record);
+  void PlayClimbingText(TextRecord told, ByteView ways);
   size_t PlayText(ByteView record, size_t at, bool isWide, size_t most);
   Dib DibOf(ByteView record, size_t at, uint32_t usage) const;
   PathData RegionData(ByteView data, Box* only);

@@ -146,7 +146,10 @@ void PlusState::OffsetClip(Record& record) {
   const Point way = WorldToCanvas().Turn(by.x, by.y);
   const Box& box = graphics_.clipBox;
   if (graphics_.clip == graphics_.outerClip) return;
-  if (!graphics_.isClipBox) return Miss(record);
+  if (!graphics_.isClipBox) {
+    graphics_.clip = canvas_.AddMoved(graphics_.clip, way);
+    return;
+  }
   outline_.AddBox({box.left + way.x, box.top + way.y, box.right + way.x, box.bottom + way.y});
   isBox_ = true;
   CombineClip(kReplace, {});

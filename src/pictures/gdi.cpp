@@ -48,6 +48,21 @@ Gdi::Gdi(SvgCanvas& canvas, const Matrix& device, double pixelsPerInchX, double 
       handles_(std::min(handles, kMostObjects)),
       tilePixelsLeft_(kFreePixels + kPixelsOfHandle * handles) {}
 
+void Gdi::CreatePalette(uint32_t handle, ByteView entries) {
+  palettes_.emplace_back(entries.data(), entries.data() + entries.size());
+  GdiObject object;
+  object.kind = GdiObject::Kind::kPalette;
+  object.bytes = ByteView(palettes_.back().data(), palettes_.back().size());
+  Create(handle, std::move(object));
+}
+
+void Gdi::SetEntries(ByteView palette, size_t first, ByteView entries) {
+  if (!palette.contains(first * 4, 4)) return;
+  // All palettes are those of `palettes_`.
+  const size_t size = std::min(entries.size(), palette.size() - first * 4);
+  std::copy_n(entries.data(), size, const_cast<uint8_t*>(palette.data()) + first * 4);
+}
+
 void Gdi::Finish() {
   FlushLines();
   FlushMask();
@@ -212,10 +227,13 @@ void Gdi::ClipOutBox(const Box& box) {
 }
 
 void Gdi::MoveClip(double x, double y) {
-  if (!state_.clip.hasBox) return;
+  ClipArea& clip = state_.clip;
+  if (!clip.hasBox && clip.shape == 0) return;
   Finish();
   const Point way = map().Turn(x, y);
-  Box& box = state_.clip.box;
+  if (clip.shape != 0) clip.shape = canvas_.AddMoved(clip.shape, way);
+  if (!clip.hasBox) return;
+  Box& box = clip.box;
   box = {box.left + way.x, box.top + way.y, box.right + way.x, box.bottom + way.y};
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -129,6 +130,10 @@ class Gdi {
 
   // Objects
 
+  /// Of 4 bytes an entry, which may change later.
+  void CreatePalette(uint32_t handle, ByteView entries);
+  /// Those from `first` on, as far as the palette has them.
+  static void SetEntries(ByteView palette, size_t first, ByteView entries);
   void Create(uint32_t handle, GdiObject object);
   /// The lowest handle that is free.
   uint32_t FreeHandle();
@@ -268,7 +273,8 @@ class Gdi {
   Matrix map_;
   Stroke stroke_;
   Paint fill_;
-  std::vector<Tile> tiles_;  ///< the last ones
+  std::deque<std::vector<uint8_t>> palettes_;  ///< all there were: patterns go on referring to them
+  std::vector<Tile> tiles_;                    ///< the last ones
   size_t nextTile_ = 0;
   uint64_t tilePixelsLeft_;  ///< that may still be written as patterns
 

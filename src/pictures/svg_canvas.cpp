@@ -216,12 +216,14 @@ uint32_t SvgCanvas::BeginUnion(uint32_t first, uint32_t second) {
   return number;
 }
 
-void SvgCanvas::PutClipPart(uint32_t clip) {
+void SvgCanvas::PutClipPart(uint32_t clip, Point movedBy) {
   out_ += "<path d=\"";
   appendEverything(out_);
   out_ += "\" clip-path=\"url(#c";
   appendWhole(out_, clip);
-  out_ += ")\"/>";
+  out_ += ")\"";
+  if (movedBy.x != 0 || movedBy.y != 0) PutMatrix("transform", {1, 0, 0, 1, movedBy.x, movedBy.y});
+  out_ += "/>";
 }
 
 uint32_t SvgCanvas::AddUnion(std::string_view path, FillRule rule, uint32_t first) {
@@ -238,6 +240,15 @@ uint32_t SvgCanvas::AddUnion(uint32_t first, uint32_t second) {
   const uint32_t number = second == 0 ? 0 : BeginUnion(first, second);
   if (number == 0) return 0;
   PutClipPart(second);
+  out_ += "</clipPath>";
+  return number;
+}
+
+uint32_t SvgCanvas::AddMoved(uint32_t clip, Point by) {
+  if (clip == 0 || clip >= clipDepths_.size() || clipDepths_[clip] >= kDeepestClip) return clip;
+  const uint32_t number = BeginClip(0);
+  clipDepths_.back() = static_cast<uint8_t>(clipDepths_[clip] + 1);
+  PutClipPart(clip, by);
   out_ += "</clipPath>";
   return number;
 }

@@ -78,6 +78,8 @@ class SvgCanvas {
   uint32_t AddUnion(std::string_view path, FillRule rule, uint32_t first);
   /// Two clips together.
   uint32_t AddUnion(uint32_t first, uint32_t second);
+  /// The clip as it stands elsewhere; where clips lie too deep in each other, as it is.
+  uint32_t AddMoved(uint32_t clip, Point by);
   void SetClip(uint32_t clip) { clip_ = clip; }
   uint32_t clip() const { return clip_; }
 
@@ -129,7 +131,7 @@ class SvgCanvas {
   void BeginServer(std::string_view element, const Matrix& matrix);
   uint32_t BeginClip(uint32_t within);
   uint32_t BeginUnion(uint32_t first, uint32_t second);
-  void PutClipPart(uint32_t clip);
+  void PutClipPart(uint32_t clip, Point movedBy = {});
   void Cover(const Box& box);
   void Flush();
 

@@ -82,10 +82,11 @@ void WmfPlayer::CreateFont(ByteView record, int) {
 }
 
 void WmfPlayer::CreatePalette(ByteView record, int) {
-  GdiObject object;
-  object.kind = GdiObject::Kind::kPalette;
-  object.bytes = record.part(10, size_t{record.u16(8)} * 4);
-  Create(std::move(object));
+  gdi_.CreatePalette(gdi_.FreeHandle(), record.part(10, size_t{record.u16(8)} * 4));
+}
+
+void WmfPlayer::PaletteEntries(ByteView record, int) {
+  Gdi::SetEntries(gdi_.state().palette, record.u16(6), record.part(10, size_t{record.u16(8)} * 4));
 }
 
 /// Lines of boxes, each of one height.

@@ -34,6 +34,7 @@ class WmfPlayer {
   void CreatePattern(ByteView record, int form);
   void CreateFont(ByteView record, int form);
   void CreatePalette(ByteView record, int form);
+  void PaletteEntries(ByteView record, int form);
   void CreateRegion(ByteView record, int form);
   void CreateOther(ByteView record, int form);
   void Line(ByteView record, int form);

@@ -146,6 +146,7 @@ using Player = WmfPlayer;
 struct WmfRecords {
   static constexpr WmfRow kRows[] = {
       {0x001E, &Player::SaveOrRestore, 0, false},
+      {0x0037, &Player::PaletteEntries, 0, false},
       {0x00F7, &Player::CreatePalette, 0, false},
       {0x00F8, &Player::CreateOther, 0, false},  // brush of another time
       {0x0102, &Player::Value, kGroundMode, false},
@@ -190,6 +191,7 @@ struct WmfRecords {
       {0x041B, &Player::Shape, kRectangle, true},
       {0x041F, &Player::Line, kPixel, true},
       {0x0429, &Player::Region, kFrameRegion, true},
+      {0x0436, &Player::PaletteEntries, 0, false},  // shown at once
       {0x0521, &Player::Text, 0, true},
       {0x0538, &Player::Points, kPolyPolygon, true},
       {0x061C, &Player::Shape, kRoundRectangle, true},

@@ -129,6 +129,11 @@ OBJECTS = [
                                     select(NULL_PEN),
                                     record(39, 2, 0, 0x01000001, 0), select(2), rectangle(20, 20, 100,
                                         100)), look("50,50 blue")),
+    case("palette_entries_that_change", metafile(
+        create_palette(1, (RED, BLUE, GREEN)), select_palette(1), set_palette_entries(1, 1, (YELLOW, CYAN, RED)),
+        resize_palette(1, 2), set_palette_entries(1, 70000, (RED,)), set_palette_entries(4, 0, (RED,)), select(NULL_PEN),
+        record(39, 2, 0, 0x01000001, 0), select(2), rectangle(20, 20, 100, 100), record(39, 3, 0, 0x01000002, 0), select(3),
+        rectangle(100, 20, 180, 100)), look("50,50 yellow; 150,50 cyan")),
     case("unknown_records_are_passed_over", filled(RED, unknown(4711, b"12345678"), comment(b"some comment"),
                                                    set_icm_mode(1),
                                                    rectangle(20, 20, 100, 100)), look("50,50 red")),

@@ -128,6 +128,8 @@ CLIPS = [
     case("exclude_then_intersect", filled(RED, exclude_clip(50, 60, 120, 130), intersect_clip(40, 40, 192, 192), ALL),
          look("45,45 red; 90,90 white; 30,30 white; 150,150 red")),
     case("offset", filled(RED, intersect_clip(50, 60, 120, 130), offset_clip(20, -30), ALL), box(70, 30, 140, 100)),
+    case("offset_of_a_shape", filled(RED, exclude_clip(50, 60, 120, 130), offset_clip(20, -30), ALL),
+         look("95,65 white; 60,120 red; 55,65 red; 135,95 white; 145,95 red")),
     case("scaled", filled(RED, set_world_transform(2, 0, 0, 2, 0, 0), intersect_clip(25, 30, 60, 65), ALL),
          box(50, 60, 120, 130)),
     case("turned", rotated(intersect_clip(20, 30, 100, 80), ALL, rectangle(0, 0, 300, 300)), box(112, 20, 162, 100)),

@@ -44,6 +44,10 @@ RECORDS = [
 TEXTS = [
     case("distances", written(ext_text_out(20, 20, "HIH", dx=(60, 40, 60))), box(23, 27, 146, 56, 4),
          clear_of((54, 20, 80, 70)), row(32, 5)),
+    case("distances_that_climb", written(ext_text_out(20, 120, "HHH", PDY, dx=(30, 40, 30, 20, 30, 0))),
+         box(23, 67, 106, 156, 4), clear_of((20, 60, 50, 120), (80, 100, 190, 190)), share((20, 60, 110, 160), 0.05)),
+    case("distances_that_stay_level", written(ext_text_out(20, 20, "HIH", PDY, dx=(60, 0, 40, 0, 60, 0))),
+         box(23, 27, 146, 56, 4), clear_of((54, 20, 80, 70))),
     case("opaque_box", written(set_bk_color(YELLOW), ext_text_out(40, 50, "H", OPAQUE, (20, 30, 170, 120))),
          box(20, 30, 170, 120),
          look("150,100 yellow; 25,35 yellow"), share((40, 50, 75, 90), 0.1, 0.9, "red")),

@@ -130,6 +130,10 @@ OBJECTS = [
     case("unknown_records_are_passed_over", filled(RED, record(0x7AB, 1, 2, 3), escape(15, b"some comment"),
                                                    set_mapper_flags(1), rectangle(20, 20, 90, 90)), look("50,50 red")),
     case("records_behind_the_end", filled(RED, record(0), rectangle(20, 20, 90, 90)), empty),
+    *(case(f"palette_entries_that_{name}", metafile(
+        create_palette((RED, BLUE)), select_palette(0), change(1, (GREEN, RED)), resize_palette(1), NO_PEN, select(1),
+        record(0x2FC, 0, tail=u32(0x01000001) + u16(0)), select(2), rectangle(20, 20, 90, 90)), look("50,50 green"))
+      for name, change in (("are_set", set_palette_entries), ("are_animated", animate_palette))),
     case("palette_colour", metafile(
         create_palette((RED, BLUE)), select_palette(0), realize_palette(), NO_PEN, select(1),
         record(0x2FC, 0, tail=u32(0x01000001) + u16(0)), select(2), rectangle(20, 20, 90, 90)), look("50,50 blue")),
