@@ -125,6 +125,8 @@ struct ShapePicture {
   float contrast = 1;                                              ///< of the usual one
   float brightness = 0;                                            ///< -1 black to 1 white
   bool isGrey = false, isBlackAndWhite = false;
+  bool hasClearColour = false;  ///< whose pixels are not seen
+  uint32_t clearRgb = 0;
   Border top, left, bottom, right;  ///< of an inline one
 };
 

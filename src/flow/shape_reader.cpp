@@ -15,7 +15,8 @@ constexpr PID kTextLeft = 0x0081, kTextTop = 0x0082, kTextRight = 0x0083, kTextB
 constexpr PID kArtText = 0x00C0, kArtFont = 0x00C5, kArtIsThere = 0x00F1, kArtIsBold = 0x00FA,
               kArtIsItalic = 0x00FB;
 constexpr PID kCropTop = 0x0100, kCropBottom = 0x0101, kCropLeft = 0x0102, kCropRight = 0x0103,
-              kContrast = 0x0108, kBrightness = 0x0109, kGrey = 0x013D, kBlackAndWhite = 0x013E;
+              kClearColour = 0x0107, kContrast = 0x0108, kBrightness = 0x0109, kGrey = 0x013D,
+              kBlackAndWhite = 0x013E;
 constexpr PID kGeoLeft = 0x0140, kGeoTop = 0x0141, kGeoRight = 0x0142, kGeoBottom = 0x0143,
               kShapePath = 0x0144, kVertices = 0x0145, kSegments = 0x0146, kFirstAdjustment = 0x0147,
               kGuides = 0x0156, kCanFill = 0x017F, kCanHaveLine = 0x017C;
@@ -192,6 +193,9 @@ void readPicture(const ShapeProperties& properties, ShapePicture& out) {
   out.brightness = std::clamp(properties.Fixed(pid::kBrightness, 0) * 2, -1.0f, 1.0f);
   out.isGrey = properties.Flag(pid::kGrey, false);
   out.isBlackAndWhite = properties.Flag(pid::kBlackAndWhite, false);
+  constexpr int32_t kNoColour = -1;
+  out.hasClearColour = properties.Number(pid::kClearColour, kNoColour) != kNoColour;
+  if (out.hasClearColour) out.clearRgb = shapeColour(properties, pid::kClearColour, 0);
 }
 
 std::u16string textOf(const ShapeProperties& properties, PID id) {

@@ -58,7 +58,7 @@ void fillPictures(WordDocument& doc) {
 
 /// Each in a frame that is no higher than broad, though the metafile is twice as broad as high.
 void fillMetafiles(WordDocument& doc) {
-  constexpr uint16_t kCropLeft = 0x0102, kGrey = 0x013D;
+  constexpr uint16_t kCropLeft = 0x0102, kClearColour = 0x0107, kGrey = 0x013D;
   doc.section(paper());
   auto add = [&doc, uid = uint8_t{0}](const char16_t* description, const Props& look) mutable {
     Props props = look;
@@ -72,6 +72,8 @@ void fillMetafiles(WordDocument& doc) {
   add(u"Whole", {});
   add(u"Right half", Props().fixed(kCropLeft, 0.5));
   add(u"Grey", Props().flag(kGrey, true));
+  add(u"Without red", Props().number(kClearColour, 0x0000FF));
+  add(u"Without any", Props().number(kClearColour, 0xFFFFFFFF));
   doc.paragraph("end of metafiles");
 }
 

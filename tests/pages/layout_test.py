@@ -244,6 +244,12 @@ class Metafiles(PageTest):
             for colour in side:
                 self.assertLess(max(colour) - min(colour), 3)
 
+    def test_lose_a_colour(self):
+        self.assertEqual([[(255, 255, 255)] * 2, [self.BLUE] * 2], self.colours("Without red"))
+
+    def test_lose_no_colour(self):
+        self.assertEqual([[self.RED] * 2, [self.BLUE] * 2], self.colours("Without any"))
+
 
 class Shapes(PageTest):
     document = "shapes"

@@ -63,6 +63,24 @@ void appendFilters(std::string& css, const ShapePicture& picture) {
   css += ';';
 }
 
+/// A filter that takes away what has this colour: 1 stands at the colour's place among the 256 of each part.
+void appendKeyFilter(std::string& markup, std::string_view id, uint32_t rgb) {
+  markup.append("<filter id=\"")
+      .append(id)
+      .append("\" color-interpolation-filters=\"sRGB\"><feComponentTransfer>");
+  for (const char part : {'R', 'G', 'B'}) {
+    const uint32_t place = rgb >> (part == 'R' ? 16 : part == 'G' ? 8 : 0) & 0xFF;
+    markup.append("<feFunc").append(1, part).append(" type=\"discrete\" tableValues=\"");
+    for (uint32_t i = 0; i < 256; ++i) markup += i == place ? "1 " : "0 ";
+    markup.back() = '"';
+    markup += "/>";
+  }
+  markup +=
+      "</feComponentTransfer><feColorMatrix values=\"0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 -1 -1 -1 0 3\" "
+      "result=\"k\"/>"
+      "<feComposite in=\"SourceGraphic\" in2=\"k\" operator=\"in\"/></filter>";
+}
+
 std::string_view kindOfPlace(PlacedShape::Kind kind) {
   return kind == PlacedShape::Kind::kInline ? "" : "fl";
 }
@@ -195,7 +213,9 @@ std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_v
       markup.append(" role=img aria-label=\"").append(description.view()).append("\"");
     return markup + "></span>";
   }
-  if (picture.shape && isCropped(picture.shape->picture)) {
+  constexpr uint32_t kMostKeyFilters = 256;  // one takes 2 KB
+  const bool hasKey = picture.shape && picture.shape->picture.hasClearColour && keyFilters_ < kMostKeyFilters;
+  if (hasKey || (picture.shape && isCropped(picture.shape->picture))) {
     markup = "<svg" + classes(place, name) + " viewBox=\"" + viewBoxOf(picture.shape->picture) +
              "\" preserveAspectRatio=none";
     if (description.empty()) {
@@ -203,7 +223,15 @@ std::string HtmlWriter::PictureMarkup(const PictureFacts& picture, std::string_v
     } else {
       markup.append(" role=img aria-label=\"").append(description.view()).append("\"");
     }
-    markup += "><image width=1000 height=1000 preserveAspectRatio=none href=\"";
+    markup += '>';
+    std::string filter;
+    if (hasKey) {
+      ++keyFilters_;
+      filter = "g-" + std::to_string(svgIds_.Take());
+      appendKeyFilter(markup, filter, picture.shape->picture.clearRgb);
+      filter = " filter=\"url(#" + filter + ")\"";
+    }
+    markup.append("<image width=1000 height=1000 preserveAspectRatio=none").append(filter).append(" href=\"");
     appendAttribute(markup, address.uri);
     return markup + "\"/></svg>";
   }

@@ -214,6 +214,7 @@ class HtmlWriter final : public FlowHandler {
 
   std::unordered_set<std::string> ids_;
   SvgIds svgIds_;
+  uint32_t keyFilters_ = 0;  ///< of pictures with a colour that is not seen
   std::string markup_;  ///< kept for its memory
 
   bool hasSectionElement_ = false;
