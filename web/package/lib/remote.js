@@ -1,0 +1,4 @@
+export const useWorkers = () => {};
+export const wantsWorker = () => false;
+export const convertThere = null;
+export const pagesThere = null;
