@@ -1,12 +1,14 @@
 // The module has no files, no threads and no environment: these stand where the C library would ask the system,
 // so that nothing but the host's functions is imported.
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 
 #include "convert/output_target.h"
@@ -27,6 +29,15 @@ std::unique_ptr<OutputTarget> makePathTarget(const TargetPath&, const std::strin
 
 }  // namespace pagerex
 
+namespace {
+
+int failWith(int error) {
+  errno = error;
+  return -1;
+}
+
+}  // namespace
+
 extern "C" {
 
 int clock_gettime(clockid_t, struct timespec* time) {
@@ -40,29 +51,65 @@ int nanosleep(const struct timespec*, struct timespec*) {
   return 0;
 }
 
+// No path leads anywhere, and no descriptor is open.
+
 int open(const char*, int, ...) {
-  errno = ENOENT;
-  return -1;
+  return failWith(ENOENT);
 }
-
+int openat(int, const char*, int, ...) {
+  return failWith(ENOENT);
+}
 int stat(const char*, struct stat*) {
-  errno = ENOENT;
-  return -1;
+  return failWith(ENOENT);
 }
-
+int lstat(const char*, struct stat*) {
+  return failWith(ENOENT);
+}
+int fstatat(int, const char*, struct stat*, int) {
+  return failWith(ENOENT);
+}
+int mkdir(const char*, mode_t) {
+  return failWith(ENOENT);
+}
+int unlinkat(int, const char*, int) {
+  return failWith(ENOENT);
+}
+int unlink(const char*) {
+  return failWith(ENOENT);
+}
+int remove(const char*) {
+  return failWith(ENOENT);
+}
 int fstat(int, struct stat*) {
-  errno = EBADF;
-  return -1;
+  return failWith(EBADF);
 }
-
 int close(int) {
-  errno = EBADF;
-  return -1;
+  return failWith(EBADF);
+}
+ssize_t pread(int, void*, size_t, off_t) {
+  return failWith(EBADF);
 }
 
-ssize_t pread(int, void*, size_t, off_t) {
-  errno = EBADF;
-  return -1;
+FILE* fopen(const char*, const char*) {
+  return failWith(ENOENT), nullptr;
+}
+FILE* fdopen(int, const char*) {
+  return failWith(EBADF), nullptr;
+}
+int fclose(FILE*) {
+  return failWith(EBADF);
+}
+DIR* fdopendir(int) {
+  return failWith(EBADF), nullptr;
+}
+int dirfd(DIR*) {
+  return failWith(EBADF);
+}
+struct dirent* readdir(DIR*) {
+  return nullptr;
+}
+int closedir(DIR*) {
+  return failWith(EBADF);
 }
 
 }  // extern "C"

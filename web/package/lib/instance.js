@@ -1,3 +1,4 @@
+import { decoders } from './code_pages.js';
 import { PagerexError } from './errors.js';
 
 const encoder = new TextEncoder();
@@ -21,12 +22,12 @@ export class Instance {
 
   static async make(module) {
     const made = new Instance();
-    return made.#begin(await WebAssembly.instantiate(module, made.#all(module)));
+    return made.#begin(await WebAssembly.instantiate(module, made.#imports()));
   }
 
   static makeSync(module) {
     const made = new Instance();
-    return made.#begin(new WebAssembly.Instance(module, made.#all(module)));
+    return made.#begin(new WebAssembly.Instance(module, made.#imports()));
   }
 
   #begin(instance) {
@@ -127,7 +128,7 @@ export class Instance {
   #text(place) {
     const memory = this.#memory();
     place >>>= 0;
-    return decoder.decode(memory.slice(place, memory.indexOf(0, place)));
+    return decoder.decode(memory.subarray(place, memory.indexOf(0, place)));
   }
 
   /** What a host's function throws stays here until the module has come back: it must not pass through it. */
@@ -141,31 +142,35 @@ export class Instance {
     }
   }
 
-  #all(module) {
-    const all = this.#imports();
-    for (const { module: from, name } of WebAssembly.Module.imports(module)) (all[from] ??= {})[name] ??= () => -1;
-    return all;
-  }
   #imports() {
     return {
-      host: {
-        begin: (_, name, mediaType) => this.#ask(0, (host) => host.begin(this.#text(name), this.#text(mediaType))),
-        write: (_, file, data, length) =>
-          this.#ask(1, (host) => {
-            data >>>= 0;
-            host.write(file, this.#memory().subarray(data, data + (length >>> 0)));
-            return 0;
-          }),
-        end: (_, file, isWhole) =>
-          this.#ask(1, (host) => {
-            host.end(file, isWhole !== 0);
-            return 0;
-          }),
-        page: (_, number, name) => this.#ask(0, (host) => void host.page?.(number, this.#text(name))),
-        goOn: () => this.#ask(stop, (host) => (host.mayGoOn?.() === false ? stop : goOn)),
-        progress: (_, done) => this.#ask(0, (host) => void host.progress?.(done)),
-        milliseconds: () => globalThis.performance?.now() ?? Date.now(),
+      host: { ...this.#sink(), ...decoders(() => this.#memory()), milliseconds: () => globalThis.performance?.now() ?? Date.now() },
+      env: { emscripten_notify_memory_growth() {} },
+      wasi_snapshot_preview1: {
+        proc_exit() {
+          throw new Error('the module gave up');
+        },
       },
+    };
+  }
+
+  #sink() {
+    return {
+      begin: (_, name, mediaType) => this.#ask(0, (host) => host.begin(this.#text(name), this.#text(mediaType))),
+      write: (_, file, data, length) =>
+        this.#ask(1, (host) => {
+          data >>>= 0;
+          host.write(file, this.#memory().subarray(data, data + (length >>> 0)));
+          return 0;
+        }),
+      end: (_, file, isWhole) =>
+        this.#ask(1, (host) => {
+          host.end(file, isWhole !== 0);
+          return 0;
+        }),
+      page: (_, number, name) => this.#ask(0, (host) => void host.page?.(number, this.#text(name))),
+      goOn: () => this.#ask(stop, (host) => (host.mayGoOn?.() === false ? stop : goOn)),
+      progress: (_, done) => this.#ask(0, (host) => void host.progress?.(done)),
     };
   }
 }
