@@ -5,6 +5,7 @@ const encoder = new TextEncoder();
 const decoder = new TextDecoder('utf-8', { ignoreBOM: true });
 const goOn = 1;
 const stop = -1;
+const badDescriptor = 8;
 
 /** An instance of the module, which holds one document: the other side of web/wasm/exports.cpp. */
 export class Instance {
@@ -147,6 +148,7 @@ export class Instance {
       host: { ...this.#sink(), ...decoders(() => this.#memory()), milliseconds: () => globalThis.performance?.now() ?? Date.now() },
       env: { emscripten_notify_memory_growth() {} },
       wasi_snapshot_preview1: {
+        fd_close: () => badDescriptor,
         proc_exit() {
           throw new Error('the module gave up');
         },
