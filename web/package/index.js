@@ -2,7 +2,8 @@ import { requestOf } from './lib/options.js';
 import { convertHere, detectHere, infoHere, pagesHere } from './lib/local.js';
 import { useModule } from './lib/load.js';
 import { forget, prepare } from './lib/pool.js';
-import { convertThere, pagesThere, useWorkers, wantsWorker } from './lib/remote.js';
+import { convertThere, pagesThere } from './lib/remote.js';
+import { useWorkers, wantsWorker } from './lib/workers.js';
 
 export { PagerexError } from './lib/errors.js';
 export { convertSync } from './sync.js';
