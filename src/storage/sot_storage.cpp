@@ -40,9 +40,11 @@ SotRoStream* SotRoStorage::openStreamOfAnyCase(const wchar_t* name) const {
   const auto small = [](wchar_t c) { return c >= L'A' && c <= L'Z' ? c + (L'a' - L'A') : c; };
   const std::wstring_view wanted(name);
   const auto isWanted = [&](const auto& stream) {
-    return std::ranges::equal(stream.first, wanted, {}, small, small);
+    const std::wstring_view given(stream.first);
+    return std::equal(given.begin(), given.end(), wanted.begin(), wanted.end(),
+                      [&](wchar_t a, wchar_t b) { return small(a) == small(b); });
   };
-  const auto found = std::ranges::find_if(streams_, isWanted);
+  const auto found = std::find_if(streams_.begin(), streams_.end(), isWanted);
   return found == streams_.end() ? nullptr : found->second;
 }
 

@@ -1,0 +1,46 @@
+import { requestOf } from './lib/options.js';
+import { convertHere, detectHere, infoHere, pagesHere } from './lib/local.js';
+import { useModule } from './lib/load.js';
+import { forget, prepare } from './lib/pool.js';
+import { convertThere, pagesThere } from './lib/remote.js';
+import { useWorkers, wantsWorker } from './lib/workers.js';
+
+export { PagerexError } from './lib/errors.js';
+export { convertSync } from './sync.js';
+
+/** What pages come in where nobody says otherwise: the first one fills a screen. */
+const usualPieces = { html: 20000 };
+
+export async function init({ wasm, worker } = {}) {
+  useWorkers(worker);
+  if (wasm !== undefined) {
+    forget();
+    await useModule(wasm);
+  }
+  await prepare();
+}
+
+export async function convert(input, options) {
+  const call = callOf(options);
+  return wantsWorker() ? convertThere(input, call) : convertHere(input, call);
+}
+
+export async function* pages(input, options = {}) {
+  const pageSize = options.pageSize ?? usualPieces[options.format ?? 'html'];
+  const call = callOf(pageSize ? { ...options, pageSize } : options);
+  return yield* wantsWorker() ? pagesThere(input, call) : pagesHere(input, call);
+}
+
+export async function info(input, options) {
+  return infoHere(input, callOf(options));
+}
+
+export async function detect(input, options) {
+  return detectHere(input, callOf(options));
+}
+
+function callOf(options) {
+  const request = requestOf(options);
+  options?.signal?.throwIfAborted();
+  return { request, signal: options?.signal, onProgress: options?.onProgress };
+}
