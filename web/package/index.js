@@ -21,25 +21,27 @@ export async function init({ wasm, worker } = {}) {
 }
 
 export async function convert(input, options) {
-  const call = callOf(options);
+  const call = callOf(options, input);
   return wantsWorker() ? convertThere(input, call) : convertHere(input, call);
 }
 
 export async function* pages(input, options = {}) {
   const pageSize = options.pageSize ?? usualPieces[options.format ?? 'html'];
-  const call = callOf(pageSize ? { ...options, pageSize } : options);
+  const call = callOf(pageSize ? { ...options, pageSize } : options, input);
   return yield* wantsWorker() ? pagesThere(input, call) : pagesHere(input, call);
 }
 
 export async function info(input, options) {
-  return infoHere(input, callOf(options));
+  return infoHere(input, callOf(options, input));
 }
 
 export async function detect(input, options) {
-  return detectHere(input, callOf(options));
+  return detectHere(input, callOf(options, input));
 }
 
-function callOf(options) {
+function callOf(options, input) {
+  // A promise that fails while nothing waits for it yet is no fault of its owner.
+  if (typeof input?.then === 'function') input.then(undefined, () => {});
   const request = requestOf(options);
   options?.signal?.throwIfAborted();
   return { request, signal: options?.signal, onProgress: options?.onProgress };

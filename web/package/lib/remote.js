@@ -73,14 +73,21 @@ class Conversation {
     const { request, signal } = this.call;
     const given = await input;
     this.#over?.();
-    if (typeof Blob === 'function' && given instanceof Blob) {
-      this.#worker.post({ do: 'read', blob: given, limits: request.limits });
-    } else {
-      await readInto(given, this.#sink(), { limits: request.limits, signal });
-    }
+    if (!this.#sendBlob(given)) await readInto(given, this.#sink(), { limits: request.limits, signal });
     this.#over?.();
     this.#worker.post({ do: 'convert', request });
     this.#watch(request.limits.milliseconds);
+  }
+
+  /** The worker reads it itself, where it can be handed over. */
+  #sendBlob(given) {
+    if (typeof Blob !== 'function' || !(given instanceof Blob)) return false;
+    try {
+      this.#worker.post({ do: 'read', blob: given, limits: this.call.request.limits });
+      return true;
+    } catch {
+      return false;
+    }
   }
 
   /** A copy each, of which the worker is then the owner. */
