@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <thread>
 
 namespace pagerex::python {
 namespace {
@@ -12,14 +13,26 @@ constexpr std::chrono::milliseconds kBetweenLooks{50};
 // Of the process, as its threads and signals are.
 std::atomic<unsigned long> mainThread{0};
 std::atomic<bool> isEnding{false};
+/// Threads, but for the main one, that have the lock in a callback or wait for it.
+std::atomic<int> withLock{0};
+constexpr std::chrono::seconds kMostWait{5};
 
 bool isMainThread() {
   return PyThread_get_thread_ident() == mainThread;
 }
 
-/// Taking the lock would end the thread in the midst of the library.
-bool mustNotTake() {
-  return isEnding && !isMainThread();
+/// Before the lock is taken. False at the end of the interpreter, where taking it would end the thread in the midst of
+/// the library.
+bool mayTake() {
+  if (isMainThread()) return true;
+  ++withLock;
+  if (!isEnding) return true;
+  --withLock;
+  return false;
+}
+
+void hasDone() {
+  if (!isMainThread()) --withLock;
 }
 
 }  // namespace
@@ -37,14 +50,20 @@ void Call::Begin() {
 }
 
 void Call::End() {
-  while (mustNotTake()) pause();
+  while (!mayTake()) pause();
   PyEval_RestoreThread(thread_);
+  hasDone();
 }
 
 bool Call::Take() {
-  if (HasFailed() || mustNotTake()) return false;
+  if (HasFailed() || !mayTake()) return false;
   PyEval_RestoreThread(thread_);
   return true;
+}
+
+void Call::Leave() {
+  thread_ = PyEval_SaveThread();
+  hasDone();
 }
 
 void Call::Keep() {
@@ -74,13 +93,17 @@ bool findMainThread() {
   if (!ident) return false;
   const unsigned long number = PyLong_AsUnsignedLong(ident.get());
   if (PyErr_Occurred()) return false;
-  unsigned long none = 0;
-  mainThread.compare_exchange_strong(none, number);
+  mainThread = number;
   return true;
 }
 
 void endThreads() {
   isEnding = true;
+  PyThreadState* const thread = PyEval_SaveThread();
+  const auto last = std::chrono::steady_clock::now() + kMostWait;
+  while (withLock > 0 && std::chrono::steady_clock::now() < last)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  PyEval_RestoreThread(thread);
 }
 
 }  // namespace pagerex::python

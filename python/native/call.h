@@ -31,7 +31,7 @@ class Call {
     if (!Take()) return false;
     const bool isDone = function();
     if (!isDone) Keep();
-    thread_ = PyEval_SaveThread();
+    Leave();
     return isDone;
   }
 
@@ -50,6 +50,7 @@ class Call {
   void Begin();
   void End();
   bool Take();
+  void Leave();
   void Keep();
   bool HasFailed() const { return type_ || isOutOfMemory_; }
 
@@ -62,10 +63,11 @@ class Call {
   Clock::time_point nextLook_{};
 };
 
-/// Tells which thread gets the signals. False with an exception set.
+/// Finds out, in the main interpreter, which thread gets the signals. False with an exception set.
 bool findMainThread();
 
-/// From the end of the interpreter on, no other thread than the main one takes its lock.
+/// From now on no other thread than the main one takes the lock for a callback: the interpreter ends. Waits for those
+/// that have it.
 void endThreads();
 
 }  // namespace pagerex::python

@@ -50,8 +50,13 @@ PyObject* version(PyObject*, PyObject*) {
   return PyUnicode_FromString(pagerex_version());
 }
 
+/// The one that gets the signals, and whose end is that of the process.
+bool isMainInterpreter() {
+  return PyInterpreterState_GetID(PyInterpreterState_Get()) == 0;
+}
+
 PyObject* end(PyObject*, PyObject*) {
-  endThreads();
+  if (isMainInterpreter()) endThreads();
   Py_RETURN_NONE;
 }
 
@@ -84,7 +89,7 @@ int fill(PyObject* module) {
     return -1;
   for (int i = 0; i < kFactsTypeCount; ++i)
     if (!makeType(module, factsSpec(static_cast<FactsType>(i)), state.factsTypes[i])) return -1;
-  return findMainThread() ? 0 : -1;
+  return !isMainInterpreter() || findMainThread() ? 0 : -1;
 }
 
 /// Does something to each type of the module.

@@ -1,7 +1,7 @@
 """Word 97-2003 documents (.doc) as web pages, Markdown and text, and as objects to read.
 
 >>> import pagerex
->>> print(pagerex.convert("sample.doc", to="markdown").content.splitlines()[0])
+>>> print(pagerex.convert("sample.doc", to="text").content.splitlines()[0])
 A Sampler
 >>> with pagerex.open("sample.doc") as document:
 ...     document.paragraphs[0].text

@@ -2,20 +2,17 @@
 
 from __future__ import annotations
 
-import threading
 from types import TracebackType
-from typing import TYPE_CHECKING, Any, Dict, Iterator, List, Mapping, Optional, Tuple, Type, cast
+from typing import TYPE_CHECKING, Any, Dict, Iterator, List, Optional, Tuple, Type, cast
 
 from . import _native
 from ._blocks import Block, Chunk, blocks_of, chunks_of
-from ._convert import conversion_of, info_of
 from ._items import (
     BOOKMARK_START,
     COMMENT,
     FORM_FIELD,
     LINK,
     NOTE,
-    NOTE_REFERENCE,
     PARAGRAPH,
     PICTURE,
     REVISION,
@@ -24,23 +21,17 @@ from ._items import (
     TEXT_BOX,
     View,
 )
-from ._options import main_name_of, settings_of
 from ._parts import Bookmark, Comment, Link, Note, Picture, Revision, Section
+from ._reading import Reading
 from ._results import Conversion, Counts, Info, Kind, Metadata, Outcome, Warning
-from ._source import Opened, opened
 from ._tables import Table
 from ._text import Paragraph, TextBox
-from .errors import raise_for
 
 if TYPE_CHECKING:
     from typing_extensions import Literal, Unpack
 
     from ._options import Format, Options
     from ._source import Source
-
-_OPTIONS = frozenset(("revisions", "hidden_text", "memory", "input_bytes", "deadline", "cancel"))
-#: Pictures are read a few megabytes at a time, so that a document of many is gone through a few times only.
-_PICTURE_BYTES = 1 << 24
 
 
 class Document:
@@ -49,25 +40,15 @@ class Document:
     Objects of it are equal if they stand for the same thing. Any thread may use it, one at a time.
     """
 
-    def __init__(self, native: _native.Document, held: Opened, options: Mapping[str, Any]) -> None:
-        self._native = native
-        self._held = held
-        self._settings = settings_of("html", options, _OPTIONS)
-        self._options = dict(options)
-        self._lock = threading.RLock()
+    def __init__(self, reading: Reading) -> None:
+        self._reading = reading
         self._views: Dict[str, Tuple[View, Outcome]] = {}
-        self._known: Optional[Info] = None
-        self._pictures: Dict[int, Tuple[int, int, bytes]] = {}
-        self._pictures_of: Optional[View] = None
 
     # What it is.
 
     @property
     def _info(self) -> Info:
-        with self._lock:
-            if self._known is None:
-                self._known = info_of(self._native)
-            return self._known
+        return self._reading.info()
 
     @property
     def kind(self) -> Kind:
@@ -223,20 +204,11 @@ class Document:
 
     def convert(self, to: Format = "html", **options: Unpack[Options]) -> Conversion:
         """As :func:`pagerex.convert`, as often as wanted."""
-        settings = settings_of(to, options)
-        name = main_name_of(to, options)
-        with self._lock:
-            native, files = self._native.write(None, name, settings)
-        conversion = conversion_of(native, files, to, name)
-        if native[0] != 0:
-            raise_for(conversion, self._held.name)
-        return conversion
+        return self._reading.convert(to, options)
 
     def close(self) -> None:
         """Lets go of what it is read from. What has been read of its text stays; its pictures do not."""
-        with self._lock:
-            self._native.close()
-            self._held.close()
+        self._reading.close()
 
     def __enter__(self) -> Document:
         return self
@@ -247,7 +219,7 @@ class Document:
         self.close()
 
     def __repr__(self) -> str:
-        return f"<Document {self._held.name!r}>" if self._held.name else "<Document>"
+        return f"<Document {self._reading.name!r}>" if self._reading.name else "<Document>"
 
     # How it is read.
 
@@ -257,19 +229,14 @@ class Document:
 
     def _read(self, revisions: Optional[str] = None) -> Tuple[View, Outcome]:
         """One state of its text."""
-        state = revisions or self._options.get("revisions", "final")
+        state = revisions or self._reading.revisions
         read = self._views.get(state)
-        if read is not None:
-            return read
-        with self._lock:
-            if state not in self._views:
-                settings = settings_of("html", dict(self._options, revisions=state), _OPTIONS)
-                native, tree = self._native.walk(settings)
-                outcome = Outcome(native)
-                if native[0] != 0:
-                    raise_for(outcome, self._held.name)
-                self._views[state] = View(tree, self), outcome
-            return self._views[state]
+        if read is None:
+            with self._reading.lock:
+                if state not in self._views:
+                    self._views[state] = self._reading.walk(state)
+                read = self._views[state]
+        return read
 
     def _in_sections(self, *kinds: int) -> List[Any]:
         view = self._view
@@ -280,41 +247,6 @@ class Document:
             for number in tree.children(section)
             if tree.kind(number) in kinds
         ]
-
-    def _note_of(self, view: View, reference: int) -> Optional[Note]:
-        """That a reference stands for."""
-        notes = cast("Optional[Dict[Tuple[int, int], Note]]", view.found.get("notes"))
-        if notes is None:
-            notes = {(note._note.kind, note._note.index): note for note in view.all(NOTE)}
-            view.found["notes"] = notes
-        facts: _native.NoteFacts = view.tree.facts(reference)
-        return notes.get((facts.kind, facts.index))
-
-    def _reference_of(self, view: View, note: Note) -> Optional[int]:
-        """That stands for a note."""
-        references = cast("Optional[Dict[Tuple[int, int], int]]", view.found.get("references"))
-        if references is None:
-            references = {}
-            for number in view.tree.find(0, NOTE_REFERENCE):
-                facts: _native.NoteFacts = view.tree.facts(number)
-                references.setdefault((facts.kind, facts.index), number)
-            view.found["references"] = references
-        return references.get((note._note.kind, note._note.index))
-
-    def _picture(self, view: View, order: int) -> Tuple[int, int, bytes]:
-        """Kind, whether it is packed, and bytes of a picture."""
-        with self._lock:
-            if self._pictures_of is not view or order not in self._pictures:
-                state = next(state for state, (known, _) in self._views.items() if known is view)
-                settings = settings_of("html", dict(self._options, revisions=state), _OPTIONS)
-                _, read = self._native.pictures(order, _PICTURE_BYTES, settings)
-                self._pictures = {number: (kind, packed, data) for number, kind, packed, data in read}
-                self._pictures_of = view
-            return self._pictures.get(order, (0, 0, b""))
-
-    def _picture_settings(self) -> Any:
-        limits: Dict[str, Any] = {name: self._options[name] for name in ("memory", "deadline", "cancel") if name in self._options}
-        return settings_of("html", limits, _OPTIONS)
 
 
 def open(
@@ -347,13 +279,4 @@ def open(
         "deadline": deadline,
         "cancel": cancel,
     }
-    settings = settings_of("html", options, _OPTIONS)
-    held = opened(source, keeps=True)
-    try:
-        native, document = _native.open(held.native, settings)
-        if native[0] != 0:
-            raise_for(Outcome(native), held.name)
-    except BaseException:
-        held.close()
-        raise
-    return Document(document, held, options)
+    return Document(Reading(source, options))

@@ -12,7 +12,7 @@ from typing import TYPE_CHECKING, Any, Callable, Dict, List, Optional, Tuple, Ty
 from . import _native
 
 if TYPE_CHECKING:
-    from ._document import Document
+    from ._reading import Reading
 
 # The numbers of ItemKind in native/tree.h.
 (
@@ -62,11 +62,12 @@ def item_class(kind: int) -> Callable[[Type[T]], Type[T]]:
 class View:
     """One state of a document's text: a tree, and what has been found in it."""
 
-    __slots__ = ("tree", "document", "text", "found")
+    __slots__ = ("tree", "reading", "revisions", "text", "found")
 
-    def __init__(self, tree: _native.Tree, document: Document) -> None:
+    def __init__(self, tree: _native.Tree, reading: Reading, revisions: str) -> None:
         self.tree = tree
-        self.document = document
+        self.reading = reading
+        self.revisions = revisions
         self.text = tree.body()
         #: What some properties look up, made once.
         self.found: Dict[str, Any] = {}

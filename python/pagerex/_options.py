@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-
 from typing import TYPE_CHECKING, Any, Callable, Dict, Mapping, Optional, Tuple
 
 from . import _native

@@ -7,14 +7,12 @@ import zlib
 from typing import Dict, List, Optional, Tuple, cast
 
 from . import _native
+from ._found import ranges_of, reference_of
 from ._items import (
     BOOKMARK_END,
     BOOKMARK_START,
     CHANGES,
     COMMENT,
-    COMMENT_END,
-    COMMENT_REFERENCE,
-    COMMENT_START,
     HEADER,
     LINK,
     NOTE,
@@ -214,7 +212,7 @@ class Note(Blocks):
     @property
     def reference(self) -> Optional[int]:
         """Where it is referred to in ``document.text``; None outside of that."""
-        number = self._view.document._reference_of(self._view, self)
+        number = reference_of(self._view, self._note)
         if number is None or self._view.tree.is_aside(number):
             return None
         return self._view.tree.span(number)[0]
@@ -222,7 +220,7 @@ class Note(Blocks):
     @property
     def paragraph(self) -> Optional[Paragraph]:
         """The one that refers to it."""
-        number = self._view.document._reference_of(self._view, self)
+        number = reference_of(self._view, self._note)
         return None if number is None else _paragraph_of(self._view, number)
 
 
@@ -260,30 +258,13 @@ class Comment(Blocks):
     @property
     def span(self) -> Optional[Tuple[int, int]]:
         """What it is about, in ``document.text``; None outside of that."""
-        return _ranges(self._view).get(self._comment.index)
+        return ranges_of(self._view).get(self._comment.index)
 
     @property
     def quoted(self) -> str:
         """The text that it is about."""
         span = self.span
         return self._view.text[span[0] : span[1]] if span else ""
-
-
-def _ranges(view: View) -> Dict[int, Tuple[int, int]]:
-    """Of comments, by their numbers."""
-    ranges = cast("Optional[Dict[int, Tuple[int, int]]]", view.found.get("comments"))
-    if ranges is None:
-        tree = view.tree
-        places: Dict[int, Dict[int, int]] = {}
-        for kind in (COMMENT_START, COMMENT_END, COMMENT_REFERENCE):
-            found = (number for number in tree.find(0, kind) if not tree.is_aside(number))
-            places[kind] = {tree.facts(number): tree.span(number)[0] for number in found}
-        ranges = {}
-        for index, place in places[COMMENT_REFERENCE].items():
-            end = places[COMMENT_END].get(index, place)
-            ranges[index] = (min(places[COMMENT_START].get(index, end), end), end)
-        view.found["comments"] = ranges
-    return ranges
 
 
 @item_class(LINK)
@@ -477,7 +458,7 @@ class Picture(Item):
     def _stored(self) -> Tuple[int, int, bytes]:
         if not self._picture.has_source:
             return 0, 0, b""
-        return self._view.document._picture(self._view, self._picture.order)
+        return self._view.reading.picture(self._view, self._picture.order)
 
     @property
     def data(self) -> bytes:
@@ -504,7 +485,7 @@ class Picture(Item):
         data = self.data
         if not data:
             return None
-        settings = self._view.document._picture_settings()
+        settings = self._view.reading.picture_settings()
         _, files = _native.convert_picture(data, self.width.pt, self.height.pt, settings)
         for _, media_type, content, is_complete in files:
             if is_complete and isinstance(content, bytes) and content:

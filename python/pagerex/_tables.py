@@ -8,7 +8,7 @@ from . import _native
 from ._items import CELL, CHANGES, ROW, TABLE, Blocks, Item, Length, colour_text, item_class
 from ._text import ALIGNMENTS, Style
 
-# Sound tables have 63 columns. Where a damaged one has far more, filling its grid would take more time than it is worth.
+# Sound tables have 63 columns. Filling the grid of a damaged one with far more would take more time than it is worth.
 _MOST_COLUMNS = 1000
 
 

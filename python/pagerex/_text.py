@@ -5,6 +5,7 @@ from __future__ import annotations
 from typing import List, NamedTuple, Optional, cast
 
 from . import _native
+from ._found import note_of
 from ._items import (
     CHANGES,
     LINK,
@@ -419,7 +420,7 @@ class Paragraph(Item):
         return [
             note
             for number in self._view.tree.find(self._number, NOTE_REFERENCE)
-            if (note := self._view.document._note_of(self._view, number)) is not None
+            if (note := note_of(self._view, number)) is not None
         ]
 
     @property

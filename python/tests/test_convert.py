@@ -6,8 +6,9 @@ import pickle
 import subprocess
 import sys
 
-import pagerex
 import pytest
+
+import pagerex
 
 
 def test_page_of_bytes(sample):
@@ -86,9 +87,8 @@ def test_bytes_are_not_copied(sample):
     pagerex.convert(buffer, "text")
     buffer.append(0)  # nobody holds on to it
 
-    with pagerex.open(memoryview(buffer).toreadonly()):
-        with pytest.raises(BufferError):
-            buffer.append(0)
+    with pagerex.open(memoryview(buffer).toreadonly()), pytest.raises(BufferError):
+        buffer.append(0)
     buffer.append(0)
 
 

@@ -6,8 +6,9 @@ import sys
 import threading
 import time
 
-import pagerex
 import pytest
+
+import pagerex
 
 
 def test_each_cause_has_its_exception(sample):
@@ -62,7 +63,11 @@ def test_an_interrupted_conversion_has_what_was_written(sample):
         pagerex.convert(sample, page_size=500, output_bytes=20000)
     partial = raised.value.result
     assert not partial.complete and 0 < partial.output_bytes <= 20000
-    assert partial.content.startswith("<!doctype html>") and len(partial.assets) >= 1 and partial.metadata.title == "A Sampler"
+    assert (
+        partial.content.startswith("<!doctype html>")
+        and len(partial.assets) >= 1
+        and partial.metadata.title == "A Sampler"
+    )
 
 
 def test_cancel_from_another_thread(sample):
