@@ -1,6 +1,11 @@
+import os
 import pathlib
+import sys
 
 import pytest
+
+# How an interpreter is started that runs under an emulator.
+sys.executable = os.environ.get("PAGEREX_TEST_PYTHON", sys.executable)
 
 HERE = pathlib.Path(__file__).resolve().parent
 
