@@ -21,8 +21,8 @@ bool isMainThread() {
   return PyThread_get_thread_ident() == mainThread;
 }
 
-/// Before the lock is taken. False at the end of the interpreter, where taking it would end the thread in the midst of
-/// the library.
+/// Before the lock is taken. False at the end of the interpreter, where taking it would end the thread in the
+/// midst of the library.
 bool mayTake() {
   if (isMainThread()) return true;
   ++withLock;
@@ -79,7 +79,8 @@ bool Call::MayGoOn() {
 
 bool Call::Raise() {
   if (type_) {
-    PyErr_Restore(std::exchange(type_, nullptr), std::exchange(value_, nullptr), std::exchange(traceback_, nullptr));
+    PyErr_Restore(std::exchange(type_, nullptr), std::exchange(value_, nullptr),
+                  std::exchange(traceback_, nullptr));
     return true;
   }
   if (isOutOfMemory_) PyErr_NoMemory();

@@ -6,8 +6,9 @@
 
 namespace pagerex::python {
 
-/// One call into the library, made without the interpreter's lock. What is called back from it takes the lock for as
-/// long as it needs it; the first exception that arises there is kept, ends the call, and is raised behind it.
+/// One call into the library, made without the interpreter's lock. What is called back from it takes the lock
+/// for as long as it needs it; the first exception that arises there is kept, ends the call, and is raised
+/// behind it.
 class Call {
  public:
   Call() = default;
@@ -24,8 +25,8 @@ class Call {
     return result;
   }
 
-  /// On the thread of the call: runs `function`, which returns false with an exception set, with the lock held.
-  /// False too where the call is at its end anyway.
+  /// On the thread of the call: runs `function`, which returns false with an exception set, with the lock
+  /// held. False too where the call is at its end anyway.
   template <class Function>
   bool Locked(const Function& function) {
     if (!Take()) return false;
@@ -35,7 +36,8 @@ class Call {
     return isDone;
   }
 
-  /// Whether nothing has arisen so far. On the main thread, signals are looked at as often as a person would notice.
+  /// Whether nothing has arisen so far. On the main thread, signals are looked at as often as a person would
+  /// notice.
   bool MayGoOn();
 
   /// For a callback that found no memory.
@@ -66,8 +68,8 @@ class Call {
 /// Finds out, in the main interpreter, which thread gets the signals. False with an exception set.
 bool findMainThread();
 
-/// From now on no other thread than the main one takes the lock for a callback: the interpreter ends. Waits for those
-/// that have it.
+/// From now on no other thread than the main one takes the lock for a callback: the interpreter ends. Waits
+/// for those that have it.
 void endThreads();
 
 }  // namespace pagerex::python

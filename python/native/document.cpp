@@ -13,8 +13,7 @@ namespace pagerex::python {
 namespace {
 
 struct DocumentObject {
-  PyObject_HEAD
-  PyObject* module;
+  PyObject_HEAD PyObject* module;
   Input* input;
   pagerex_document* document;  ///< null where it could not be opened, and once it is closed
   bool isBusy;
@@ -67,12 +66,14 @@ PyObject* answer(Call& call, const pagerex_result& result, Ref second) {
 
 /// Writes by `write(options, output, result)`.
 template <class Write>
-PyObject* writeTo(Call& call, Settings& settings, PyObject* target, const char* mainName, const Write& write) {
+PyObject* writeTo(Call& call, Settings& settings, PyObject* target, const char* mainName,
+                  const Write& write) {
   const std::unique_ptr<Sink> sink = makeSink(call, target, mainName);
   if (!sink) return nullptr;
   if (PyTuple_Check(target)) {
-    settings.SetPageFinished([](void* user, int page, const char* name) { static_cast<Sink*>(user)->PageFinished(page, name); },
-                             sink.get());
+    settings.SetPageFinished(
+        [](void* user, int page, const char* name) { static_cast<Sink*>(user)->PageFinished(page, name); },
+        sink.get());
   }
   pagerex_result result = emptyResult();
   call.Run([&] { return write(settings.options(), sink->output(), &result); });
@@ -86,12 +87,14 @@ PyObject* write(PyObject* self, PyObject* arguments) {
     const char* mainName = nullptr;
     Call call;
     Settings settings(call);
-    if (!PyArg_ParseTuple(arguments, "OsO", &target, &mainName, &tuple) || !settings.Take(tuple)) return nullptr;
+    if (!PyArg_ParseTuple(arguments, "OsO", &target, &mainName, &tuple) || !settings.Take(tuple))
+      return nullptr;
     const Use use(documentOf(self), call);
     if (!use) return nullptr;
-    return writeTo(call, settings, target, mainName, [&](const auto* options, const auto* output, auto* result) {
-      return pagerex_write(documentOf(self).document, options, output, result);
-    });
+    return writeTo(call, settings, target, mainName,
+                   [&](const auto* options, const auto* output, auto* result) {
+                     return pagerex_write(documentOf(self).document, options, output, result);
+                   });
   });
 }
 
@@ -110,8 +113,8 @@ PyObject* info(PyObject* self, PyObject*) {
     Py_DECREF(counts);
     return nullptr;
   }
-  return Py_BuildValue("iiKNN", code, static_cast<int>(info.kind), static_cast<unsigned long long>(info.input_bytes),
-                       counts, summary);
+  return Py_BuildValue("iiKNN", code, static_cast<int>(info.kind),
+                       static_cast<unsigned long long>(info.input_bytes), counts, summary);
 }
 
 pagerex_walk_options walkOptions(const Settings& settings) {
@@ -164,7 +167,8 @@ struct PictureReader {
     data.size = sizeof data;
     if (!picture.source || pagerex_picture_read(&picture, &data) != PAGEREX_RESULT_OK) data.length = 0;
     try {
-      pictures.push_back({own, data.type, data.is_deflated, {static_cast<const char*>(data.data), data.length}});
+      pictures.push_back(
+          {own, data.type, data.is_deflated, {static_cast<const char*>(data.data), data.length}});
     } catch (const std::bad_alloc&) {
       call.KeepNoMemory();
     }
@@ -184,8 +188,9 @@ struct PictureReader {
     Ref list(PyList_New(0));
     for (size_t i = 0; list && i < pictures.size(); ++i) {
       const Read& p = pictures[i];
-      const Ref entry(Py_BuildValue("IiiN", p.order, p.type, p.isDeflated,
-                                    PyBytes_FromStringAndSize(p.bytes.data(), static_cast<Py_ssize_t>(p.bytes.size()))));
+      const Ref entry(
+          Py_BuildValue("IiiN", p.order, p.type, p.isDeflated,
+                        PyBytes_FromStringAndSize(p.bytes.data(), static_cast<Py_ssize_t>(p.bytes.size()))));
       if (!entry || PyList_Append(list.get(), entry.get()) != 0) return nullptr;
     }
     return list.Release();
@@ -235,14 +240,17 @@ void freeDocument(PyObject* self) {
   freeObject(self);
 }
 
-PyMethodDef methods[] = {{"write", write, METH_VARARGS, "write(target, main_name, settings)"},
-                         {"info", info, METH_NOARGS, "(code, kind, input_bytes, counts, summary)"},
-                         {"walk", walk, METH_O, "walk(settings): (outcome, tree)"},
-                         {"pictures", pictures, METH_VARARGS, "pictures(first, most_bytes, settings)"},
-                         {"close", close, METH_NOARGS, "Lets go of the document and of what it is read from."},
-                         {}};
-PyType_Slot slots[] = {
-    {Py_tp_methods, methods}, {Py_tp_new, slot(refuseNew)}, {Py_tp_dealloc, slot(freeDocument)}, {0, nullptr}};
+PyMethodDef methods[] = {
+    {"write", write, METH_VARARGS, "write(target, main_name, settings)"},
+    {"info", info, METH_NOARGS, "(code, kind, input_bytes, counts, summary)"},
+    {"walk", walk, METH_O, "walk(settings): (outcome, tree)"},
+    {"pictures", pictures, METH_VARARGS, "pictures(first, most_bytes, settings)"},
+    {"close", close, METH_NOARGS, "Lets go of the document and of what it is read from."},
+    {}};
+PyType_Slot slots[] = {{Py_tp_methods, methods},
+                       {Py_tp_new, slot(refuseNew)},
+                       {Py_tp_dealloc, slot(freeDocument)},
+                       {0, nullptr}};
 
 }  // namespace
 
@@ -263,7 +271,8 @@ PyObject* openDocument(PyObject* module, PyObject* arguments) {
     object.module = module;
     object.input = input.release();
     pagerex_result result = emptyResult();
-    call.Run([&] { return pagerex_open(object.input->For(call), settings.limits(), &object.document, &result); });
+    call.Run(
+        [&] { return pagerex_open(object.input->For(call), settings.limits(), &object.document, &result); });
     object.input->SetCall(nullptr);
     return answer(call, result, std::move(made));
   });
@@ -279,9 +288,10 @@ PyObject* convertDocument(PyObject*, PyObject* arguments) {
     if (!PyArg_ParseTuple(arguments, "OOsO", &source, &target, &mainName, &tuple) || !settings.Take(tuple) ||
         !input.Take(source))
       return nullptr;
-    return writeTo(call, settings, target, mainName, [&](const auto* options, const auto* output, auto* result) {
-      return pagerex_convert(input.For(call), settings.limits(), options, output, result);
-    });
+    return writeTo(call, settings, target, mainName,
+                   [&](const auto* options, const auto* output, auto* result) {
+                     return pagerex_convert(input.For(call), settings.limits(), options, output, result);
+                   });
   });
 }
 

@@ -10,7 +10,19 @@
 namespace pagerex::python {
 namespace {
 
-enum class Form { kFlag, kByte, kShort, kSignedShort, kNumber, kInteger, kText, kColour, kDate, kWidths, kSections };
+enum class Form {
+  kFlag,
+  kByte,
+  kShort,
+  kSignedShort,
+  kNumber,
+  kInteger,
+  kText,
+  kColour,
+  kDate,
+  kWidths,
+  kSections
+};
 
 struct Field {
   const char* name;
@@ -28,7 +40,8 @@ T read(const char* at) {
 PyObject* integers(const int32_t* values, size_t count) {
   Ref tuple(PyTuple_New(static_cast<Py_ssize_t>(count)));
   for (size_t i = 0; tuple && i < count; ++i)
-    if (PyTuple_SetItem(tuple.get(), static_cast<Py_ssize_t>(i), PyLong_FromLong(values[i])) != 0) return nullptr;
+    if (PyTuple_SetItem(tuple.get(), static_cast<Py_ssize_t>(i), PyLong_FromLong(values[i])) != 0)
+      return nullptr;
   return tuple.Release();
 }
 
@@ -42,14 +55,22 @@ PyObject* get(PyObject* self, void* closure) {
   const auto& facts = *reinterpret_cast<const FactsObject*>(self);
   const char* const at = static_cast<const char*>(facts.facts) + field.offset;
   switch (field.form) {
-    case Form::kFlag: return PyBool_FromLong(read<uint8_t>(at));
-    case Form::kByte: return PyLong_FromLong(read<uint8_t>(at));
-    case Form::kShort: return PyLong_FromLong(read<uint16_t>(at));
-    case Form::kSignedShort: return PyLong_FromLong(read<int16_t>(at));
-    case Form::kNumber: return PyLong_FromUnsignedLong(read<uint32_t>(at));
-    case Form::kInteger: return PyLong_FromLong(read<int32_t>(at));
-    case Form::kDate: return dateOf(read<pagerex_date>(at));
-    case Form::kSections: return integers(reinterpret_cast<const int32_t*>(at), 6);
+    case Form::kFlag:
+      return PyBool_FromLong(read<uint8_t>(at));
+    case Form::kByte:
+      return PyLong_FromLong(read<uint8_t>(at));
+    case Form::kShort:
+      return PyLong_FromLong(read<uint16_t>(at));
+    case Form::kSignedShort:
+      return PyLong_FromLong(read<int16_t>(at));
+    case Form::kNumber:
+      return PyLong_FromUnsignedLong(read<uint32_t>(at));
+    case Form::kInteger:
+      return PyLong_FromLong(read<int32_t>(at));
+    case Form::kDate:
+      return dateOf(read<pagerex_date>(at));
+    case Form::kSections:
+      return integers(reinterpret_cast<const int32_t*>(at), 6);
     case Form::kText: {
       const std::string& text = treeOf(facts.tree).strings[read<StringId>(at)];
       return textOf(text.data(), text.size());
@@ -67,7 +88,8 @@ PyObject* get(PyObject* self, void* closure) {
   Py_RETURN_NONE;
 }
 
-#define FIELD(type, name, form, member) {name, Form::form, offsetof(type, member)}
+#define FIELD(type, name, form, member) \
+  { name, Form::form, offsetof(type, member) }
 // Offsets into what holds a vector are what every compiler of this library gives.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 

@@ -52,7 +52,8 @@ int64_t Input::readAt(void* user, uint64_t offset, void* buffer, size_t length) 
   int64_t count = -1;
   const bool isDone = self.call_ && self.call_->Locked([&] {
     const Ref result(PyObject_CallMethod(self.pathOrReader_.get(), "read_at", "Kn",
-                                         static_cast<unsigned long long>(offset), static_cast<Py_ssize_t>(length)));
+                                         static_cast<unsigned long long>(offset),
+                                         static_cast<Py_ssize_t>(length)));
     char* bytes = nullptr;
     Py_ssize_t size = 0;
     if (!result || PyBytes_AsStringAndSize(result.get(), &bytes, &size) != 0) return false;

@@ -7,7 +7,8 @@
 
 namespace pagerex::python {
 
-/// What a document is read from: bytes in place, a path, or an object with byte_count() and read_at(offset, length).
+/// What a document is read from: bytes in place, a path, or an object with byte_count() and read_at(offset,
+/// length).
 class Input {
  public:
   Input() = default;

@@ -39,8 +39,8 @@ PyObject* formats(PyObject*, PyObject*) {
   for (int i = 0; list; ++i) {
     const pagerex_format* const format = pagerex_format_at(i);
     if (!format) break;
-    const Ref entry(Py_BuildValue("ssssi", format->name, format->extension, format->media_type, format->sentence,
-                                  format->has_page_size));
+    const Ref entry(Py_BuildValue("ssssi", format->name, format->extension, format->media_type,
+                                  format->sentence, format->has_page_size));
     if (!entry || PyList_Append(list.get(), entry.get()) != 0) return nullptr;
   }
   return list.Release();
@@ -68,7 +68,8 @@ PyMethodDef functions[] = {
     {"version", version, METH_NOARGS, "Of the library."},
     {"end", end, METH_NOARGS, "The main interpreter comes to its end."},
     {"open", openDocument, METH_VARARGS, "open(source, settings): (outcome, document)"},
-    {"convert", convertDocument, METH_VARARGS, "convert(source, target, main_name, settings): (outcome, files)"},
+    {"convert", convertDocument, METH_VARARGS,
+     "convert(source, target, main_name, settings): (outcome, files)"},
     {"convert_picture", convertPicture, METH_VARARGS, "convert_picture(source, width, height, settings)"},
     {}};
 
@@ -129,9 +130,15 @@ PyModuleDef_Slot slotsOfInterpreters[] = {
     {kInterpretersSlot, reinterpret_cast<void*>(2)},  // each with a lock of its own
     {0, nullptr}};
 
-PyModuleDef definition = {
-    PyModuleDef_HEAD_INIT, "_native", "The library pagerex.", sizeof(ModuleState), functions, plainSlots, traverse,
-    clear,                 release};
+PyModuleDef definition = {PyModuleDef_HEAD_INIT,
+                          "_native",
+                          "The library pagerex.",
+                          sizeof(ModuleState),
+                          functions,
+                          plainSlots,
+                          traverse,
+                          clear,
+                          release};
 
 /// The 13 of "3.13.1 (main, ...)".
 int minorVersion() {

@@ -40,9 +40,9 @@ PyObject* textOf(const char* data, size_t length) {
 
 PyObject* countsOf(const pagerex_counts& counts) {
   using Number = unsigned long long;
-  return Py_BuildValue("KKKKK", static_cast<Number>(counts.characters), static_cast<Number>(counts.paragraphs),
-                       static_cast<Number>(counts.tables), static_cast<Number>(counts.pictures),
-                       static_cast<Number>(counts.pages));
+  return Py_BuildValue("KKKKK", static_cast<Number>(counts.characters),
+                       static_cast<Number>(counts.paragraphs), static_cast<Number>(counts.tables),
+                       static_cast<Number>(counts.pictures), static_cast<Number>(counts.pages));
 }
 
 PyObject* summaryOf(const pagerex_summary& s) {
@@ -53,8 +53,8 @@ PyObject* summaryOf(const pagerex_summary& s) {
                        textOf(s.last_author), textOf(s.keywords), textOf(s.comments), textOf(s.category),
                        textOf(s.manager), textOf(s.company), textOf(s.template_name), textOf(s.application),
                        textOf(s.revision), textOf(s.language), textOf(s.created), textOf(s.saved),
-                       textOf(s.printed), s.editing_minutes, s.pages, s.words, s.characters, s.paragraphs, s.lines,
-                       s.security, custom);
+                       textOf(s.printed), s.editing_minutes, s.pages, s.words, s.characters, s.paragraphs,
+                       s.lines, s.security, custom);
 }
 
 PyObject* outcomeOf(const pagerex_result& result) {

@@ -8,7 +8,8 @@
 #include <utility>
 
 #if defined(Py_LIMITED_API) && Py_LIMITED_API + 0 < 0x030b0000
-// Buffers are promised from 3.11 on. 3.9 and 3.10 have the same structure and functions, and will not change any more.
+// Buffers are promised from 3.11 on. 3.9 and 3.10 have the same structure and functions, and will not change
+// any more.
 extern "C" {
 typedef struct {
   void* buf;

@@ -16,8 +16,8 @@ PyObject* isCanceled(PyObject* self, void*) {
 
 PyMethodDef cancelMethods[] = {
     {"cancel", cancel, METH_NOARGS, "Ends the calls that were given this; from any thread."}, {}};
-PyGetSetDef cancelAttributes[] = {
-    {"canceled", isCanceled, nullptr, "Whether cancel() was called.", nullptr}, {}};
+PyGetSetDef cancelAttributes[] = {{"canceled", isCanceled, nullptr, "Whether cancel() was called.", nullptr},
+                                  {}};
 PyType_Slot cancelSlots[] = {
     {Py_tp_doc, const_cast<char*>("Ends conversions that were given it as the option ``cancel``.")},
     {Py_tp_methods, cancelMethods},
@@ -37,9 +37,9 @@ bool Settings::Take(PyObject* tuple) {
   PyObject *cancelFlag = Py_None, *progressFunction = Py_None;
   if (!PyArg_ParseTuple(tuple, "sLiiiiiiiiiiiKKKKOO", &options_.format, &pageSize, &options_.links,
                         &options_.pictures, &options_.revisions, &options_.hidden_text, &options_.no_comments,
-                        &options_.headers, &options_.front_matter, &options_.page_breaks, &options_.common_mark,
-                        &options_.width, &options_.dark_scheme, &memory, &inputBytes, &outputBytes, &deadline,
-                        &cancelFlag, &progressFunction))
+                        &options_.headers, &options_.front_matter, &options_.page_breaks,
+                        &options_.common_mark, &options_.width, &options_.dark_scheme, &memory, &inputBytes,
+                        &outputBytes, &deadline, &cancelFlag, &progressFunction))
     return false;
   options_.page_size = pageSize;
   limits_.memory = memory;

@@ -7,8 +7,7 @@ namespace pagerex::python {
 
 /// A flag that ends a call; the Python type Cancel.
 struct CancelObject {
-  PyObject_HEAD
-  int flag;
+  PyObject_HEAD int flag;
 };
 
 extern PyType_Spec cancelSpec;

@@ -9,7 +9,8 @@
 
 namespace pagerex::python {
 
-/// Where the files of a conversion go: the output that the library is handed, and what is told of it to Python.
+/// Where the files of a conversion go: the output that the library is handed, and what is told of it to
+/// Python.
 class Sink {
  public:
   virtual ~Sink() = default;
@@ -23,9 +24,9 @@ class Sink {
   pagerex_output output_{};
 };
 
-/// By the kind of `target`: None for memory, bytes for a path, a pair of functions (file, page) that are called with
-/// (name, media_type, content, complete) for each file that ends and with (number, name) for each page that does. The
-/// file of `mainName` is a text, the others are bytes. Null with an exception set.
+/// By the kind of `target`: None for memory, bytes for a path, a pair of functions (file, page) that are
+/// called with (name, media_type, content, complete) for each file that ends and with (number, name) for each
+/// page that does. The file of `mainName` is a text, the others are bytes. Null with an exception set.
 std::unique_ptr<Sink> makeSink(Call& call, PyObject* target, const char* mainName);
 
 }  // namespace pagerex::python

@@ -42,12 +42,12 @@ enum class ItemKind : uint8_t {
 /// In the order of the document: an item stands in front of those within it.
 struct Item {
   ItemKind kind;
-  bool isAside;             ///< its text is not of the body, but of a header, a note or a comment
-  uint32_t parent;          ///< its own number for the first
-  uint32_t next;            ///< behind all that is within
-  uint32_t facts;           ///< number among those of its kind; of a bookmark a string, of a comment's range an index
-  uint32_t begin, end;      ///< bytes of its text
-  uint32_t first, last;     ///< the same in characters
+  bool isAside;     ///< its text is not of the body, but of a header, a note or a comment
+  uint32_t parent;  ///< its own number for the first
+  uint32_t next;    ///< behind all that is within
+  uint32_t facts;   ///< number among those of its kind; of a bookmark a string, of a comment's range an index
+  uint32_t begin, end;   ///< bytes of its text
+  uint32_t first, last;  ///< the same in characters
 };
 
 /// Numbers of strings stand for texts, 0 for none.

@@ -24,7 +24,8 @@ int32_t backgroundOf(const pagerex_shading& shading) {
 }
 
 uint32_t charactersOf(std::string_view text) {
-  return static_cast<uint32_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+  return static_cast<uint32_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
 /// Without the names, which stand for themselves.
@@ -53,8 +54,8 @@ Item& TreeBuilder::Add(ItemKind kind, uint32_t facts) {
   const uint32_t number = static_cast<uint32_t>(tree_.items.size());
   if (number >= UINT32_MAX - 1) throw std::bad_alloc();
   const Place at = place();
-  tree_.items.push_back({kind, isAside_, open_.empty() ? number : open_.back(), number + 1, facts, at.bytes, at.bytes,
-                         at.characters, at.characters});
+  tree_.items.push_back({kind, isAside_, open_.empty() ? number : open_.back(), number + 1, facts, at.bytes,
+                         at.bytes, at.characters, at.characters});
   return tree_.items.back();
 }
 
@@ -92,7 +93,8 @@ void TreeBuilder::PutOwedSpace() {
 
 StringId TreeBuilder::Keep(std::string_view kept) {
   if (kept.empty()) return 0;
-  const auto [place, isNew] = stringIds_.try_emplace(std::string(kept), static_cast<StringId>(tree_.strings.size()));
+  const auto [place, isNew] =
+      stringIds_.try_emplace(std::string(kept), static_cast<StringId>(tree_.strings.size()));
   if (isNew) tree_.strings.emplace_back(kept);
   return place->second;
 }
@@ -146,7 +148,8 @@ void TreeBuilder::BeginParagraph(const pagerex_paragraph& p) {
   ParagraphFacts facts{};
   facts.style = Keep(p.style), facts.label = Keep(p.label);
   facts.position = p.position;
-  facts.labelBytes = place().bytes - start.bytes, facts.labelCharacters = place().characters - start.characters;
+  facts.labelBytes = place().bytes - start.bytes,
+  facts.labelCharacters = place().characters - start.characters;
   facts.headingLevel = p.heading_level, facts.outlineLevel = p.outline_level;
   facts.isListItem = p.is_list_item, facts.isBullet = p.is_bullet, facts.listLevel = p.list_level;
   facts.numberFormat = p.number_format, facts.listId = p.list_id, facts.number = p.number;
@@ -155,7 +158,8 @@ void TreeBuilder::BeginParagraph(const pagerex_paragraph& p) {
   facts.pageBreakBefore = p.page_break_before, facts.widowControl = p.widow_control;
   facts.lineSpacing = p.line_spacing, facts.lineHeight = p.line_height;
   facts.spaceBefore = p.space_before, facts.spaceAfter = p.space_after;
-  facts.indentStart = p.indent_start, facts.indentEnd = p.indent_end, facts.indentFirstLine = p.indent_first_line;
+  facts.indentStart = p.indent_start, facts.indentEnd = p.indent_end,
+  facts.indentFirstLine = p.indent_first_line;
   facts.background = backgroundOf(p.shading);
   Open(ItemKind::kParagraph, keep(tree_.paragraphs, facts));
   if (p.label_picture) ++pictureCount_;
@@ -203,8 +207,9 @@ void TreeBuilder::FormField(const pagerex_form_field& field, const pagerex_run& 
 }
 
 uint32_t TreeBuilder::KeepPicture(const pagerex_picture& p) {
-  return keep(tree_.pictures, {Keep(p.description), Keep(p.name), Keep(p.linked_address), pictureCount_, p.identity,
-                               p.width, p.height, p.is_inline, p.is_behind_text, p.source != nullptr});
+  return keep(tree_.pictures,
+              {Keep(p.description), Keep(p.name), Keep(p.linked_address), pictureCount_, p.identity, p.width,
+               p.height, p.is_inline, p.is_behind_text, p.source != nullptr});
 }
 
 void TreeBuilder::Picture(const pagerex_picture& picture) {
@@ -216,9 +221,19 @@ void TreeBuilder::Picture(const pagerex_picture& picture) {
 
 void TreeBuilder::BeginTable(const pagerex_table& t) {
   PutOwedSpace();
-  TableFacts facts{Keep(t.style), t.depth,          t.row_count,        t.header_row_count, t.column_count, t.width,
-                   t.indent,      t.width_kind,     t.alignment,        t.is_right_to_left, t.is_regular,
-                   t.has_merged_cells, {}};
+  TableFacts facts{Keep(t.style),
+                   t.depth,
+                   t.row_count,
+                   t.header_row_count,
+                   t.column_count,
+                   t.width,
+                   t.indent,
+                   t.width_kind,
+                   t.alignment,
+                   t.is_right_to_left,
+                   t.is_regular,
+                   t.has_merged_cells,
+                   {}};
   facts.columnWidths.assign(t.column_widths, t.column_widths + (t.column_widths ? t.column_count : 0));
   ++tables_;
   Open(ItemKind::kTable, keep(tree_.tables, std::move(facts)));
@@ -251,16 +266,31 @@ void TreeBuilder::BeginCell(const pagerex_cell& cell) {
     if (!isFirstCell_) Put("\t");
     isFirstCell_ = owesSpace_ = cellHasText_ = false;
   }
-  Open(ItemKind::kCell, keep(tree_.cells, {cell.width, cell.column_span, cell.row_span, cell.vertical_alignment,
-                                           backgroundOf(cell.shading)}));
+  Open(ItemKind::kCell, keep(tree_.cells, {cell.width, cell.column_span, cell.row_span,
+                                           cell.vertical_alignment, backgroundOf(cell.shading)}));
 }
 
 // Parts.
 
 void TreeBuilder::BeginSection(const pagerex_section& s) {
-  SectionFacts facts{s.index, s.start, s.page_width, s.page_height, s.margin_top, s.margin_bottom, s.margin_left,
-                     s.margin_right, s.gutter, s.header_distance, s.footer_distance, s.column_count, s.is_landscape,
-                     s.has_title_page, s.is_right_to_left, s.restarts_page_numbers, s.first_page_number, {}};
+  SectionFacts facts{s.index,
+                     s.start,
+                     s.page_width,
+                     s.page_height,
+                     s.margin_top,
+                     s.margin_bottom,
+                     s.margin_left,
+                     s.margin_right,
+                     s.gutter,
+                     s.header_distance,
+                     s.footer_distance,
+                     s.column_count,
+                     s.is_landscape,
+                     s.has_title_page,
+                     s.is_right_to_left,
+                     s.restarts_page_numbers,
+                     s.first_page_number,
+                     {}};
   std::copy_n(&s.header_sections[0][0], 6, facts.headerSections);
   Open(ItemKind::kSection, keep(tree_.sections, facts));
 }

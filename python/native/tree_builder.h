@@ -5,8 +5,9 @@
 
 namespace pagerex::python {
 
-/// Fills a tree by a walk: begin/end pairs become items, neighbouring texts of one look one run. The text of the body
-/// has a line for each paragraph and each row of a table; cells are parted by tabs, the paragraphs of one by spaces.
+/// Fills a tree by a walk: begin/end pairs become items, neighbouring texts of one look one run. The text of
+/// the body has a line for each paragraph and each row of a table; cells are parted by tabs, the paragraphs
+/// of one by spaces.
 class TreeBuilder {
  public:
   TreeBuilder(Tree& tree, Call& call) : tree_(tree), call_(call) { Open(ItemKind::kDocument, 0); }

@@ -86,26 +86,43 @@ PyObject* facts(PyObject* self, PyObject* number) {
   if (!item) return nullptr;
   const Tree& t = treeOf(self);
   PyObject* const module = reinterpret_cast<TreeObject*>(self)->module;
-  const auto make = [&](FactsType type, const auto& all) { return makeFacts(module, self, type, &all[item->facts]); };
+  const auto make = [&](FactsType type, const auto& all) {
+    return makeFacts(module, self, type, &all[item->facts]);
+  };
   switch (item->kind) {
-    case ItemKind::kRun: return make(kRunFacts, t.runs);
-    case ItemKind::kParagraph: return make(kParagraphFacts, t.paragraphs);
-    case ItemKind::kSection: return make(kSectionFacts, t.sections);
-    case ItemKind::kHeader: return make(kHeaderFacts, t.headers);
-    case ItemKind::kTable: return make(kTableFacts, t.tables);
-    case ItemKind::kRow: return make(kRowFacts, t.rows);
-    case ItemKind::kCell: return make(kCellFacts, t.cells);
-    case ItemKind::kLink: return make(kLinkFacts, t.links);
+    case ItemKind::kRun:
+      return make(kRunFacts, t.runs);
+    case ItemKind::kParagraph:
+      return make(kParagraphFacts, t.paragraphs);
+    case ItemKind::kSection:
+      return make(kSectionFacts, t.sections);
+    case ItemKind::kHeader:
+      return make(kHeaderFacts, t.headers);
+    case ItemKind::kTable:
+      return make(kTableFacts, t.tables);
+    case ItemKind::kRow:
+      return make(kRowFacts, t.rows);
+    case ItemKind::kCell:
+      return make(kCellFacts, t.cells);
+    case ItemKind::kLink:
+      return make(kLinkFacts, t.links);
     case ItemKind::kNote:
     case ItemKind::kNoteReference:
-    case ItemKind::kNoteMark: return make(kNoteFacts, t.notes);
-    case ItemKind::kComment: return make(kCommentFacts, t.comments);
-    case ItemKind::kRevision: return make(kRevisionFacts, t.revisions);
-    case ItemKind::kFormField: return make(kFormFieldFacts, t.formFields);
-    case ItemKind::kPicture: return make(kPictureFacts, t.pictures);
+    case ItemKind::kNoteMark:
+      return make(kNoteFacts, t.notes);
+    case ItemKind::kComment:
+      return make(kCommentFacts, t.comments);
+    case ItemKind::kRevision:
+      return make(kRevisionFacts, t.revisions);
+    case ItemKind::kFormField:
+      return make(kFormFieldFacts, t.formFields);
+    case ItemKind::kPicture:
+      return make(kPictureFacts, t.pictures);
     case ItemKind::kBookmarkStart:
-    case ItemKind::kBookmarkEnd: return textOf(t.strings[item->facts].data(), t.strings[item->facts].size());
-    default: return PyLong_FromUnsignedLong(item->facts);
+    case ItemKind::kBookmarkEnd:
+      return textOf(t.strings[item->facts].data(), t.strings[item->facts].size());
+    default:
+      return PyLong_FromUnsignedLong(item->facts);
   }
 }
 
@@ -125,18 +142,17 @@ void freeTree(PyObject* self) {
   freeObject(self);
 }
 
-PyMethodDef methods[] = {
-    {"kind", kind, METH_O, "What an item is."},
-    {"parent", parent, METH_O, "What an item stands in."},
-    {"next", next, METH_O, "The number behind all that is within an item."},
-    {"children", children, METH_O, "The items directly within one."},
-    {"find", find, METH_VARARGS, "All items of a kind within one, however deep."},
-    {"span", span, METH_O, "The characters of an item in the text it belongs to."},
-    {"is_aside", isAside, METH_O, "Whether that is not the body's."},
-    {"text", text, METH_O, "The text of an item."},
-    {"facts", facts, METH_O, "What is known of an item."},
-    {"body", body, METH_NOARGS, "The whole text of the body."},
-    {}};
+PyMethodDef methods[] = {{"kind", kind, METH_O, "What an item is."},
+                         {"parent", parent, METH_O, "What an item stands in."},
+                         {"next", next, METH_O, "The number behind all that is within an item."},
+                         {"children", children, METH_O, "The items directly within one."},
+                         {"find", find, METH_VARARGS, "All items of a kind within one, however deep."},
+                         {"span", span, METH_O, "The characters of an item in the text it belongs to."},
+                         {"is_aside", isAside, METH_O, "Whether that is not the body's."},
+                         {"text", text, METH_O, "The text of an item."},
+                         {"facts", facts, METH_O, "What is known of an item."},
+                         {"body", body, METH_NOARGS, "The whole text of the body."},
+                         {}};
 PyType_Slot slots[] = {{Py_tp_methods, methods},
                        {Py_sq_length, slot(size)},
                        {Py_tp_new, slot(refuseNew)},

@@ -6,14 +6,12 @@
 namespace pagerex::python {
 
 struct TreeObject {
-  PyObject_HEAD
-  PyObject* module;
+  PyObject_HEAD PyObject* module;
   Tree* tree;
 };
 
 struct FactsObject {
-  PyObject_HEAD
-  PyObject* tree;
+  PyObject_HEAD PyObject* tree;
   const void* facts;
 };
 
