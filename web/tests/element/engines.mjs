@@ -85,7 +85,7 @@ class Puppet {
 
 const KEYS = {
   Enter: '\uE007', Tab: '\uE004', Escape: '\uE00C', Shift: '\uE008', Control: '\uE009', Backspace: '\uE003',
-  PageUp: '\uE00E', PageDown: '\uE00F', End: '\uE010', Home: '\uE011', Space: ' ',
+  PageUp: '\uE00E', PageDown: '\uE00F', End: '\uE010', Home: '\uE011',
   ArrowLeft: '\uE012', ArrowUp: '\uE013', ArrowRight: '\uE014', ArrowDown: '\uE015',
 };
 

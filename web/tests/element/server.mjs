@@ -1,65 +1,36 @@
-// Serves the package and the pages of the tests, and converts by the native program for pages that have no module.
+// Serves the package and the pages of the tests, and remembers what was asked for.
 
-import { execFile } from 'node:child_process';
-import { mkdtempSync, readFileSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
+import { readFileSync } from 'node:fs';
 import { createServer } from 'node:http';
-import { tmpdir } from 'node:os';
 import { extname, join, normalize } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
-const HERE = fileURLToPath(new URL('.', import.meta.url));
+const folder = (path) => fileURLToPath(new URL(path, import.meta.url));
 const ROOTS = {
-  package: fileURLToPath(new URL('../../package', import.meta.url)),
-  pages: join(HERE, 'pages'),
-  samples: fileURLToPath(new URL('../../../samples', import.meta.url)),
-  modules: join(HERE, 'node_modules'),
+  package: folder('../../package'),
+  pages: folder('pages'),
+  samples: folder('../../../samples'),
+  modules: folder('node_modules'),
 };
-const TYPES = { '.html': 'text/html;charset=utf-8', '.js': 'text/javascript', '.mjs': 'text/javascript',
-  '.css': 'text/css', '.doc': 'application/msword', '.wasm': 'application/wasm' };
+const TYPES = { '.html': 'text/html;charset=utf-8', '.js': 'text/javascript', '.css': 'text/css',
+  '.doc': 'application/msword', '.wasm': 'application/wasm' };
 
-const bodyOf = async (request) => {
-  const parts = [];
-  for await (const part of request) parts.push(part);
-  return Buffer.concat(parts);
-};
+/** A page that allows nothing but what is its own, and no text as markup. */
+const STRICT = "default-src 'none';script-src 'self' 'wasm-unsafe-eval';style-src 'self';connect-src 'self';"
+  + "worker-src 'self';img-src 'self' data:;frame-src 'self';require-trusted-types-for 'script'";
 
-/** What the native program makes of a document: { code, sentence, files }, the main file first. */
-function convertNatively(pagerex, bytes, args) {
-  const folder = mkdtempSync(join(tmpdir(), 'pagerex-'));
-  const target = join(folder, 'out.html');
-  writeFileSync(join(folder, 'in.doc'), bytes);
-  return new Promise((resolve) => {
-    execFile(pagerex, [...args, '-o', target, join(folder, 'in.doc')], (error, _out, complaint) => {
-      if (error) {
-        resolve({ code: 'not_word', sentence: String(complaint).replace(/^.*in\.doc: /s, '').trim() });
-      } else {
-        const read = (path) => readFileSync(path, 'utf8');
-        const rest = readdirSync(folder).includes('out.files') ? readdirSync(join(folder, 'out.files')) : [];
-        rest.sort((one, other) => Number.parseInt(one, 10) - Number.parseInt(other, 10));
-        resolve({ files: [read(target), ...rest.map((name) => read(join(folder, 'out.files', name)))] });
-      }
-      rmSync(folder, { recursive: true });
-    });
-  });
-}
-
-/** `documents`: bytes by their name, under /documents/. */
-export async function serve({ pagerex, documents = {} } = {}) {
+/** `documents`: bytes by their path; `module`: the path of pagerex.wasm. */
+export async function serve({ documents = {}, module } = {}) {
   const requests = [];
-  const server = createServer(async (request, response) => {
-    const { pathname, searchParams } = new URL(request.url, 'http://localhost');
-    requests.push(pathname);
+  const server = createServer((request, response) => {
+    const { pathname } = new URL(request.url, 'http://localhost');
     const [, root, ...rest] = pathname.split('/');
+    const name = normalize(rest.join('/'));
+    requests.push(pathname);
     try {
-      if (root === 'convert') {
-        const answer = await convertNatively(pagerex, await bodyOf(request), searchParams.getAll('arg'));
-        response.setHeader('content-type', 'application/json');
-        response.end(JSON.stringify(answer));
-        return;
-      }
-      const name = normalize(rest.join('/'));
-      const bytes = root === 'documents' ? documents[name] : readFileSync(join(ROOTS[root], name));
-      if (searchParams.has('policy')) response.setHeader('content-security-policy', searchParams.get('policy'));
+      const isModule = pathname === '/package/pagerex.wasm';
+      const bytes = documents[pathname] ?? readFileSync(isModule ? module : join(ROOTS[root], name));
+      if (name === 'strict.html') response.setHeader('content-security-policy', STRICT);
       response.setHeader('content-type', TYPES[extname(name)] ?? 'application/octet-stream');
       response.end(bytes);
     } catch {

@@ -1,0 +1,3 @@
+import { suite } from './suite.mjs';
+
+suite('Chromium');
