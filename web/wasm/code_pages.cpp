@@ -1,5 +1,5 @@
-// iconv by the host's own tables, which saves the module 130 KB of them. Of the code pages that a browser knows
-// to UTF-16, in one direction.
+// iconv by the host's own tables, which saves the module 130 KB of them. Of the code pages that a browser
+// knows to UTF-16, in one direction.
 
 #include <iconv.h>
 
@@ -12,9 +12,10 @@
 
 /// Whether there is such a decoder. It begins anew with each text.
 IMPORT(hasCodePage) int hostHasCodePage(int codePage);
-/// Decodes bytes, which may end within a character unless they are the last ones, to `units`: their count. One
-/// byte makes one unit at most, and one more may come of what was kept back.
-IMPORT(decode) uint32_t hostDecode(int codePage, const void* bytes, uint32_t length, int isLast, char16_t* units);
+/// Decodes bytes, which may end within a character unless they are the last ones, to `units`: their count.
+/// One byte makes one unit at most, and one more may come of what was kept back.
+IMPORT(decode)
+uint32_t hostDecode(int codePage, const void* bytes, uint32_t length, int isLast, char16_t* units);
 
 namespace {
 
@@ -49,8 +50,8 @@ size_t iconv(iconv_t converter, char** in, size_t* inLeft, char** out, size_t* o
   const int codePage = static_cast<int>(reinterpret_cast<intptr_t>(converter));
   const size_t room = *outLeft / sizeof(char16_t) - kKeptBack;
   const size_t length = in && *in ? std::min(*inLeft, room) : 0;
-  const uint32_t count = hostDecode(codePage, length > 0 ? *in : nullptr, static_cast<uint32_t>(length), length == 0,
-                                    reinterpret_cast<char16_t*>(*out));
+  const uint32_t count = hostDecode(codePage, length > 0 ? *in : nullptr, static_cast<uint32_t>(length),
+                                    length == 0, reinterpret_cast<char16_t*>(*out));
   *out += count * sizeof(char16_t);
   *outLeft -= count * sizeof(char16_t);
   if (length == 0) return 0;

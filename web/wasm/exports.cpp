@@ -1,5 +1,5 @@
-// What JavaScript calls, and what it is called for. An instance of the module holds one document at a time; what
-// the last call told stands at report(), as JSON. web/package/lib/module.js is the other side.
+// What JavaScript calls, and what it is called for. An instance of the module holds one document at a time;
+// what the last call told stands at report(), as JSON. web/package/lib/module.js is the other side.
 
 #include <cstdint>
 #include <cstdlib>
@@ -23,8 +23,8 @@ namespace {
 
 /// Of options: numbers as JavaScript lays them down.
 struct Choices {
-  int32_t pageSize, links, pictures, revisions, noComments, hiddenText, headers, frontMatter, pageBreaks, commonMark,
-      width, darkScheme;
+  int32_t pageSize, links, pictures, revisions, noComments, hiddenText, headers, frontMatter, pageBreaks,
+      commonMark, width, darkScheme;
 };
 
 pagerex_document* openDocument = nullptr;
@@ -85,7 +85,8 @@ EXPORT(close) void closeDocument() {
   openDocument = nullptr;
 }
 
-EXPORT(open) int openBytes(const void* data, size_t length, double memory, double inputBytes, double milliseconds) {
+EXPORT(open)
+int openBytes(const void* data, size_t length, double memory, double inputBytes, double milliseconds) {
   closeDocument();
   pagerex_input input = {};
   input.size = sizeof input;
@@ -99,7 +100,9 @@ EXPORT(open) int openBytes(const void* data, size_t length, double memory, doubl
   return code;
 }
 
-EXPORT(write) int writeDocument(const char* format, const char* name, const Choices* choices, double outputBytes, double milliseconds) {
+EXPORT(write)
+int writeDocument(const char* format, const char* name, const Choices* choices, double outputBytes,
+                  double milliseconds) {
   const pagerex_limits limits = limitsOf(0, 0, outputBytes, milliseconds);
   pagerex_options options = {};
   options.size = sizeof options;

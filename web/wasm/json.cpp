@@ -70,16 +70,11 @@ struct WarningName {
   const char* name;
 };
 constexpr WarningName kWarningNames[] = {
-    {PAGEREX_WARNING_TABLE_DAMAGED, "table_damaged"},
-    {PAGEREX_WARNING_OUTSIDE, "outside"},
-    {PAGEREX_WARNING_ENDED_EARLY, "ended_early"},
-    {PAGEREX_WARNING_WORK_LIMIT, "work_limit"},
-    {PAGEREX_WARNING_OUTPUT_FULL, "output_full"},
-    {PAGEREX_WARNING_PICTURE, "picture"},
-    {PAGEREX_WARNING_LINK_REMOVED, "link_removed"},
-    {PAGEREX_WARNING_PICTURES_OFF, "pictures_off"},
-    {PAGEREX_WARNING_FILE_SHORT, "file_short"},
-    {PAGEREX_WARNING_STOPPED, "stopped"},
+    {PAGEREX_WARNING_TABLE_DAMAGED, "table_damaged"}, {PAGEREX_WARNING_OUTSIDE, "outside"},
+    {PAGEREX_WARNING_ENDED_EARLY, "ended_early"},     {PAGEREX_WARNING_WORK_LIMIT, "work_limit"},
+    {PAGEREX_WARNING_OUTPUT_FULL, "output_full"},     {PAGEREX_WARNING_PICTURE, "picture"},
+    {PAGEREX_WARNING_LINK_REMOVED, "link_removed"},   {PAGEREX_WARNING_PICTURES_OFF, "pictures_off"},
+    {PAGEREX_WARNING_FILE_SHORT, "file_short"},       {PAGEREX_WARNING_STOPPED, "stopped"},
 };
 
 const char* warningName(int code) {
@@ -95,8 +90,10 @@ struct SummaryText {
   const char* name;
   const char* (*read)(const pagerex_summary& summary);
 };
-#define PAGEREX_TEXT(name, field) \
-  SummaryText { name, [](const pagerex_summary& summary) -> const char* { return summary.field; } }
+#define PAGEREX_TEXT(name, field)                                                     \
+  SummaryText {                                                                       \
+    name, [](const pagerex_summary& summary) -> const char* { return summary.field; } \
+  }
 constexpr SummaryText kSummaryTexts[] = {
     PAGEREX_TEXT("title", title),
     PAGEREX_TEXT("subject", subject),

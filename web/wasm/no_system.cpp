@@ -1,5 +1,5 @@
-// The module has no files, no threads and no environment: these stand where the C library would ask the system,
-// so that nothing but the host's functions is imported.
+// The module has no files, no threads and no environment: these stand where the C library would ask the
+// system, so that nothing but the host's functions is imported.
 
 #include <dirent.h>
 #include <fcntl.h>
