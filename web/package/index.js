@@ -1,24 +1,14 @@
 import { requestOf } from './lib/options.js';
 import { convertHere, detectHere, infoHere, pagesHere } from './lib/local.js';
-import { useModule } from './lib/load.js';
-import { forget, prepare } from './lib/pool.js';
 import { convertThere, pagesThere } from './lib/remote.js';
-import { useWorkers, wantsWorker } from './lib/workers.js';
+import { wantsWorker } from './lib/workers.js';
 
 export { PagerexError } from './lib/errors.js';
+export { init } from './lib/init.js';
 export { convertSync } from './sync.js';
 
 /** What pages come in where nobody says otherwise: the first one fills a screen. */
 const usualPieces = { html: 20000 };
-
-export async function init({ wasm, worker } = {}) {
-  useWorkers(worker);
-  if (wasm !== undefined) {
-    forget();
-    await useModule(wasm);
-  }
-  await prepare();
-}
 
 export async function convert(input, options) {
   const call = callOf(options, input);

@@ -1,2 +1,2 @@
-export { convertSync, PagerexError } from './index.js';
-export type { Options, Result } from './index.js';
+export { convertSync, init, PagerexError } from './index.js';
+export type { InitOptions, Options, Result } from './index.js';

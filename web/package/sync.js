@@ -4,6 +4,7 @@ import { giveBack, takeNow } from './lib/pool.js';
 import { writeAll } from './lib/run.js';
 
 export { PagerexError } from './lib/errors.js';
+export { init } from './lib/init.js';
 
 /** As convert, at once: of bytes, after init. */
 export function convertSync(input, options = {}) {

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { PagerexError, convertSync } from '../package/sync.js';
+import { PagerexError, convertSync, init as initOfSync } from '../package/sync.js';
 import { convert, convertSync as again, init } from '../package/index.js';
 import { sample } from './support.mjs';
 
@@ -11,6 +11,7 @@ test('Before init, convertSync says what is missing', () => {
 test('After init, it is convert at once', async () => {
   await init();
   assert.equal(again, convertSync);
+  assert.equal(init, initOfSync);
   const expected = (await convert(sample)).content;
   for (const bytes of [sample, sample.slice().buffer, Buffer.from(sample), new DataView(sample.slice().buffer)])
     assert.equal(convertSync(bytes).content, expected);
