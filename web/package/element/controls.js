@@ -2,11 +2,10 @@
 
 import { FindBar } from './find.js';
 import { Outline } from './outline.js';
-import { Toolbar } from './toolbar.js';
+import { TOOLS, Toolbar } from './toolbar.js';
 import { View } from './view.js';
 import { Zoom } from './zoom.js';
 
-const TOOLS = ['outline', 'pages', 'zoom', 'search', 'comments', 'changes', 'open', 'print', 'copy', 'download'];
 const NEED_DOCUMENT = ['outline', 'previous', 'next', 'zoomOut', 'zoomIn', 'zoomReset', 'fit', 'search', 'comments',
   'changes', 'print', 'copy', 'download'];
 

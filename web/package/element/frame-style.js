@@ -32,13 +32,11 @@ hr.pb{height:1px;margin-block:20px;background:#d4d8de;box-shadow:none}
 @media (prefers-reduced-motion:no-preference){html.pagerex-smooth{scroll-behavior:smooth}}
 `;
 
-const quoted = (text) => text.replace(/&/g, '&amp;').replace(/"/g, '&quot;');
-
 /** What a document may do in its frame: be seen. The first base counts, whatever a document brings. */
-export const frameHead = (address) => [
+export const FRAME_HEAD = [
   '<!doctype html><html><head><meta charset=utf-8>',
   '<meta http-equiv=Content-Security-Policy content="default-src \'none\';style-src \'unsafe-inline\';',
-  'img-src data: blob:;font-src data:;base-uri \'self\';form-action \'none\'">',
+  'img-src data: blob:;font-src data:;base-uri \'none\';form-action \'none\'">',
   '<meta http-equiv=x-dns-prefetch-control content=off><meta name=referrer content=no-referrer>',
-  `<meta name=viewport content="width=device-width,initial-scale=1"><base href="${quoted(address)}" target=_blank>`,
+  '<meta name=viewport content="width=device-width,initial-scale=1"><base target=_blank>',
 ].join('');

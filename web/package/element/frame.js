@@ -1,7 +1,7 @@
 // A document's frame: nothing in it runs, leaves it or is loaded from outside. Pieces of a page are written into it
 // as they come.
 
-import { FRAME_STYLE, frameHead } from './frame-style.js';
+import { FRAME_HEAD, FRAME_STYLE } from './frame-style.js';
 import { Paginator, sheetOf } from './paginate.js';
 
 const LARGE = 24; // pages, from which on those out of sight are not laid out
@@ -68,7 +68,7 @@ export class DocumentFrame {
     inner.open();
     // Pages that allow text as markup only where a policy has judged it: this is the policy.
     this.policy = this.window.trustedTypes?.createPolicy('pagerex', { createHTML: (text) => text });
-    this.#put(`${frameHead(inner.URL)}<style data-viewer>${FRAME_STYLE}</style>`);
+    this.#put(`${FRAME_HEAD}<style data-viewer>${FRAME_STYLE}</style>`);
     this.counts = { a: 0, area: 0, style: 0 };
     this.#adoptStyles();
     this.#listen();

@@ -73,20 +73,12 @@ export class Menu {
   #onKey(event) {
     const items = [...this.element.children];
     const current = event.target.closest('.item');
-    const next = moveAmong(items, current, event.key, true)
-      ?? this.#byLetter(items, current, event.key);
+    const next = moveAmong(items, current, event.key, true);
     if (next) next.focus();
     else if (event.key === 'Escape') this.close(true);
     else if (event.key === 'Tab') this.close(true);
     else return;
     if (event.key !== 'Tab') event.preventDefault();
     event.stopPropagation();
-  }
-
-  #byLetter(items, current, key) {
-    if (key.length !== 1 || key === ' ') return undefined;
-    const after = items.indexOf(current) + 1;
-    return [...items.slice(after), ...items.slice(0, after)].find(
-      (item) => item.textContent.toLowerCase().startsWith(key.toLowerCase()));
   }
 }

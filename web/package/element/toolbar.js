@@ -28,6 +28,9 @@ const BUTTONS = [
   { id: 'download', tool: 'download', keep: 5, items: ['html', 'markdown', 'text'] },
 ];
 
+/** The names that a host may ask for. */
+export const TOOLS = [...new Set(BUTTONS.map(({ tool }) => tool).filter(Boolean))];
+
 export class Toolbar {
   #byId = new Map();
   #state = {};

@@ -15,7 +15,7 @@ export class View {
     this.stage = h('div', { class: 'stage', part: 'stage' },
       this.#makeEmpty(), this.#makeError(), find.element, this.#makeStatus(), this.#makeNotice());
     this.progress = labels.bind(h('div', { class: 'progress', part: 'progress', role: 'progressbar', hidden: true,
-      'aria-valuemin': 0, 'aria-valuemax': 100 }), 'progress', 'aria-label');
+      'aria-valuemin': 0, 'aria-valuemax': 100 }), 'opening', 'aria-label');
     this.live = h('div', { class: 'live', role: 'status' });
     this.drop = labels.bind(h('div', { class: 'drop', part: 'drop', hidden: true }), 'drop');
     this.root = h('div', { class: 'viewer', part: 'viewer', onkeydown: on.key }, bar.element, this.progress,
@@ -43,7 +43,7 @@ export class View {
   }
 
   #chooseButton() {
-    return this.labels.bind(h('button', { type: 'button', class: 'action', part: 'action', onclick: () => this.choose() }), 'choose');
+    return this.labels.bind(h('button', { type: 'button', class: 'action', part: 'action', onclick: () => this.choose() }), 'open');
   }
 
   #makeError() {
@@ -94,7 +94,7 @@ export class View {
     this.progress.hidden = state !== 'loading';
     if (state === 'error') this.sentence.textContent = sentence;
     if (state !== 'loading') return;
-    this.doing.textContent = this.labels.say('opening', { name: name || this.labels.say('aDocument') });
+    this.doing.textContent = `${this.labels.say('opening')} ${name}`.trim();
     this.tell(this.doing.textContent);
     this.progress.removeAttribute('aria-valuenow');
     this.done(0);

@@ -15,7 +15,7 @@ const CHROMIUM_FLAGS = [
   '--disable-background-networking', '--disable-component-update', '--disable-sync', '--hide-scrollbars',
   '--force-device-scale-factor=1',
 ];
-const FIREFOX_PREFERENCES = { 'network.proxy.type': 0, 'ui.prefersReducedMotion': 1 };
+const FIREFOX_PREFERENCES = { 'network.proxy.type': 0 };
 
 function program(...names) {
   for (const name of names) {
@@ -162,7 +162,9 @@ class Driven {
 
 async function startPuppet(name, executablePath, options) {
   const browser = await puppeteer.launch({ executablePath, headless: true, ...options });
-  return new Puppet(name, browser, (await browser.pages())[0] ?? (await browser.newPage()));
+  const page = await browser.newPage();
+  await page.bringToFront(); // keys press nothing in a window without the focus
+  return new Puppet(name, browser, page);
 }
 
 const STARTS = {

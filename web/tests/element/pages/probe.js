@@ -27,11 +27,12 @@ async function until(holds, what = holds) {
 /** A converter of the tests' own, which gives these pieces; after them, `then` is waited for. */
 const converterOf = (pieces, then) => ({
   async* pages(input, { signal, onProgress }) {
+    signal.addEventListener('abort', () => { window.ended = signal.reason.name; });
     for (const [index, content] of pieces.entries()) {
       onProgress((index + 1) / (pieces.length + 1));
       yield { number: index + 1, name: '', content };
     }
-    await then?.(signal);
+    await then?.();
     return { content: '', complete: true, warnings: [], summary: {} };
   },
 });
