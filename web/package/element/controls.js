@@ -24,7 +24,17 @@ export class Controls {
     this.sizes = new ResizeObserver(() => {
       this.view.fit();
       this.zoom.resized();
+      if (this.frame()?.main) this.frame().resized();
     });
+  }
+
+  connect() {
+    this.sizes.observe(this.host);
+    this.sizes.observe(this.view.stage);
+  }
+
+  disconnect() {
+    this.sizes.disconnect();
   }
 
   // --- What they show ---

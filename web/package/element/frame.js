@@ -105,10 +105,15 @@ export class DocumentFrame {
   #startPages() {
     const { main } = this;
     main.tabIndex = -1;
-    const style = this.window.getComputedStyle(main);
-    this.root.style.setProperty('--pagerex-in', style.paddingInlineStart);
-    this.root.style.setProperty('--pagerex-out', `calc(-1*${style.paddingInlineStart})`);
+    this.resized();
     this.paginator = new Paginator(main, this.sheet);
+  }
+
+  /** Tells its pages how far the sheet goes beyond the text: pages reach to its edges, which cut off what is beyond. */
+  resized() {
+    const { paddingInlineStart } = this.window.getComputedStyle(this.main);
+    this.root.style.setProperty('--pagerex-in', paddingInlineStart);
+    this.root.style.setProperty('--pagerex-out', `-${paddingInlineStart}`);
   }
 
   /** Elements of a name that have come since; they come in the order of the document. */

@@ -101,7 +101,7 @@ export class Paginator {
 
   /** Sections, whose blocks are on pages of their own. Columns are not divided. */
   #isContainer(block) {
-    if (!/^(DIV|SECTION)$/.test(block.tagName) || !block.querySelector(':scope>:is(p,h1,h2,h3,h4,h5,h6,table,ul,ol)')) {
+    if (!/^(DIV|SECTION)$/.test(block.tagName) || !/^(P|H\d|TABLE|[UO]L|HR|DIV|STYLE)$/.test(block.firstElementChild?.tagName)) {
       return false;
     }
     if (block.pagerexFlows === undefined) {

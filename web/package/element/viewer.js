@@ -43,7 +43,7 @@ export class PagerexViewer extends HTMLElement {
 
   connectedCallback() {
     this.#intake.connect();
-    this.#controls.sizes.observe(this);
+    this.#controls.connect();
     this.#scheme.addEventListener('change', this.dress);
     this.dress();
     this.#speak();
@@ -55,7 +55,7 @@ export class PagerexViewer extends HTMLElement {
 
   disconnectedCallback() {
     this.#intake.disconnect();
-    this.#controls.sizes.disconnect();
+    this.#controls.disconnect();
     this.#scheme.removeEventListener('change', this.dress);
     this.#reader.leave();
   }

@@ -7,8 +7,11 @@
 
 import { execFileSync } from 'node:child_process';
 import { writeFileSync } from 'node:fs';
-import puppeteer from 'puppeteer-core';
+import { createRequire } from 'node:module';
 import { startDriver } from './webdriver.mjs';
+
+/** Where tools/npm-setup puts what it takes from npm. */
+const puppeteer = createRequire(new URL('../../../build/npm/', import.meta.url))('puppeteer-core');
 
 const CHROMIUM_FLAGS = [
   '--no-sandbox', '--disable-gpu', '--disable-quic', '--disable-dev-shm-usage', '--no-proxy-server',
@@ -31,10 +34,9 @@ function program(...names) {
 /** Chromium and Firefox. */
 class Puppet {
   constructor(name, browser, page) {
-    Object.assign(this, { name, browser, page, popups: [], requests: [] });
+    Object.assign(this, { name, browser, page, requests: [] });
     page.setDefaultTimeout(30_000);
     page.on('request', (request) => this.requests.push(request.url()));
-    browser.on('targetcreated', (target) => this.popups.push(target));
   }
 
   async open(address) {
@@ -71,6 +73,14 @@ class Puppet {
 
   async picture(path) {
     await this.page.screenshot({ path });
+  }
+
+  /** Closes the windows that the page has opened. */
+  async closeOthers() {
+    for (const page of await this.browser.pages()) {
+      if (page !== this.page && page.url().startsWith('http')) await page.close();
+    }
+    await this.page.bringToFront();
   }
 
   /** How many windows there are. */
@@ -145,6 +155,16 @@ class Driven {
 
   async #act(type, rest, actions) {
     await this.driver.order('POST', '/actions', { actions: [{ type, id: type, ...rest, actions }] });
+  }
+
+  async closeOthers() {
+    const own = await this.driver.order('GET', '/window');
+    for (const handle of await this.driver.order('GET', '/window/handles')) {
+      if (handle === own) continue;
+      await this.driver.order('POST', '/window', { handle });
+      await this.driver.order('DELETE', '/window');
+    }
+    await this.driver.order('POST', '/window', { handle: own });
   }
 
   async windows() {

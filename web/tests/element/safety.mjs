@@ -61,6 +61,31 @@ export function define(test, context) {
     assert.deepEqual(context.server.requests.filter((path) => path.startsWith('/trap')), []);
   });
 
+  test('what a hostile document tries is text', async () => {
+    await context.open({ src: '/documents/hostile.doc' });
+    const seen = await ask(async () => {
+      await window.probe.ready();
+      const { viewer, inner } = window.probe;
+      const found = [await viewer.search('<img onerror=evil=1>'), await viewer.search('an example')];
+      return { found, images: inner.querySelectorAll('[onerror]').length, links: inner.querySelectorAll('a[href^=j i]').length,
+        evil: [window.e, window.evil].filter(Boolean) };
+    });
+    assert.deepEqual(seen, { found: [1, seen.found[1]], images: 0, links: 0, evil: [] });
+    assert.ok(seen.found[1] > 0);
+  });
+
+  test('a link to outside opens a window of its own, and leaves this one', async () => {
+    await context.open();
+    const before = await context.engine.windows();
+    await ask(() => window.probe.show(`<p><a href="${location.origin}/pages/other.html">outside</a></p><p>x</p>`));
+    context.server.requests.length = 0;
+    await context.engine.click(...await ask(() => window.probe.place(window.probe.inner.querySelector('a'))));
+    await ask(() => window.probe.until(async () => (await fetch('/asked/other.html')).ok));
+    assert.ok(await ask(() => window.probe.inner.querySelector('a') !== null && location.pathname.endsWith('viewer.html')));
+    await context.engine.closeOthers();
+    assert.equal(await context.engine.windows(), before);
+  });
+
   test('the frame has no rights but to be seen, printed and to open links', async () => {
     await context.openSample();
     const seen = await ask(() => {

@@ -10,7 +10,7 @@ const ROOTS = {
   package: folder('../../package'),
   pages: folder('pages'),
   samples: folder('../../../samples'),
-  modules: folder('node_modules'),
+  modules: folder('../../../build/npm/node_modules'),
 };
 const TYPES = { '.html': 'text/html;charset=utf-8', '.js': 'text/javascript', '.css': 'text/css',
   '.doc': 'application/msword', '.wasm': 'application/wasm' };
@@ -26,6 +26,11 @@ export async function serve({ documents = {}, module } = {}) {
     const { pathname } = new URL(request.url, 'http://localhost');
     const [, root, ...rest] = pathname.split('/');
     const name = normalize(rest.join('/'));
+    if (root === 'asked') { // whether a page has been asked for
+      response.statusCode = requests.some((path) => path.endsWith(`/${name}`)) ? 200 : 404;
+      response.end();
+      return;
+    }
     requests.push(pathname);
     try {
       const isModule = pathname === '/package/pagerex.wasm';

@@ -16,12 +16,22 @@ const SAMPLE = fileURLToPath(new URL('../../../samples/sample.doc', import.meta.
 const MODULE = ['../../package/pagerex.wasm', '../../../build/wasm/pagerex.wasm'].map(
   (path) => fileURLToPath(new URL(path, import.meta.url))).find((path) => existsSync(path));
 
-/** Documents that are none, or not whole. */
+/** The sample with other words of the same length in the place of some: what its pages must not be taken in by. */
+function hostile(sample) {
+  const words = [['http://www.example.com/', 'javascript:parent.e=1//'], ['This sentence holds ', '<img onerror=evil=1>']];
+  return words.reduce((document, [old, evil]) => Buffer.from(
+    document.toString('latin1').replaceAll(wide(old), wide(evil)), 'latin1'), sample);
+}
+
+const wide = (text) => Buffer.from(text, 'utf16le').toString('latin1');
+
+/** Documents that are none, are not whole, or mean no good. */
 function documents() {
   const sample = readFileSync(SAMPLE);
   return {
     '/documents/paper.pdf': Buffer.from('%PDF-1.4\n1 0 obj\n<<>>\nendobj\n%%EOF\n'),
     '/documents/short.doc': sample.subarray(0, 20 * 1024),
+    '/documents/hostile.doc': hostile(sample),
     '/documents/empty.doc': Buffer.alloc(0),
   };
 }

@@ -79,6 +79,6 @@ export async function startDriver(program, screenProgram) {
   const driver = new Driver(root, [server, screen]);
   const session = await driver.order('POST', '/session', { capabilities: { alwaysMatch: capabilities } });
   driver.address = `${root}/session/${session.sessionId}`;
-  await driver.order('POST', '/timeouts', { script: 30_000 });
+  await driver.order('POST', '/timeouts', { script: 60_000 });
   return driver;
 }
