@@ -1,7 +1,7 @@
 /* What a conversion takes without a browser or Node: native RUNS FORMAT DOCUMENT
  *
- * Prints the milliseconds of processor time until the first piece has ended, those until all has, both medians of RUNS, and the peak
- * memory in kilobytes, as JSON. A run that is not counted goes before. */
+ * Prints the milliseconds of processor time until the first piece has ended, those until all has, both
+ * medians of RUNS, and the peak memory in kilobytes, as JSON. A run that is not counted goes before. */
 #define _POSIX_C_SOURCE 200809L
 #include <pagerex/convert.h>
 #include <stdio.h>
@@ -68,7 +68,8 @@ static double convert(const pagerex_input* input, const char* format, int64_t pa
   options.page_finished = page_finished;
   options.user = &run;
   pagerex_output output = {.size = sizeof output, .begin = begin, .write = keep, .user = &run};
-  if (pagerex_convert(input, NULL, &options, &output, NULL) != PAGEREX_RESULT_OK || run.length == 0) return -1;
+  if (pagerex_convert(input, NULL, &options, &output, NULL) != PAGEREX_RESULT_OK || run.length == 0)
+    return -1;
   if (first) *first = run.first;
   return now() - run.begin;
 }
