@@ -42,6 +42,9 @@ export function nameOf(source) {
   }
 }
 
+const AROUND = ['dragenter', 'dragover', 'dragend', 'drop'];
+const GONE_MILLISECONDS = 1000;
+
 const hasFiles = (transfer) => Array.from(transfer?.types ?? []).includes('Files');
 
 /** Opens what is dropped on `host`, or pasted in it; `isWanted()` tells whether to. */
@@ -56,16 +59,22 @@ export class Intake {
 
   /** The page around, from which files come: the frame of a document would keep them to itself. */
   connect() {
-    for (const type of ['dragenter', 'dragend', 'drop']) document.addEventListener(type, this.#around);
+    for (const type of AROUND) document.addEventListener(type, this.#around);
   }
 
   disconnect() {
-    for (const type of ['dragenter', 'dragend', 'drop']) document.removeEventListener(type, this.#around);
+    for (const type of AROUND) document.removeEventListener(type, this.#around);
   }
 
   #around = (event) => {
-    if (event.type !== 'dragenter') this.#drag(false, false);
-    else if (this.isWanted() && hasFiles(event.dataTransfer)) this.#drag(true, this.host.contains(event.target));
+    clearTimeout(this.timer);
+    // A file that leaves the window tells nobody, but it is no longer dragged over anything.
+    this.timer = setTimeout(() => this.#drag(false, false), GONE_MILLISECONDS);
+    if (event.type === 'dragend' || event.type === 'drop') {
+      this.#drag(false, false);
+    } else if (event.type === 'dragenter' && this.isWanted() && hasFiles(event.dataTransfer)) {
+      this.#drag(true, this.host.contains(event.target));
+    }
   };
 
   #drag(isDragged, isOver) {
