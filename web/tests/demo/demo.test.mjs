@@ -10,7 +10,7 @@ import { start } from '../element/engines.mjs';
 import { serve } from '../../tools/serve.mjs';
 
 const root = fileURLToPath(new URL('../../../', import.meta.url));
-const axe = readFileSync(fileURLToPath(new URL('../element/node_modules/axe-core/axe.min.js', import.meta.url)), 'utf8');
+const axe = readFileSync(fileURLToPath(new URL('../../../build/npm/node_modules/axe-core/axe.min.js', import.meta.url)), 'utf8');
 
 /** Runs in the page. */
 const heading = () =>
