@@ -3,6 +3,9 @@ import { loadModule } from './load.js';
 // A conversion keeps one core busy.
 const most = Math.min(globalThis.navigator?.hardwareConcurrency || 2, 4);
 
+// Bundlers take what an import.meta.url stands beside: once, for the worker that they make. Some tell a file: here.
+const here = import.meta.url;
+
 let make = null;
 let isWanted = typeof window === 'object' && typeof document === 'object' && typeof Worker === 'function';
 let idle = [];
@@ -107,17 +110,18 @@ function later() {
 
 function usualWorker() {
   if (typeof Worker !== 'function') return nodeWorker();
-  const isElsewhere = globalThis.location?.origin && new URL(import.meta.url).origin !== location.origin;
+  const { protocol, origin } = new URL(here);
+  const isElsewhere = protocol.startsWith('http') && globalThis.location?.origin && origin !== location.origin;
   if (!isElsewhere) return new Worker(new URL('../worker.js', import.meta.url), { type: 'module' });
   // From another origin a worker can be imported, though not begun.
-  const script = `import ${JSON.stringify(new URL('../worker.js', import.meta.url).href)};`;
+  const script = `import ${JSON.stringify(new URL('../worker.js', here).href)};`;
   return new Worker(URL.createObjectURL(new Blob([script], { type: 'text/javascript' })), { type: 'module' });
 }
 
 async function nodeWorker() {
   const threads = 'node:worker_threads';
   const { Worker } = await import(/* @vite-ignore */ /* webpackIgnore: true */ threads);
-  const worker = new Worker(new URL('../worker.js', import.meta.url));
+  const worker = new Worker(new URL('../worker.js', here));
   return {
     addEventListener: (name, hear) => worker.on(name, (value) => hear(name === 'message' ? { data: value } : {})),
     postMessage: (message, transfer) => worker.postMessage(message, transfer),

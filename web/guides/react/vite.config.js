@@ -1,0 +1,8 @@
+import react from '@vitejs/plugin-react';
+import { defineConfig } from 'vite';
+
+export default defineConfig({
+  plugins: [react()],
+  optimizeDeps: { exclude: ['pagerex'] },
+  worker: { format: 'es' },
+});
