@@ -215,7 +215,7 @@ class HtmlWriter final : public FlowHandler {
   std::unordered_set<std::string> ids_;
   SvgIds svgIds_;
   uint32_t keyFilters_ = 0;  ///< of pictures with a colour that is not seen
-  std::string markup_;  ///< kept for its memory
+  std::string markup_;       ///< kept for its memory
 
   bool hasSectionElement_ = false;
   std::string footers_;
