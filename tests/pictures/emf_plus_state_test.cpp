@@ -166,7 +166,9 @@ TEST(EmfPlusClips, AreMovedAndReset) {
   const Bytes triangle = path({0, 0, 9, 0, 9, 9}, {0, 1, 0x81});
   const Records ofPath =
       Records().object(kPath, 2, triangle).add(0x4033, 2).add(0x4035, 0, Fields().reals({5, 6}));
-  EXPECT_EQ(clipsAfter(ofPath, false).at(0)["d"], "M0 0l9 0 0 9z");
+  Element moved = clipsAfter(ofPath).at(0);
+  EXPECT_EQ(moved["transform"], "matrix(1 0 0 1 5 6)");
+  EXPECT_EQ(moved["clip-path"], "url(#c1)");
 }
 
 // Regions
