@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <iterator>
 
 namespace mso_escher {
@@ -18,16 +17,11 @@ bool isArray(PID id) {
   return std::find(std::begin(kArrays), std::end(kArrays), id) != std::end(kArrays);
 }
 
-/// Bytes that an array takes, by its own header. A negative element size stands for a quarter of it, which is
-/// written back, so that all who read the array see it.
+/// Bytes that an array takes, by its own header. A negative element size stands for a quarter of it.
 uint32_t arrayBytes(ByteView data) {
-  int16_t elementSize = data.i16(kElementSizeAt);
-  if (elementSize < 0 && data.contains(kElementSizeAt, sizeof(elementSize))) {
-    elementSize = static_cast<int16_t>(-int{elementSize} >> 2);
-    // The bytes are the document's own copy of the record.
-    std::memcpy(const_cast<uint8_t*>(data.data()) + kElementSizeAt, &elementSize, sizeof(elementSize));
-  }
-  return static_cast<uint32_t>(int{data.i16(0)} * int{elementSize} + static_cast<int>(kArrayHeader));
+  int elementSize = data.i16(kElementSizeAt);
+  if (elementSize < 0 && data.contains(kElementSizeAt, sizeof(int16_t))) elementSize = -elementSize >> 2;
+  return static_cast<uint32_t>(int{data.i16(0)} * elementSize + static_cast<int>(kArrayHeader));
 }
 
 }  // namespace

@@ -140,8 +140,7 @@ TEST(ArrayProperties, OfElementSizeFFF0HaveElementsOf4Bytes) {
   const Table table(Props().array(0x145, 3, 0xFFF0, Bytes(12, 1)).complex(0x382, {4, 5}));
   EXPECT_EQ(table.find(0x145).operand, 18u);
   EXPECT_THAT(bytesOf(table.find(0x382).data), ElementsAre(4, 5));
-  EXPECT_EQ(viewOf(table.bytes()).u16(8 + 12 + 4), 4) << "written back";
-  EXPECT_EQ(table.find(0x145).operand, 18u) << "the second time too";
+  EXPECT_EQ(viewOf(table.bytes()).u16(8 + 12 + 4), 0xFFF0) << "the input stays as it is";
 }
 
 TEST(ArrayProperties, OfNegativeCountTakeAllThatIsLeft) {
@@ -155,7 +154,7 @@ TEST(ArrayProperties, ThatEndInTheirHeaderAreCut) {
   Bytes bytes = Props().complex(0x145, {1, 0, 1, 0, 0xF0}).bytes(0xF00B);
   const Table table(bytes);
   EXPECT_EQ(table.find(0x145).data.size(), 5u);
-  EXPECT_EQ(table.bytes(), bytes) << "half an element size is not rewritten";
+  EXPECT_EQ(table.bytes(), bytes);
 }
 
 TEST(ArrayProperties, TellWhatWasReadBehindThem) {
