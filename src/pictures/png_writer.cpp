@@ -102,6 +102,17 @@ bool PngWriter::PutRow(const uint8_t* pixels) {
   return goesOn_;
 }
 
+bool PngWriter::PutPackedRow(const uint8_t* bits) {
+  if (!goesOn_ || rowsLeft_ == 0) return false;
+  --rowsLeft_;
+  uint8_t* const row = rows_.get() + 2 * kMargin + rowBytes_;
+  std::memcpy(row, bits, rowBytes_);
+  const size_t spareBits = rowBytes_ * 8 - size_t{width_} * depth_;
+  row[rowBytes_ - 1] = static_cast<uint8_t>(row[rowBytes_ - 1] >> spareBits << spareBits);
+  Deflate(Filter(), rowBytes_ + 1, Z_NO_FLUSH);
+  return goesOn_;
+}
+
 void PngWriter::Pack(const uint8_t* pixels) {
   uint8_t* row = rows_.get() + 2 * kMargin + rowBytes_;
   if (pixelBytes_ == 3) {

@@ -33,6 +33,9 @@ class PngWriter {
   /// A byte a pixel, below the number of colours, with a palette; otherwise red, green, blue, alpha. False
   /// when there is no use for more.
   bool PutRow(const uint8_t* pixels);
+  /// With a palette: as many bits a pixel as the file has, 1, 2, 4 or 8 by the number of colours; the first
+  /// in the upper bits.
+  bool PutPackedRow(const uint8_t* bits);
   /// Rows that are wanting are added: of the first colour, or clear, or white. False when the sink ended it.
   bool End();
 

@@ -79,7 +79,8 @@ class TiffImage {
   void ReadPalette();
 
   void WriteTurned(PngWriter& png);
-  void ReadRow(uint32_t y, uint8_t* pixels);
+  void ReadRow(uint32_t y);
+  void PutRow(uint8_t* pixels) const;
   void OpenSegment(TiffSegment& segment, uint32_t index);
   void ReadSegments(uint32_t y);
   void AddUp(uint8_t* row) const;
@@ -239,10 +240,12 @@ PictureResult TiffImage::Write(PictureSink& sink) {
   if (isTurned) {
     WriteTurned(png);
   } else {
-    const auto row = std::make_unique<uint8_t[]>(size_t{width_} * 4);
+    const bool isAsInFile = isIndexed_ && samples_ == 1 && bits_ <= 8;
+    const auto row = std::make_unique<uint8_t[]>(isAsInFile ? 0 : size_t{width_} * 4);
     for (uint32_t y = 0; y < height_; ++y) {
-      ReadRow(y, row.get());
-      if (!png.PutRow(row.get())) break;
+      ReadRow(y);
+      if (!isAsInFile) PutRow(row.get());
+      if (isAsInFile ? !png.PutPackedRow(planeRows_[0]) : !png.PutRow(row.get())) break;
     }
   }
   if (!png.End()) return PictureResult::kRefused;
@@ -266,7 +269,10 @@ void TiffImage::WriteTurned(PngWriter& png) {
   ptrdiff_t right = pixelBytes, down = pixelBytes * width_;
   const auto all = std::make_unique<uint8_t[]>(static_cast<size_t>(down) * height_);
   uint8_t* from = all.get();
-  for (uint32_t y = 0; y < height_; ++y, from += down) ReadRow(y, from);
+  for (uint32_t y = 0; y < height_; ++y, from += down) {
+    ReadRow(y);
+    PutRow(from);
+  }
   from = all.get();
   if (way & kFromRight) {
     from += right * (width_ - 1);
@@ -287,12 +293,15 @@ void TiffImage::WriteTurned(PngWriter& png) {
   }
 }
 
-void TiffImage::ReadRow(uint32_t y, uint8_t* pixels) {
+void TiffImage::ReadRow(uint32_t y) {
   const uint32_t line = y % bandRows_;
   if (line == 0) ReadSegments(y);
   for (uint32_t plane = 0; plane < planes_; ++plane) {
     planeRows_[plane] = band_.get() + (plane * bandRows_ + line) * rowBytes_;
   }
+}
+
+void TiffImage::PutRow(uint8_t* pixels) const {
   for (uint32_t x = 0; x < width_; ++x) {
     if (isIndexed_) {
       *pixels++ = Sample(x, 0);
