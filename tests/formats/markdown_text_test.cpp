@@ -303,6 +303,7 @@ TEST(MarkdownText, MarksPlaces) {
                 s.to.BookmarkStart(u"a \"b\"");
                 s.to.BookmarkStart(u"_GoBack");
                 s.to.BookmarkStart(u"_Hlk123");
+                s.to.BookmarkStart(u"_PictureBullets");
               });
             }),
             "<a id=\"empty\"></a><a id=\"a%20%22b%22\"></a># a\n");

@@ -5,6 +5,7 @@
 
 #include "base/file_time.h"
 #include "base/utf8.h"
+#include "flow/bookmark_names.h"
 #include "formats/html/html_writer.h"
 
 namespace pagerex {
@@ -150,7 +151,7 @@ void HtmlWriter::EndLink() {
 
 /// Word's own places for what was edited last mean nothing to a reader.
 void HtmlWriter::BookmarkStart(std::u16string_view name) {
-  if (muted_ || !isInParagraph_ || name.empty() || name == u"_GoBack" || name.starts_with(u"_Hlk")) return;
+  if (muted_ || !isInParagraph_ || isOfWordItself(name)) return;
   const std::string id = idOf(name);
   if (id.empty() || !IsNewId(id)) return;
   if (!isOpen_ && id_.empty()) {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "base/encoding.h"
 #include "base/utf8.h"
+#include "formats/plain_copy.h"
 
 namespace pagerex {
 namespace {
@@ -21,21 +23,13 @@ std::string_view escapeOf(char byte, bool isInAttribute) {
   }
 }
 
-bool isControl(char16_t unit) {
-  return unit >= 0x7F && unit <= 0x9F;
-}
+// What no page may have.
+constexpr char16_t kFirstControl = 0x7F, kLastControl = 0x9F;
 
-/// U+007F to U+009F, which no page may have.
-bool haveControls(const char* bytes, size_t size) {
-  if (std::memchr(bytes, 0x7F, size)) return true;
-  const char* const end = bytes + size;
-  while (bytes < end) {
-    const void* const found = std::memchr(bytes, 0xC2, static_cast<size_t>(end - bytes));
-    if (!found) return false;
-    bytes = static_cast<const char*>(found) + 1;
-    if (static_cast<unsigned char>(*bytes) < 0xA0) return true;
-  }
-  return false;
+std::u16string withoutControls(std::u16string_view text) {
+  std::u16string sound(text);
+  std::erase_if(sound, [](char16_t unit) { return unit >= kFirstControl && unit <= kLastControl; });
+  return sound;
 }
 
 size_t firstEscape(const char* bytes, size_t size, bool isInAttribute) {
@@ -61,28 +55,36 @@ void PageText::Grow(size_t by) {
 
 template <bool kInAttribute>
 void PageText::PutEscaped(std::u16string_view text) {
-  if (text.empty()) return;
-  if (mostUtf8(text.size()) > capacity_ - size_) Grow(mostUtf8(text.size()));
-  char* const start = bytes_.get() + size_;
-  const size_t count = utf8FromUtf16(text.data(), text.size(), start, Utf8Filter::kControls);
-  const bool hasControls = haveControls(start, count);
-  const size_t plain = firstEscape(start, count, kInAttribute);
-  if (plain == count && !hasControls) {
-    size_ += count;
-    return;
+  const size_t start = size_;
+  for (std::u16string_view rest = text; !rest.empty();) {
+    Reserve(mostUtf8(rest.size()));
+    const size_t plain = copyPlainPage(rest.data(), rest.size(), bytes_.get() + size_);
+    size_ += plain;
+    rest.remove_prefix(plain);
+    if (!rest.empty() && rest.front() < kFirstControl) {
+      PutAscii(static_cast<char>(rest.front()), kInAttribute);
+      rest.remove_prefix(1);
+      continue;
+    }
+    while (!rest.empty() && rest.front() >= kFirstControl) {
+      const CharacterAt next = characterAt(rest.data(), rest.size());
+      if (next.code <= kLastControl) {
+        size_ = start;
+        return PutEscaped<kInAttribute>(withoutControls(text));
+      }
+      if (!isNoText(next.code)) size_ += encodeUtf8(next.code, bytes_.get() + size_);
+      rest.remove_prefix(next.units);
+    }
   }
-  const std::string rest(start + plain, count - plain);
-  size_ += plain;
-  if (hasControls) {
-    // What stands in front has no escapes, but may have controls.
-    std::u16string sound(text);
-    std::erase_if(sound, isControl);
-    size_ -= plain;
-    return PutEscaped<kInAttribute>(sound);
-  }
-  for (const char byte : rest) {
-    const std::string_view escape = escapeOf(byte, kInAttribute);
-    escape.empty() ? Put(byte) : Put(escape);
+}
+
+/// A character that may mean something in markup, or be none.
+void PageText::PutAscii(char byte, bool isInAttribute) {
+  const std::string_view escape = escapeOf(byte, isInAttribute);
+  if (!escape.empty()) {
+    Put(escape);
+  } else if (!isNoText(static_cast<unsigned char>(byte))) {
+    Put(byte);
   }
 }
 
@@ -97,7 +99,7 @@ void PageText::PutAttribute(std::u16string_view text) {
 void PageText::Insert(size_t at, std::string_view markup) {
   if (markup.empty()) return;
   const std::string kept(markup);  // may be part of this
-  if (kept.size() > capacity_ - size_) Grow(kept.size());
+  Reserve(kept.size());
   std::memmove(bytes_.get() + at + kept.size(), bytes_.get() + at, size_ - at);
   std::memcpy(bytes_.get() + at, kept.data(), kept.size());
   size_ += kept.size();

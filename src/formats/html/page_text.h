@@ -12,11 +12,11 @@ namespace pagerex {
 class PageText {
  public:
   void Put(char byte) {
-    if (size_ == capacity_) Grow(1);
+    Reserve(1);
     bytes_[size_++] = byte;
   }
   void Put(std::string_view markup) {
-    if (markup.size() > capacity_ - size_) Grow(markup.size());
+    Reserve(markup.size());
     if (!markup.empty()) std::memcpy(bytes_.get() + size_, markup.data(), markup.size());
     size_ += markup.size();
   }
@@ -39,9 +39,13 @@ class PageText {
   std::string_view view() const { return {bytes_.get(), size_}; }
 
  private:
+  void Reserve(size_t by) {
+    if (by > capacity_ - size_) Grow(by);
+  }
   void Grow(size_t by);
   template <bool kInAttribute>
   void PutEscaped(std::u16string_view text);
+  void PutAscii(char byte, bool isInAttribute);
 
   std::unique_ptr<char[]> bytes_;
   size_t size_ = 0;

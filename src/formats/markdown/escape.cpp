@@ -5,7 +5,7 @@
 #include "base/character_class.h"
 #include "base/encoding.h"
 #include "base/utf8.h"
-#include "formats/markdown/plain_copy.h"
+#include "formats/plain_copy.h"
 
 namespace pagerex {
 namespace {

@@ -4,6 +4,7 @@
 
 #include "base/encoding.h"
 #include "base/number_text.h"
+#include "flow/bookmark_names.h"
 #include "formats/markdown/escape.h"
 #include "formats/markdown/front_matter.h"
 
@@ -323,7 +324,7 @@ void MarkdownWriter::EndLink() {
 
 /// Word's own places for what was edited last mean nothing to a reader.
 void MarkdownWriter::BookmarkStart(std::u16string_view name) {
-  if (muted_ || name.empty() || name == u"_GoBack" || name.starts_with(u"_Hlk")) return;
+  if (muted_ || isOfWordItself(name)) return;
   std::string address;
   appendAddress(address, name);
   anchors_ += "<a id=\"";

@@ -132,10 +132,13 @@ TEST(PagePlaces, HaveNoControls) {
 }
 
 TEST(PagePlaces, OfWordItselfAreLeftOut) {
-  EXPECT_EQ(htmlOf([](FlowScript& s) {
-              s.Paragraph([&] { s.Bookmark(u"_GoBack").Bookmark(u"_Hlk123").Bookmark(u"").Text(u"x"); });
-            }),
-            "<p>x</p>\n");
+  EXPECT_EQ(
+      htmlOf([](FlowScript& s) {
+        s.Paragraph([&] {
+          s.Bookmark(u"_GoBack").Bookmark(u"_Hlk123").Bookmark(u"_PictureBullets").Bookmark(u"").Text(u"x");
+        });
+      }),
+      "<p>x</p>\n");
 }
 
 /// Notes of both kinds, comments, and bookmarks that would have their ids.

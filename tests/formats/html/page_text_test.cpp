@@ -47,6 +47,28 @@ TEST(PageText, KeepsWhatBeginsAsControlsDo) {
   EXPECT_EQ(text(u"\u0100\u0442\uFFE0"), "\xC4\x80\xD1\x82\xEF\xBF\xA0");
 }
 
+TEST(PageText, FindsMarkupAtEachPlace) {
+  for (size_t size = 1; size < 40; ++size) {
+    for (size_t at = 0; at < size; ++at) {
+      std::u16string units(size, u'a');
+      std::string wanted(size, 'a');
+      for (const char16_t unit : {u'<', u'\u007F', u'\u00E4', u'\n', u'\u0001'}) {
+        units[at] = unit;
+        const std::string_view spelled = unit == '<'    ? "&lt;"
+                                         : unit == 0xE4 ? "\xC3\xA4"
+                                         : unit == '\n' ? "\n"
+                                                        : "";
+        EXPECT_EQ(text(units), wanted.substr(0, at).append(spelled).append(wanted, at + 1))
+            << size << ' ' << at;
+      }
+    }
+  }
+}
+
+TEST(PageText, JoinsHalvesThatAControlParts) {
+  EXPECT_EQ(text(u"<\xD83D\u0080\xDE00"), "&lt;\xF0\x9F\x98\x80");
+}
+
 TEST(PageText, HasNoHalvesOfCharacters) {
   EXPECT_EQ(text(u"\xD83D\xDE00"), "\xF0\x9F\x98\x80");
   const std::string lone = text(std::u16string_view(u"a\xD83D<", 3));

@@ -1,7 +1,9 @@
-#include "formats/markdown/plain_copy.h"
+#include "formats/plain_copy.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+#elif defined(__ARM_NEON)
+#include <arm_neon.h>
 #endif
 
 #include <bit>
@@ -78,6 +80,26 @@ struct Html {
 #endif
 };
 
+struct Page {
+  static constexpr Plain kPlain{"&<\"\x7F"};
+
+  static bool IsPlain(const char16_t* text, size_t i) { return text[i] < 0x80 && kPlain.is[text[i]]; }
+#if defined(__SSE2__)
+  static __m128i OthersIn(__m128i bytes) {
+    const __m128i others = _mm_or_si128(equal(bytes, '<'), equal(with(bytes, 4), '&'));
+    return _mm_or_si128(_mm_or_si128(others, equal(bytes, 0x7F)), notPlainIn(bytes));
+  }
+#elif defined(__ARM_NEON)
+  /// What is no ASCII is 128 or more also when it was narrowed, which as a signed number is below the space.
+  static uint8x8_t OthersIn(uint8x8_t bytes) {
+    const uint8x8_t tags = vceq_u8(bytes, vdup_n_u8('<'));
+    const uint8x8_t others = vceq_u8(vorr_u8(bytes, vdup_n_u8(4)), vdup_n_u8('&'));
+    const uint8x8_t controls = vclt_s8(vreinterpret_s8_u8(bytes), vdup_n_s8(' '));
+    return vorr_u8(vorr_u8(tags, others), vorr_u8(controls, vceq_u8(bytes, vdup_n_u8(0x7F))));
+  }
+#endif
+};
+
 template <class Rules>
 size_t copyByOnes(const char16_t* text, size_t n, char* out) {
   size_t done = 0;
@@ -132,6 +154,31 @@ size_t copyPlain(const char16_t* text, size_t n, char* out) {
   return copyByOnes<Rules>(text, n, out);
 }
 
+#if defined(__ARM_NEON)
+
+/// Copies 8 characters; the count of plain ones in front.
+template <class Rules>
+size_t copy8(const char16_t* text, char* out) {
+  const uint8x8_t bytes = vqmovn_u16(vld1q_u16(reinterpret_cast<const uint16_t*>(text)));
+  vst1_u8(reinterpret_cast<uint8_t*>(out), bytes);
+  const uint64_t others = vget_lane_u64(vreinterpret_u64_u8(Rules::OthersIn(bytes)), 0);
+  return static_cast<size_t>(std::countr_zero(others)) / 8;
+}
+
+/// The last block takes some of what was copied once more.
+template <>
+size_t copyPlain<Page>(const char16_t* text, size_t n, char* out) {
+  if (n < 8) return copyByOnes<Page>(text, n, out);
+  for (size_t done = 0;;) {
+    const size_t count = copy8<Page>(text + done, out + done);
+    done += count;
+    if (count < 8 || done == n) return done;
+    if (n - done < 8) done = n - 8;
+  }
+}
+
+#endif
+
 #endif
 
 }  // namespace
@@ -142,6 +189,10 @@ size_t copyPlainMarkdown(const char16_t* text, size_t n, char* out) {
 
 size_t copyPlainHtml(const char16_t* text, size_t n, char* out) {
   return copyPlain<Html>(text, n, out);
+}
+
+size_t copyPlainPage(const char16_t* text, size_t n, char* out) {
+  return copyPlain<Page>(text, n, out);
 }
 
 }  // namespace pagerex

@@ -12,4 +12,7 @@ size_t copyPlainMarkdown(const char16_t* text, size_t n, char* out);
 /// The same for what means something in HTML.
 size_t copyPlainHtml(const char16_t* text, size_t n, char* out);
 
+/// The same for what means something in text or an attribute's double quotes; U+007F is none as well.
+size_t copyPlainPage(const char16_t* text, size_t n, char* out);
+
 }  // namespace pagerex
