@@ -59,11 +59,19 @@ async function measure(name, runs) {
     while (!(await all.next()).done);
     return end;
   });
+  // From the drop of a file until its first page has been painted.
+  function drop() {
+    const transfer = new DataTransfer();
+    transfer.items.add(document());
+    viewer.dispatchEvent(new DragEvent('drop', { dataTransfer: transfer, bubbles: true, cancelable: true }));
+  }
   const shown = await median(async () => {
     let end;
     const seen = () => requestAnimationFrame(() => setTimeout(() => (end ??= performance.now())));
     viewer.addEventListener('page', seen, { once: true });
-    await viewer.load(document());
+    const isLoaded = new Promise((resolve) => viewer.addEventListener('load', resolve, { once: true }));
+    drop();
+    await isLoaded;
     while (end === undefined) await new Promise((resolve) => setTimeout(resolve));
     return end;
   });

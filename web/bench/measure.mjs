@@ -32,18 +32,18 @@ function table(head, rows) {
 console.log(`Node ${process.version}, medians of ${runs}; load of the machine at the start: ${loadavg()[0].toFixed(1)}\n`);
 
 const entries = Object.entries(documents);
-for (const format of ['html', 'text']) {
+for (const format of ['html', 'markdown', 'text']) {
   console.log(`### Format ${format}, processor time in milliseconds\n`);
   const rows = entries.map(([name, path]) => {
     const [here, there] = [ask(native, runs, format, path), inNode('pagerex', format, path)];
-    const row = [name, ms(here.first), ms(there.first), ms(here.whole), ms(there.whole), times(there.whole, here.whole), ms(there.cold),
+    const row = [name, ms(here.first), ms(there.first), ms(here.whole), ms(there.whole), times(there.whole, here.whole), ms(there.text), ms(there.cold),
       mb(here.kilobytes), mb(there.kilobytes)];
-    if (format === 'html') return row;
+    if (format !== 'text') return row;
     const other = inNode('word-extractor', format, path);
     return [...row, ms(other.whole), ms(other.cold), mb(other.kilobytes)];
   });
-  const head = ['Document', 'native, first piece', 'Node, first piece', 'native', 'Node', 'Node / native', 'Node, cold', 'native, MB', 'Node, MB'];
-  table(format === 'html' ? head : [...head, 'word-extractor', 'its cold', 'its MB'], rows);
+  const head = ['Document', 'native, first piece', 'Node, first piece', 'native', 'Node', 'Node / native', 'Node, as a string', 'Node, cold', 'native, MB', 'Node, MB'];
+  table(format !== 'text' ? head : [...head, 'word-extractor', 'its cold', 'its MB'], rows);
 }
 
 const { version, costs } = await measureInBrowser({ folder: join(root, 'build/web/bench/page'), packaged: join(root, 'web/package'),

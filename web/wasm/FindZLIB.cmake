@@ -11,7 +11,7 @@ if(NOT TARGET ZLIB::ZLIB)
   add_library(zlib_wasm STATIC EXCLUDE_FROM_ALL ${zlib_files})
   target_include_directories(zlib_wasm SYSTEM PUBLIC ${zlib_source})
   # Tables that are made when they are needed are no bytes on the way.
-  target_compile_options(zlib_wasm PRIVATE -w -Os -DDYNAMIC_CRC_TABLE)
+  target_compile_options(zlib_wasm PRIVATE -w -Os -finline-functions -DDYNAMIC_CRC_TABLE)
   add_library(ZLIB::ZLIB ALIAS zlib_wasm)
 endif()
 set(ZLIB_FOUND TRUE)

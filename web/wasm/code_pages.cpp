@@ -1,5 +1,5 @@
 // iconv by the host's own tables, which saves the module 130 KB of them. Of the code pages that a browser
-// knows to UTF-16, in one direction.
+// knows, or the package, to UTF-16, in one direction.
 
 #include <iconv.h>
 
@@ -22,7 +22,8 @@ namespace {
 constexpr struct {
   const char* name;
   int codePage;
-} kPages[] = {{"CP932", 932}, {"CP936", 936}, {"CP949", 949}, {"CP950", 950}, {"CP1258", 1258}};
+} kPages[] = {{"CP932", 932}, {"CP936", 936},   {"CP949", 949},
+              {"CP950", 950}, {"CP1258", 1258}, {"JOHAB", 1361}};
 
 const iconv_t kNone = reinterpret_cast<iconv_t>(-1);
 

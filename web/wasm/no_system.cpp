@@ -13,7 +13,10 @@
 
 #include "convert/output_target.h"
 
-extern "C" __attribute__((import_module("host"), import_name("milliseconds"))) double hostMilliseconds();
+#define IMPORT(name) extern "C" __attribute__((import_module("host"), import_name(#name)))
+
+IMPORT(milliseconds) double hostMilliseconds();
+IMPORT(number) double hostNumber(const char* text);
 
 namespace pagerex {
 
@@ -49,6 +52,19 @@ int clock_gettime(clockid_t, struct timespec* time) {
 
 int nanosleep(const struct timespec*, struct timespec*) {
   return 0;
+}
+
+// The C library's own goes by numbers of 128 bits, which machines do not have and bring 10 KB along. Of the
+// three, which stand together there, the library calls the first one, for whole texts.
+
+double strtod(const char* text, char**) {
+  return hostNumber(text);
+}
+float strtof(const char* text, char**) {
+  return static_cast<float>(hostNumber(text));
+}
+long double strtold(const char* text, char**) {
+  return hostNumber(text);
 }
 
 // No path leads anywhere, and no descriptor is open.

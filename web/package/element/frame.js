@@ -78,11 +78,11 @@ export class DocumentFrame {
     this.document.write(this.policy ? this.policy.createHTML(text) : text);
   }
 
-  /** A piece of the page, which goes on where the one before it ended. */
-  write(piece) {
+  /** A piece of the page, which goes on where the one before it ended; or a part of one, which ends within a block. */
+  write(piece, isWhole) {
     this.sheet ??= sheetOf(piece);
     this.#put(piece);
-    this.#tidy(false);
+    this.#tidy(false, !isWhole);
     this.#moved();
   }
 
@@ -92,13 +92,13 @@ export class DocumentFrame {
     this.hasComments = this.document.querySelector('.comments') !== null;
   }
 
-  #tidy(isWhole) {
+  #tidy(isWhole, isWithinBlock) {
     this.#adoptStyles();
     for (const link of this.#added('a')) this.#judge(link);
     for (const link of this.#added('area')) this.#judge(link);
     if (!this.document.body) return;
     if (!this.paginator && this.document.querySelector('main')) this.#startPages();
-    this.paginator?.absorb(isWhole);
+    this.paginator?.absorb(isWhole, isWithinBlock);
     if (this.pages.length >= LARGE) this.root.classList.add('pagerex-large');
   }
 

@@ -58,12 +58,13 @@ export class Paginator {
     return height || room * GUESSED;
   }
 
-  /** Takes in what has been written since; the last block of all may still grow. */
-  absorb(isWhole) {
-    this.#divide(this.main, isWhole);
+  /** Takes in what has been written since; the last block of all may still grow. A table that `isCut` will: it gets
+   * its page at once, while it is small, for what is moved is laid out anew. */
+  absorb(isWhole, isCut = false) {
+    this.#divide(this.main, isWhole, isCut);
   }
 
-  #divide(container, isWhole) {
+  #divide(container, isWhole, isCut) {
     let [run, height] = [[], 0];
     const finish = (endsPage) => {
       if (run.length > 0) this.#wrap(container, run, height);
@@ -76,8 +77,11 @@ export class Paginator {
       const isClosed = isWhole || next !== null;
       if (this.#isContainer(block)) {
         finish(false);
-        if (!block.pagerexDone) this.#divide(block, isClosed);
+        if (!block.pagerexDone) this.#divide(block, isClosed, isCut);
         block.pagerexDone = isClosed;
+      } else if (!isClosed && isCut) {
+        finish(true);
+        this.#wrap(container, [block], 2 * this.most);
       } else if (isClosed) {
         const own = this.#heightOf(block);
         const before = this.filled + height;

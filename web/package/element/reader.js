@@ -1,5 +1,6 @@
 // Brings one document after the other into the viewer: reads it, converts it, shows it while it is converted.
 
+import { drawn } from './dom.js';
 import { DocumentFrame } from './frame.js';
 import { LoadError, bytesOf } from './input.js';
 import { stream, unlessAborted } from './stream.js';
@@ -68,16 +69,22 @@ export class Reader {
   async #convert(job, frame, { page, signal }) {
     const core = await unlessAborted(this.host.core(), signal);
     const options = { ...this.host.convertOptions, format: 'html', onProgress: (done) => this.#progress(done, signal) };
-    return stream(core, job.input, frame, { options, signal, onPiece: (count) => this.#wrote(frame, count, page) });
+    return stream(core, job.input, frame, { options, signal, onWritten: (count) => this.#wrote(frame, count, page) });
   }
 
   #wrote(frame, count, page) {
     if (count === 1) {
-      this.#drop();
+      const before = this.frame;
+      this.#forget();
       this.frame = frame;
       this.host.dress();
       this.controls.zoom.apply();
       frame.isWaiting = false;
+      // A large document takes the browser long to take away.
+      if (before) {
+        before.isWaiting = true;
+        drawn().then(() => before.remove());
+      }
     }
     if (page > 1 && this.page < page) frame.showPage(page);
     if (count === 1) this.#moved();
@@ -126,8 +133,12 @@ export class Reader {
 
   /** Takes away what is shown. */
   #drop() {
-    this.controls.find.clear();
     this.frame?.remove();
+    this.#forget();
+  }
+
+  #forget() {
+    this.controls.find.clear();
     this.frame = undefined;
     this.page = 0;
   }

@@ -1,7 +1,10 @@
+import { JohabDecoder } from './johab.js';
+
 // The other side of web/wasm/code_pages.cpp: names by which the platform knows code pages of documents.
 const labels = { 932: 'shift_jis', 936: 'gbk', 949: 'euc-kr', 950: 'big5', 1258: 'windows-1258' };
 
 const vietnamese = 1258;
+const johab = 1361;
 
 /** Functions that the module imports. `memory` gives its bytes as they are now. */
 export function decoders(memory) {
@@ -9,7 +12,7 @@ export function decoders(memory) {
   return {
     hasCodePage(codePage) {
       try {
-        made.set(codePage, new TextDecoder(labels[codePage]));
+        made.set(codePage, codePage === johab ? new JohabDecoder() : new TextDecoder(labels[codePage]));
         return 1;
       } catch {
         return 0;

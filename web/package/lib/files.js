@@ -19,6 +19,8 @@ export class Files {
   #last = 0;
   /** By name, in the order in which they ended. */
   ended = new Map();
+  /** How many bytes a file may have that comes in more than one part. */
+  expected = 0;
 
   /** `onEnd` is told of each file that is whole. */
   constructor(onEnd = () => {}) {
@@ -28,21 +30,27 @@ export class Files {
   begin(name, mediaType) {
     // One that an earlier stride wrote whole is not taken again.
     const isKnown = this.ended.get(name)?.isWhole === true;
-    this.#open.set(++this.#last, { name, mediaType, isKnown, bytes: new Uint8Array(isKnown ? 0 : 1 << 14), length: 0 });
+    this.#open.set(++this.#last, { name, mediaType, isKnown, bytes: new Uint8Array(0), length: 0 });
     return this.#last;
   }
 
   write(id, bytes) {
     const file = this.#open.get(id);
     if (file.isKnown) return;
-    const length = file.length + bytes.length;
-    if (length > file.bytes.length) {
-      const larger = new Uint8Array(Math.max(length, 2 * file.bytes.length));
-      larger.set(file.bytes.subarray(0, file.length));
-      file.bytes = larger;
+    if (file.length === 0) {
+      file.bytes = bytes.slice();
+    } else {
+      this.#reserve(file, file.length + bytes.length);
+      file.bytes.set(bytes, file.length);
     }
-    file.bytes.set(bytes, file.length);
-    file.length = length;
+    file.length += bytes.length;
+  }
+
+  #reserve(file, length) {
+    if (length <= file.bytes.length) return;
+    const larger = new Uint8Array(Math.max(length, 2 * file.bytes.length, this.expected));
+    larger.set(file.bytes.subarray(0, file.length));
+    file.bytes = larger;
   }
 
   end(id, isWhole) {

@@ -17,10 +17,22 @@ export async function readInto(given, sink, { limits, signal }) {
   const input = await given;
   const most = limits.inputBytes || Infinity;
   if (isBytes(input) || isShared(input)) return put(bytesOf(input), sink, most);
+  if (isBlob(input) && input.size <= Math.min(most, mostAtOnce)) return put(await bytesOfBlob(input), sink, most);
   const { size, stream } = partsOf(input);
   if (size > most) throw tooLarge();
   if (size) sink.reserve(size);
   await readAll(stream, sink, most, signal);
+}
+
+/** In parts it takes many turns of the event loop. */
+const mostAtOnce = 64 << 20;
+
+async function bytesOfBlob(blob) {
+  try {
+    return new Uint8Array(await blob.arrayBuffer());
+  } catch (error) {
+    throw unreadable(error);
+  }
 }
 
 function put(bytes, sink, most) {

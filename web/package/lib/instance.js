@@ -42,6 +42,11 @@ export class Instance {
     return this.#exports.memory.buffer.byteLength;
   }
 
+  /** Bytes of input. */
+  get length() {
+    return this.#length;
+  }
+
   /** Makes room for input, whose size may be a guess; puts some there; forgets it. */
   reserve(size) {
     if (size <= this.#room) return;
@@ -145,7 +150,12 @@ export class Instance {
 
   #imports() {
     return {
-      host: { ...this.#sink(), ...decoders(() => this.#memory()), milliseconds: () => globalThis.performance?.now() ?? Date.now() },
+      host: {
+        ...this.#sink(),
+        ...decoders(() => this.#memory()),
+        milliseconds: () => globalThis.performance?.now() ?? Date.now(),
+        number: (text) => Number(this.#text(text)),
+      },
       env: { emscripten_notify_memory_growth() {} },
       wasi_snapshot_preview1: {
         fd_close: () => badDescriptor,

@@ -7,6 +7,8 @@ import { mainNameOf, resultOrError } from './result.js';
 const firstStride = 1;
 const strideGrowth = 4;
 
+const mostExpected = 16 << 20;
+
 /** The document in an instance, from its bytes on. Throws where there is none. */
 export function openDocument(instance, request) {
   const deadline = new Deadline(request.limits.milliseconds);
@@ -23,6 +25,8 @@ export function writeAll(instance, request, listener = {}) {
 }
 
 export function writeInto(instance, request, deadline, files, listener) {
+  // Pages and texts are about as long as their documents.
+  files.expected = Math.min(1.2 * instance.length, mostExpected);
   const host = {
     begin: (name, mediaType) => files.begin(name, mediaType),
     write: (id, bytes) => files.write(id, bytes),

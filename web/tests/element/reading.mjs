@@ -43,6 +43,28 @@ export function define(test, context) {
     assert.deepEqual([seen.state, seen.progress], ['ready', false]);
   });
 
+  test('a long table is there from its first rows on, and whole in the end', async () => {
+    await context.open();
+    const seen = await ask(async () => {
+      const { viewer } = window.probe;
+      const row = (number) => `<tr><td><p>row ${number}</p>\n</td><td><p>a short remark</p>\n</td></tr>\n`;
+      const rows = Array.from({ length: 4000 }, (_, number) => row(number)).join('');
+      const small = `<div class=x><table><tbody>${row('a').repeat(3)}</tbody></table></div>\n`;
+      const early = new Promise((resolve) => {
+        viewer.addEventListener('page', () => resolve(window.probe.inner.querySelectorAll('tr').length), { once: true });
+      });
+      await window.probe.show(`<p>before</p>\n${small}<div class=x><table><tbody>${rows}</tbody></table></div>\n<p>behind</p>\n`);
+      const { inner } = window.probe;
+      const tables = [...inner.querySelectorAll('table')];
+      return { early: await early, tables: tables.map((table) => table.rows.length), pages: viewer.pageCount,
+        first: inner.querySelector('.pagerex-page').textContent.slice(0, 6), found: await viewer.search('row 3999'),
+        last: [...inner.querySelectorAll('.pagerex-page')].at(-1).textContent.trim() };
+    });
+    assert.ok(seen.early > 3 && seen.early < 2000, `rows at first: ${seen.early}`);
+    assert.deepEqual(seen.tables, [3, 4000]);
+    assert.deepEqual([seen.pages, seen.first, seen.last, seen.found], [3, 'before', 'behind', 1]);
+  });
+
   test('pages are turned by buttons, by number and by the host', async () => {
     await context.openSample();
     const seen = await ask(async () => {
