@@ -387,11 +387,13 @@ TEST(DamagedDrawing, WritesNothingOutsideTheFolder) {
   }
 }
 
+#if GTEST_HAS_DEATH_TEST
 TEST(ShapeScriptDocument, FileIsThereWhenTheConversionReturns) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(
       std::exit(has(Converted(withShape(Shape(3))).file("shapejs.js"), "function drawEllipse") ? 0 : 1),
       testing::ExitedWithCode(0), "");
 }
+#endif
 
 }  // namespace

@@ -4,10 +4,10 @@
 
 #include <bit>
 #include <cfloat>
-#include <charconv>
 #include <climits>
 #include <clocale>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <memory>
@@ -297,8 +297,8 @@ struct ExactDecimal {
 
 ExactDecimal exactly(double value) {
   char text[128];
-  const auto end = std::to_chars(text, std::end(text), value, std::chars_format::scientific, 60).ptr;
-  const std::string all(text, end);
+  const int length = std::snprintf(text, sizeof text, "%.60e", value);
+  const std::string all(text, static_cast<size_t>(length));
   const size_t mark = all.find('e');
   ExactDecimal result;
   result.digits = all[0] + all.substr(2, mark - 2);

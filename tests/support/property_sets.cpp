@@ -37,7 +37,7 @@ uint64_t fileTime(int year, int month, int day, int hour, int minute, int second
   constexpr time::sys_days kFirst = time::year{1601} / 1 / 1;
   const time::sys_days date = time::year{year} / month / day;
   const time::seconds since =
-      (date - kFirst) + time::hours(hour) + time::minutes(minute) + time::seconds(second);
+      time::seconds(date - kFirst) + time::hours(hour) + time::minutes(minute) + time::seconds(second);
   return static_cast<uint64_t>(since.count()) * 10'000'000;
 }
 

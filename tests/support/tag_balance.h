@@ -1,8 +1,8 @@
 #pragma once
 
-#include <compare>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace support {
@@ -14,7 +14,10 @@ struct LoneTag {
   Kind kind;
   std::string element;
 
-  auto operator<=>(const LoneTag&) const = default;
+  bool operator==(const LoneTag&) const = default;
+  bool operator<(const LoneTag& other) const {
+    return std::tie(kind, element) < std::tie(other.kind, other.element);
+  }
 };
 
 /// The lone tags of a page, in the order in which they are found. Void elements (`<br>`, `<img>`) stand for
