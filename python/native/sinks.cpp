@@ -15,7 +15,8 @@ struct File {
 /// Collects files in memory, without the interpreter.
 class MemorySink : public Sink {
  public:
-  MemorySink(Call& call, const char* mainName) : call_(call), mainName_(mainName) {
+  MemorySink(Call& call, const char* mainName, bool isOfBytes = false)
+      : call_(call), mainName_(mainName), isOfBytes_(isOfBytes) {
     output_.main_name = mainName;
     output_.begin = begin;
     output_.write = write;
@@ -39,7 +40,7 @@ class MemorySink : public Sink {
   PyObject* Describe(const File& file) const {
     const char* const data = file.content.data();
     const size_t length = file.content.size();
-    PyObject* const content = file.name == mainName_
+    PyObject* const content = file.name == mainName_ && !isOfBytes_
                                   ? textOf(data, length)
                                   : PyBytes_FromStringAndSize(data, static_cast<Py_ssize_t>(length));
     return Py_BuildValue("NNNN", textOf(file.name.data(), file.name.size()),
@@ -82,6 +83,7 @@ class MemorySink : public Sink {
   }
 
   const std::string mainName_;
+  const bool isOfBytes_;
 };
 
 /// Hands each file on as it ends.
@@ -125,6 +127,7 @@ class PathSink final : public Sink {
 
 std::unique_ptr<Sink> makeSink(Call& call, PyObject* target, const char* mainName) {
   if (target == Py_None) return std::make_unique<MemorySink>(call, mainName);
+  if (target == Py_True) return std::make_unique<MemorySink>(call, mainName, true);
   if (PyBytes_Check(target)) return std::make_unique<PathSink>(PyBytes_AsString(target));
   PyObject *file = nullptr, *page = nullptr;
   if (!PyArg_ParseTuple(target, "OO", &file, &page)) return nullptr;

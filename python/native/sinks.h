@@ -24,9 +24,10 @@ class Sink {
   pagerex_output output_{};
 };
 
-/// By the kind of `target`: None for memory, bytes for a path, a pair of functions (file, page) that are
-/// called with (name, media_type, content, complete) for each file that ends and with (number, name) for each
-/// page that does. The file of `mainName` is a text, the others are bytes. Null with an exception set.
+/// By the kind of `target`: None or True for memory, bytes for a path, a pair of functions (file, page) that
+/// are called with (name, media_type, content, complete) for each file that ends and with (number, name) for
+/// each page that does. The file of `mainName` is a text, but with True; the others are bytes. Null with an
+/// exception set.
 std::unique_ptr<Sink> makeSink(Call& call, PyObject* target, const char* mainName);
 
 }  // namespace pagerex::python

@@ -18,6 +18,14 @@ def _parser() -> argparse.ArgumentParser:
     parser.add_argument("file", help="the document; - for standard input")
     parser.add_argument("-t", "--to", choices=tuple(FORMATS), help="the format; otherwise the name of OUT tells it")
     parser.add_argument("-o", "--output", metavar="OUT", help="where to; otherwise to standard output")
+    add_options(parser)
+    parser.add_argument("--info", action="store_true", help="tell what the file is, as JSON")
+    parser.add_argument("--version", action="version", version=__version__)
+    return parser
+
+
+def add_options(parser: argparse.ArgumentParser) -> None:
+    """Of what is written."""
     parser.add_argument("--revisions", choices=("final", "original", "all"))
     parser.add_argument("--no-comments", dest="comments", action="store_false", default=None)
     parser.add_argument("--hidden-text", action="store_true", default=None)
@@ -30,9 +38,6 @@ def _parser() -> argparse.ArgumentParser:
     parser.add_argument("--page-breaks", action="store_true", default=None)
     parser.add_argument("--common-mark", action="store_true", default=None)
     parser.add_argument("--dark", action="store_true", default=None)
-    parser.add_argument("--info", action="store_true", help="tell what the file is, as JSON")
-    parser.add_argument("--version", action="version", version=__version__)
-    return parser
 
 
 def _tell(source: Any) -> None:

@@ -16,7 +16,9 @@ Summary = Tuple[
 Outcome = Tuple[int, int, int, int, str, Counts, int, int, Tuple[Warning, ...], int, Summary]
 # Name, media type, content, complete.
 File = Tuple[str, str, Union[str, bytes], bool]
-Target = Union[None, bytes, Tuple[Callable[[str, str, Union[str, bytes], bool], object], Callable[[int, str], object]]]
+Functions = Tuple[Callable[[str, str, Union[str, bytes], bool], object], Callable[[int, str], object]]
+# None for memory, with the main file as text; True with it as bytes, too; a path; functions for files and pages.
+Target = Union[None, bool, bytes, Functions]
 Settings = Tuple[Any, ...]
 Date = Tuple[int, int, int, int, int]
 

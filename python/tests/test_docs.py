@@ -10,8 +10,8 @@ import pagerex
 
 MODULES = sorted(
     name
-    for _, name, _ in pkgutil.iter_modules(pagerex.__path__, "pagerex.")
-    if name.rpartition(".")[2] not in ("_native", "__main__", "langchain", "llama_index", "markitdown_plugin")
+    for _, name, _ in pkgutil.walk_packages(pagerex.__path__, "pagerex.")
+    if not {"_native", "__main__", "langchain", "llama_index", "markitdown_plugin", "spark"} & set(name.split("."))
 )
 
 
