@@ -48,7 +48,7 @@ class EmfPlayer {
   void Line(ByteView record, int form);
   void AngleArc(ByteView record, int form);
   void Path(ByteView record, int form);
-  void Region(ByteView record, int form);
+  void DrawRegion(ByteView record, int form);
   void Text(ByteView record, int form);
   void SmallText(ByteView record, int form);
   void Blt(ByteView record, int form);
@@ -62,7 +62,7 @@ class EmfPlayer {
   void PlayClimbingText(TextRecord told, ByteView ways);
   size_t PlayText(ByteView record, size_t at, bool isWide, size_t most);
   Dib DibOf(ByteView record, size_t at, uint32_t usage) const;
-  PathData RegionData(ByteView data, Box* only);
+  Region RegionData(ByteView data);
 
   const ByteView file_;
   Gdi gdi_;

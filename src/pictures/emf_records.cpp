@@ -206,18 +206,16 @@ void EmfPlayer::Clip(ByteView record, int form) {
   gdi_.ClipBox(box);
 }
 
-/// Boxes in pixels of the device. `only` is set to the one, where there is one.
-PathData EmfPlayer::RegionData(ByteView data, Box* only) {
+/// Boxes in pixels of the device.
+Region EmfPlayer::RegionData(ByteView data) {
   constexpr size_t kHeader = 32, kBox = 16;
   const size_t count = std::min<size_t>(data.u32(8), data.size() / kBox);
-  PathData path;
+  Region region;
   for (size_t i = 0; i < count && data.contains(kHeader + i * kBox, kBox); ++i) {
     const Box box = boxAt(data, kHeader + i * kBox);
-    const Point a = device_(box.left, box.top), b = device_(box.right, box.bottom);
-    path.AddBox({a.x, a.y, b.x, b.y});
-    if (only) *only = {a.x, a.y, b.x, b.y};
+    region.Add(device_(box.left, box.top), device_(box.right, box.bottom));
   }
-  return path;
+  return region;
 }
 
 void EmfPlayer::SelectRegion(ByteView record, int) {
@@ -227,22 +225,22 @@ void EmfPlayer::SelectRegion(ByteView record, int) {
     if (mode == kCopy) gdi_.ResetClip();
     return;
   }
-  Box box;
-  const ByteView data = record.part(16, record.u32(8));
-  const PathData region = RegionData(data, &box);
-  if (data.u32(8) == 1 && (mode == kAnd || mode == kCopy)) return gdi_.ClipCanvasBox(box, mode == kCopy);
-  gdi_.ClipRegion(region, FillRule::kNonZero, mode);
+  const Region region = RegionData(record.part(16, record.u32(8)));
+  if (region.boxes().size() == 1 && (mode == kAnd || mode == kCopy)) {
+    return gdi_.ClipCanvasBox(region.boxes()[0], mode == kCopy);
+  }
+  gdi_.ClipRegion(region.Outline(), FillRule::kNonZero, mode);
 }
 
-void EmfPlayer::Region(ByteView record, int form) {
+void EmfPlayer::DrawRegion(ByteView record, int form) {
   constexpr size_t kData[] = {32, 40, 28, 28};
-  const PathData region = RegionData(record.part(kData[form], record.u32(24)), nullptr);
+  const Region region = RegionData(record.part(kData[form], record.u32(24)));
   if (form == kInvertRegion) return gdi_.InvertRegion(region);
-  if (form == kPaintRegion) return gdi_.Region(region, gdi_.state().brush);
+  if (form == kPaintRegion) return gdi_.PaintRegion(region, gdi_.state().brush);
   const GdiObject* const object = gdi_.ObjectAt(record.u32(28));
   const Brush brush = object && object->kind == GdiObject::Kind::kBrush ? object->brush : gdi_.state().brush;
-  if (form == kFillRegion) return gdi_.Region(region, brush);
-  gdi_.FrameRegion(region, brush, std::max(record.i32(32), record.i32(36)));
+  if (form == kFillRegion) return gdi_.PaintRegion(region, brush);
+  gdi_.FrameRegion(region, brush, record.i32(32), record.i32(36));
 }
 
 }  // namespace pagerex

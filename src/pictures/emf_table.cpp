@@ -88,10 +88,10 @@ struct EmfRecords {
       {&Player::Path, kAbort, false},               // 68
       {nullptr, 0, false},                          // 69
       {&Player::Comment, 0, false},                 // 70
-      {&Player::Region, kFillRegion, true},         // 71
-      {&Player::Region, kFrameRegion, true},        // 72
-      {&Player::Region, kInvertRegion, true},       // 73
-      {&Player::Region, kPaintRegion, true},        // 74
+      {&Player::DrawRegion, kFillRegion, true},     // 71
+      {&Player::DrawRegion, kFrameRegion, true},    // 72
+      {&Player::DrawRegion, kInvertRegion, true},   // 73
+      {&Player::DrawRegion, kPaintRegion, true},    // 74
       {&Player::SelectRegion, 0, false},            // 75
       {&Player::Blt, kBit, true},                   // 76
       {&Player::Blt, kStretch, true},               // 77

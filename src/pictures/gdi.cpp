@@ -113,7 +113,8 @@ void Gdi::SelectObject(const GdiObject& object) {
   if (object.kind == GdiObject::Kind::kBrush) state.brush = object.brush;
   if (object.kind == GdiObject::Kind::kFont) state.font = object.font;
   if (object.kind == GdiObject::Kind::kPalette) state.palette = object.bytes;
-  if (object.kind == GdiObject::Kind::kRegion) ClipRegion(object.region, FillRule::kNonZero, kCopyRegion);
+  if (object.kind == GdiObject::Kind::kRegion)
+    ClipRegion(object.region.Outline(), FillRule::kNonZero, kCopyRegion);
 }
 
 void Gdi::SelectStock(uint32_t number) {

@@ -197,9 +197,10 @@ class Gdi {
   void Arc(const Box& box, Point start, Point end, ArcKind kind);
   void AngleArc(Point centre, double radius, double startDegrees, double sweepDegrees);
   void Pixel(Point at, uint32_t rgb);
-  void Region(const PathData& region, const Brush& brush);
-  void FrameRegion(const PathData& region, const Brush& brush, double width);
-  void InvertRegion(const PathData& region);
+  void PaintRegion(const Region& region, const Brush& brush);
+  /// `width` and `height` of the frame, as they are told.
+  void FrameRegion(const Region& region, const Brush& brush, double width, double height);
+  void InvertRegion(const Region& region);
   void GradientBox(const Box& box, uint32_t first, uint32_t second, bool isVertical);
   void GradientTriangle(const Point (&corners)[3], const uint32_t (&colours)[3]);
 

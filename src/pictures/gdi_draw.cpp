@@ -293,29 +293,30 @@ void Gdi::Pixel(Point at, uint32_t rgb) {
   Draw(figure_, Paint::Colour(rgb), FillRule::kNonZero, {});
 }
 
-void Gdi::Region(const PathData& region, const Brush& brush) {
+void Gdi::PaintRegion(const Region& region, const Brush& brush) {
   FlushLines();
-  Draw(region, FillOf(brush, binaryStep(state_.rop2).function), FillRule::kNonZero, {});
+  Draw(region.Outline(), FillOf(brush, binaryStep(state_.rop2).function), FillRule::kNonZero, {});
 }
 
-void Gdi::FrameRegion(const PathData& region, const Brush& brush, double width) {
+void Gdi::FrameRegion(const Region& region, const Brush& brush, double width, double height) {
   FlushLines();
-  Stroke stroke;
-  stroke.paint = FillOf(brush, binaryStep(state_.rop2).function);
-  // The half of it that lies in the region.
-  stroke.width = 2 * std::max(std::fabs(width) * map().Scale(), canvas_.pixel());
-  stroke.join = Stroke::Join::kMiter;
+  // Lines that are there are seen.
+  const auto seen = [this](Point line, bool isThere) {
+    return isThere ? std::max(std::hypot(line.x, line.y), canvas_.pixel()) : 0;
+  };
+  const PathData frame =
+      region.Frame(seen(map().Turn(width, 0), width != 0), seen(map().Turn(0, height), height != 0));
   const ClipArea before = state_.clip;
   constexpr uint32_t kAnd = 1;
-  ClipRegion(region, FillRule::kNonZero, kAnd);
-  Draw(region, {}, FillRule::kNonZero, stroke);
+  ClipRegion(region.Outline(), FillRule::kNonZero, kAnd);
+  Draw(frame, FillOf(brush, binaryStep(state_.rop2).function), FillRule::kNonZero, {});
   state_.clip = before;
 }
 
-void Gdi::InvertRegion(const PathData& region) {
+void Gdi::InvertRegion(const Region& region) {
   constexpr uint32_t kNot = 6;
   FlushLines();
-  Draw(region, Paint::Colour(0xFFFFFF), FillRule::kNonZero, {}, binaryStep(kNot));
+  Draw(region.Outline(), Paint::Colour(0xFFFFFF), FillRule::kNonZero, {}, binaryStep(kNot));
 }
 
 void Gdi::Pattern(const Box& box, uint8_t rop3) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "pictures/bitmap.h"
-#include "pictures/path_data.h"
+#include "pictures/region.h"
 
 namespace pagerex {
 
@@ -67,8 +67,8 @@ struct GdiObject {
   Pen pen;
   Brush brush;
   Font font;
-  ByteView bytes;   ///< of a palette: its entries, 4 bytes each
-  PathData region;  ///< in units of the canvas
+  ByteView bytes;  ///< of a palette: its entries, 4 bytes each
+  Region region;
 };
 
 }  // namespace pagerex

@@ -100,7 +100,7 @@ void WmfPlayer::CreateRegion(ByteView record, int) {
     for (size_t x = 0; x + 1 < count && record.contains(at + 6 + x * 2, 4); x += 2) {
       const Point a = to(record.i16(at + 6 + x * 2), record.i16(at + 2));
       const Point b = to(record.i16(at + 8 + x * 2), record.i16(at + 4));
-      object.region.AddBox({a.x, a.y, b.x, b.y});
+      object.region.Add(a, b);
     }
     at += 8 + count * 2;
   }

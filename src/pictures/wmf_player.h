@@ -40,7 +40,7 @@ class WmfPlayer {
   void Line(ByteView record, int form);
   void Points(ByteView record, int form);
   void Shape(ByteView record, int form);
-  void Region(ByteView record, int form);
+  void DrawRegion(ByteView record, int form);
   void Text(ByteView record, int form);
   void ExtendedText(ByteView record, int form);
   void PatternBlt(ByteView record, int form);
@@ -51,7 +51,7 @@ class WmfPlayer {
   void PutText(ByteView bytes, std::vector<double>& advances, struct TextRecord& told);
   Dib DibOf(ByteView bytes, uint32_t usage) const;
   Dib DeviceBitmap(ByteView bytes, size_t bits);
-  const PathData* RegionAt(uint32_t handle) const;
+  const Region* RegionAt(uint32_t handle) const;
 
   const ByteView records_;
   Gdi gdi_;

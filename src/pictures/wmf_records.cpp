@@ -80,8 +80,8 @@ void WmfPlayer::Clip(ByteView record, int form) {
   if (form == kExclude) return gdi_.ClipOutBox(boxAt(record, 6));
   if (form == kIntersect) return gdi_.ClipBox(boxAt(record, 6));
   constexpr uint32_t kCopy = 5;
-  if (const PathData* const region = RegionAt(record.u16(6))) {
-    gdi_.ClipRegion(*region, FillRule::kNonZero, kCopy);
+  if (const Region* const region = RegionAt(record.u16(6))) {
+    gdi_.ClipRegion(region->Outline(), FillRule::kNonZero, kCopy);
   } else {
     gdi_.ResetClip();
   }
@@ -120,20 +120,20 @@ void WmfPlayer::Shape(ByteView record, int form) {
   gdi_.Arc(boxAt(record, 14), pointAt(record, 10), pointAt(record, 6), kKinds[form - kArc]);
 }
 
-const PathData* WmfPlayer::RegionAt(uint32_t handle) const {
+const Region* WmfPlayer::RegionAt(uint32_t handle) const {
   const GdiObject* const object = gdi_.ObjectAt(handle);
   return object && object->kind == GdiObject::Kind::kRegion ? &object->region : nullptr;
 }
 
-void WmfPlayer::Region(ByteView record, int form) {
-  const PathData* const region = RegionAt(record.u16(6));
+void WmfPlayer::DrawRegion(ByteView record, int form) {
+  const Region* const region = RegionAt(record.u16(6));
   if (!region) return;
   if (form == kInvertRegion) return gdi_.InvertRegion(*region);
-  if (form == kPaintRegion) return gdi_.Region(*region, gdi_.state().brush);
+  if (form == kPaintRegion) return gdi_.PaintRegion(*region, gdi_.state().brush);
   const GdiObject* const object = gdi_.ObjectAt(record.u16(8));
   const Brush brush = object && object->kind == GdiObject::Kind::kBrush ? object->brush : gdi_.state().brush;
-  if (form == kFillRegion) return gdi_.Region(*region, brush);
-  gdi_.FrameRegion(*region, brush, std::max(record.i16(10), record.i16(12)));
+  if (form == kFillRegion) return gdi_.PaintRegion(*region, brush);
+  gdi_.FrameRegion(*region, brush, record.i16(12), record.i16(10));
 }
 
 namespace {
@@ -155,8 +155,8 @@ struct WmfRecords {
       {0x0106, &Player::Value, kFillMode, false},
       {0x0108, &Player::Value, kExtra, false},
       {0x0127, &Player::SaveOrRestore, 1, false},
-      {0x012A, &Player::Region, kInvertRegion, true},
-      {0x012B, &Player::Region, kPaintRegion, true},
+      {0x012A, &Player::DrawRegion, kInvertRegion, true},
+      {0x012B, &Player::DrawRegion, kPaintRegion, true},
       {0x012C, &Player::Clip, kSelectRegion, false},
       {0x012D, &Player::Object, kSelect, false},
       {0x012E, &Player::Value, kTextAlign, false},
@@ -175,7 +175,7 @@ struct WmfRecords {
       {0x0213, &Player::Line, kLine, true},
       {0x0214, &Player::Line, kMove, false},
       {0x0220, &Player::Clip, kOffset, false},
-      {0x0228, &Player::Region, kFillRegion, true},
+      {0x0228, &Player::DrawRegion, kFillRegion, true},
       {0x0234, &Player::Object, kSelect, false},  // palette
       {0x02FA, &Player::CreatePen, 0, false},
       {0x02FB, &Player::CreateFont, 0, false},
@@ -190,7 +190,7 @@ struct WmfRecords {
       {0x0418, &Player::Shape, kEllipse, true},
       {0x041B, &Player::Shape, kRectangle, true},
       {0x041F, &Player::Line, kPixel, true},
-      {0x0429, &Player::Region, kFrameRegion, true},
+      {0x0429, &Player::DrawRegion, kFrameRegion, true},
       {0x0436, &Player::PaletteEntries, 0, false},  // shown at once
       {0x0521, &Player::Text, 0, true},
       {0x0538, &Player::Points, kPolyPolygon, true},

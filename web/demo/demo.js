@@ -5,7 +5,7 @@ const find = (selector) => document.querySelector(selector);
 const viewer = find('pagerex-viewer');
 const source = find('.source');
 const endings = { html: 'html', markdown: 'md', text: 'txt' };
-const shown = { name: '', format: 'page', milliseconds: 0 };
+const shown = { name: '', format: 'page', begin: 0 };
 
 // --- Documents come ---
 
@@ -40,11 +40,13 @@ globalThis.launchQueue?.setConsumer(async ({ files }) => {
 // --- What is told of them ---
 
 viewer.addEventListener('load', ({ detail }) => {
-  const milliseconds = Math.round(performance.now() - shown.begin);
+  // Documents that a script gave to the viewer began nobody knows when.
+  const time = shown.begin ? ` · ${Math.round(performance.now() - shown.begin)} ms` : '';
   const pages = detail.pages === 1 ? '1 page' : `${detail.pages} pages`;
   shown.name = viewer.file?.name ?? shown.name;
-  find('.told').textContent = `${shown.name} · ${pages} · ${milliseconds} ms`;
+  find('.told').textContent = `${shown.name} · ${pages}${time}`;
   document.title = detail.result?.summary.title || shown.name;
+  shown.begin = 0;
   update(true);
 });
 viewer.addEventListener('error', () => {

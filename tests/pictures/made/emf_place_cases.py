@@ -165,6 +165,15 @@ REGIONS = [
     case("frame_region", filled(RED, create_brush(2, 0, BLUE), frame_region(2, 10, 10, (40, 40, 140, 140))),
          box(40, 40, 140, 140),
          look("90,90 white; 45,90 blue; 90,45 blue; 55,90 white")),
+    case("frame_region_of_two_widths", filled(RED, create_brush(2, 0, BLUE), frame_region(2, 20, 5, (40, 40, 140, 140))),
+         box(40, 40, 140, 140), look("55,90 blue; 65,90 white; 125,90 blue; 90,42 blue; 90,48 white; 90,137 blue")),
+    case("frame_region_of_many_boxes", filled(RED, create_brush(2, 0, BLUE), frame_region(
+        2, 6, 6, (40, 40, 80, 90), (110, 40, 150, 90), (40, 90, 150, 140))), box(40, 40, 150, 140),
+         look("60,60 white; 60,90 white; 43,90 blue; 77,60 blue; 77,86 blue; 113,60 blue; 95,93 blue; 95,100 white; "
+              "83,93 blue; 90,80 white; 130,90 white; 95,137 blue; 147,110 blue")),
+    case("frame_region_apart", filled(RED, create_brush(2, 0, BLUE), frame_region(
+        2, 4, 4, (40, 40, 150, 80), (40, 110, 150, 150))), box(40, 40, 150, 150),
+         look("90,60 white; 90,78 blue; 90,95 white; 90,112 blue; 90,130 white")),
 ]
 
 CASES = [*PLACES, *TRANSFORMS, *CLIPS, *REGIONS]

@@ -215,6 +215,9 @@ CLIPS = [
     case("frame_region", filled(RED, create_region((40, 40, 140, 140), [(40, 140, 40, 140)]), create_brush(0, BLUE),
                                 frame_region(2, 3, 10, 10)), box(40, 40, 140, 140),
          look("90,90 white; 45,90 blue; 90,45 blue; 55,90 white")),
+    case("frame_region_of_rows", filled(RED, create_region((40, 40, 150, 140), [(40, 90, 40, 80, 110, 150), (90, 140, 40, 150)]),
+                                        create_brush(0, BLUE), frame_region(2, 3, 10, 4)), box(40, 40, 150, 140),
+         look("60,60 white; 60,90 white; 47,60 blue; 53,60 white; 73,60 blue; 95,92 blue; 95,97 white; 60,42 blue; 60,47 white")),
 ]
 
 FLOODS = [
