@@ -3,6 +3,7 @@
 
 import { FRAME_HEAD, FRAME_STYLE } from './frame-style.js';
 import { Paginator, sheetOf } from './paginate.js';
+import { unlessAborted } from './stream.js';
 
 const LARGE = 24; // pages, from which on those out of sight are not laid out
 const KEPT_ADDRESSES = /^(https?|mailto|ftps?|sftp|tel|sms|news):/i;
@@ -18,26 +19,28 @@ function adopt(document, css) {
   document.adoptedStyleSheets = [...document.adoptedStyleSheets, sheet];
 }
 
-/** An empty frame in `stage`, when the browser has it ready. */
-function makeFrame(stage, title) {
+/** An empty frame in `stage`, when the browser has it ready. One that is no longer in a page never will be. */
+function makeFrame(stage, title, signal) {
   const frame = document.createElement('iframe');
   frame.title = title;
   frame.setAttribute('part', 'document');
   // Without allow-scripts; allow-modals lets the host print it.
   frame.setAttribute('sandbox', 'allow-same-origin allow-popups allow-popups-to-escape-sandbox allow-modals');
-  return new Promise((resolve) => {
-    frame.addEventListener('load', () => resolve(frame), { once: true });
-    stage.append(frame);
+  const ready = new Promise((resolve) => { frame.addEventListener('load', resolve, { once: true }); });
+  stage.append(frame);
+  return unlessAborted(ready, signal).then(() => frame, (reason) => {
+    frame.remove();
+    throw reason;
   });
 }
 
 export class DocumentFrame {
   /** `base`: where the document's relative links are from. `on`: { scroll, key, pointer, transfer }. */
-  static async open(stage, { title, base, on }) {
+  static async open(stage, { title, base, signal, on }) {
     const self = new DocumentFrame();
     self.base = base;
     self.on = on;
-    self.frame = await makeFrame(stage, title);
+    self.frame = await makeFrame(stage, title, signal);
     self.#begin();
     return self;
   }
@@ -215,8 +218,12 @@ export class DocumentFrame {
   }
 
   showPage(number) {
-    if (number <= 1) this.window.scrollTo(0, 0);
-    else this.show(this.pages[number - 1]);
+    if (number > 1) {
+      this.show(this.pages[number - 1]);
+    } else {
+      this.window.scrollTo(0, 0);
+      this.#moved();
+    }
   }
 
   /** At the window's top, or in the middle of it. The host's page does not move. */

@@ -54,6 +54,7 @@ export class Reader {
     this.#abort?.abort();
     this.#abort = undefined;
     this.#drop();
+    for (const waiting of this.controls.view.stage.querySelectorAll('iframe')) waiting.remove();
   }
 
   // --- The steps ---
@@ -61,7 +62,8 @@ export class Reader {
   async #makeFrame(job, signal) {
     job.input ??= await unlessAborted(bytesOf(job.source, signal), signal);
     const frame = await DocumentFrame.open(this.controls.view.stage, {
-      title: job.name || this.labels.say('document'), base: job.base, on: { ...this.events, scroll: () => this.#moved() } });
+      title: job.name || this.labels.say('document'), base: job.base, signal,
+      on: { ...this.events, scroll: () => this.#moved() } });
     frame.isWaiting = true;
     return frame;
   }

@@ -115,7 +115,7 @@ class Driven {
   async ask(question, ...args) {
     const script = `const done = arguments[1];
       Promise.resolve().then(() => (${question})(...arguments[0])).then(
-        (value) => done({ value }), (error) => done({ error: String(error?.stack || error) }));`;
+        (value) => done({ value }), (error) => done({ error: error + '\\n' + (error?.stack ?? '') }));`;
     const answer = await this.driver.order('POST', '/execute/async', { script, args: [args] });
     if (answer.error) throw new Error(answer.error);
     return answer.value ?? undefined;
