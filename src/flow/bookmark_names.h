@@ -1,5 +1,4 @@
-#ifndef PAGEREX_FLOW_BOOKMARK_NAMES_H_
-#define PAGEREX_FLOW_BOOKMARK_NAMES_H_
+#pragma once
 
 #include <string_view>
 
@@ -13,5 +12,3 @@ inline bool isOfWordItself(std::u16string_view bookmark) {
 }
 
 }  // namespace pagerex
-
-#endif  // PAGEREX_FLOW_BOOKMARK_NAMES_H_
